@@ -1,0 +1,29 @@
+# Language level, warnings, visibility and sanitizers, in one place for every target of the project.
+set(CMAKE_CXX_STANDARD 23)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE RelWithDebInfo CACHE STRING "Kind of build" FORCE)
+endif()
+
+add_library(corvane_compile_options INTERFACE)
+target_compile_options(corvane_compile_options INTERFACE
+  -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wnon-virtual-dtor
+  -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused -Wnull-dereference -Wimplicit-fallthrough)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  # GCC 12 sees null dereferences and uses of uninitialised values in its own library headers once it has inlined them.
+  target_compile_options(corvane_compile_options INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+  # Its plain -Wshadow also refuses constructor arguments named like the members that they initialise.
+  target_compile_options(corvane_compile_options INTERFACE -Wshadow=local)
+else()
+  target_compile_options(corvane_compile_options INTERFACE -Wshadow)
+endif()
+
+if(CORVANE_SANITIZE)
+  add_compile_options(-fsanitize=${CORVANE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${CORVANE_SANITIZE})
+endif()

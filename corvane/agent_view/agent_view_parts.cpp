@@ -1,0 +1,38 @@
+#include "corvane/agent_view/agent_view_parts.h"
+
+#include <utility>
+
+#include "corvane/platform/foundation/while_alive.h"
+
+namespace corvane {
+
+VelnorAgentView::Parts::Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO)
+    : region(std::move(region)), organisationId(std::move(organisationId)), enableSSO(enableSSO), view_(view) {}
+
+void VelnorAgentView::Parts::minimizeRequested() {
+  const auto view = std::static_pointer_cast<VelnorAgentView>(view_.shared_from_this());
+  minimize(whileAlive(std::weak_ptr(view), [](VelnorAgentView& alive) {
+    AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{});
+  }));
+}
+
+void VelnorAgentView::Parts::handleCallbackEvent(JsonView /*data*/) {
+  // Nothing is ever asked of the page yet, so that there is no request which an answer could complete.
+}
+
+void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
+  // The first handler may drop the view's last holder; the second is still owed the event.
+  const auto alive = view_.shared_from_this();
+  if (const auto handler = internalEventHandler_) (*handler)(event);
+  if (const auto handler = eventHandler_) (*handler)(event);
+}
+
+void VelnorAgentView::Parts::minimize(std::function<void()> /*completion*/) {
+  // There is no container to float in yet, so that every request ends here.
+}
+
+VelnorAgentView::Parts::SharedHandler VelnorAgentView::Parts::share(AgentEventHandler handler) {
+  return handler ? std::make_shared<const AgentEventHandler>(std::move(handler)) : nullptr;
+}
+
+}  // namespace corvane

@@ -1,0 +1,62 @@
+/// What an agent view is made of, for the framework's own code and its tests.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "corvane/agent_view/call_state.h"
+#include "corvane/agent_view/event_intake.h"
+#include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/platform/web/wk_web_view.h"
+
+namespace corvane {
+
+/// The state behind the public view, and the receiver of its page's messages.
+///
+/// Ownership: owned by its view, which it refers back to.
+class VelnorAgentView::Parts final : public PageMessageReceiver {
+ public:
+  Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO);
+
+  void minimizeRequested() override;
+  void handleCallbackEvent(JsonView data) override;
+  /// The only way of an event out of the framework: to the framework's own handler, then to the host app's.
+  void emitEvent(const AgentEvent& event) override;
+
+  /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be
+  /// shrunk ends the request without a word.
+  void minimize(std::function<void()> completion);
+
+  void setEventHandler(AgentEventHandler handler) { eventHandler_ = share(std::move(handler)); }
+  void setInternalEventHandler(AgentEventHandler handler) { internalEventHandler_ = share(std::move(handler)); }
+  [[nodiscard]] AgentEventHandler eventHandler() const { return eventHandler_ ? *eventHandler_ : nullptr; }
+
+  const Region region;
+  const std::string organisationId;
+  const bool enableSSO;
+  std::optional<std::string> connectId;
+  /// The page address of the last booking; none when it could not be built.
+  std::optional<std::string> callUrl;
+  std::shared_ptr<WKWebView> webView;
+  bool isLoaded = false;
+  std::optional<WebError> error;
+  CallState callState;
+
+ private:
+  /// Shared so that a handler may replace itself, and be called without copying what it captured.
+  using SharedHandler = std::shared_ptr<const AgentEventHandler>;
+  static SharedHandler share(AgentEventHandler handler);
+
+  VelnorAgentView& view_;
+  SharedHandler internalEventHandler_;
+  SharedHandler eventHandler_;
+};
+
+/// Opens a view to the rest of the framework.
+class AgentViewAccess {
+ public:
+  static VelnorAgentView::Parts& parts(const VelnorAgentView& view) { return *view.parts_; }
+};
+
+}  // namespace corvane

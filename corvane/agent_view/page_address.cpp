@@ -1,0 +1,34 @@
+#include "corvane/agent_view/page_address.h"
+
+#include <array>
+
+#include "corvane/agent_view/build_settings.h"
+#include "corvane/platform/foundation/url_components.h"
+
+namespace corvane {
+
+namespace {
+
+std::string baseAddress(const Region& region) {
+  const std::string host = "https://" + std::string(agentToolHost);
+  return region.match([](const Region::Custom& custom) { return custom.url; },
+                      [&](const Region::Eu&) { return host + "/eu/agent-tool/"; },
+                      [&](const Region::Global&) { return host + "/refresh-us/agent-tool/"; });
+}
+
+}  // namespace
+
+std::optional<std::string> makePageAddress(const PageAddressParameters& parameters) {
+  auto components = URLComponents::parse(baseAddress(parameters.region));
+  if (!components) return std::nullopt;
+  const std::array items{
+      URLQueryItem{"orgId", parameters.organisationId},
+      URLQueryItem{"isNativeSDK", "true"},
+      URLQueryItem{"connectId", parameters.connectId},
+      URLQueryItem{"ssoLogin", parameters.enableSSO ? "true" : "false"},
+  };
+  if (!components->setQueryItems(items)) return std::nullopt;
+  return components->url();
+}
+
+}  // namespace corvane

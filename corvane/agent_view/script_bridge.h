@@ -1,0 +1,19 @@
+/// The two scripts that connect a page with its host, and the channel between them.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace corvane {
+
+/// The channel on which pages post their messages to the agent view.
+inline constexpr std::string_view agentEventChannel = "agentEventHandler";
+
+/// Hands the messages that a document's window gets from its own origin to the host.
+[[nodiscard]] std::string messageForwarderScript();
+
+/// Defines the page's global `postAction`, which hands an action of the host to the agent tool: to its frame where
+/// the document has one, else to the document itself.
+[[nodiscard]] std::string actionPosterScript();
+
+}  // namespace corvane

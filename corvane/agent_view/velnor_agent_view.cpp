@@ -1,0 +1,124 @@
+#include "corvane/agent_view/velnor_agent_view.h"
+
+#include <chrono>
+#include <utility>
+
+#include "corvane/agent_view/agent_view_parts.h"
+#include "corvane/agent_view/page_address.h"
+#include "corvane/agent_view/script_bridge.h"
+#include "corvane/agent_view/web_script_message_handler.h"
+#include "corvane/minimized/minimized_store.h"
+#include "corvane/platform/capture/capture_authorization.h"
+
+namespace corvane {
+
+namespace {
+
+WKUserScript everywhereAtDocumentEnd(std::string source) {
+  return {.source = std::move(source),
+          .injectionTime = WKUserScriptInjectionTime::atDocumentEnd,
+          .isForMainFrameOnly = false};
+}
+
+WKWebViewConfiguration makeConfiguration(std::weak_ptr<WKScriptMessageHandler> receiver) {
+  WKWebViewConfiguration configuration;
+  configuration.allowsInlineMediaPlayback = true;
+  WKUserContentController& content = *configuration.userContentController;
+  content.addUserScript(everywhereAtDocumentEnd(messageForwarderScript()));
+  content.addScriptMessageHandler(std::make_shared<WebScriptMessageHandler>(std::move(receiver)),
+                                  std::string(agentEventChannel));
+  content.addUserScript(everywhereAtDocumentEnd(actionPosterScript()));
+  return configuration;
+}
+
+bool mayCapture() {
+  const auto isAuthorized = [](AVMediaType type) {
+    return AVCaptureDevice::authorizationStatus(type) == AVAuthorizationStatus::authorized;
+  };
+  return isAuthorized(AVMediaType::video) && isAuthorized(AVMediaType::audio);
+}
+
+}  // namespace
+
+std::shared_ptr<VelnorAgentView> VelnorAgentView::create(Region region, std::string organisationId, bool enableSSO) {
+  auto view = std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId),
+                                                enableSSO);
+  MinimizedStore::shared().setAgentView(nullptr);
+  view->buildWebView();
+  return view;
+}
+
+VelnorAgentView::VelnorAgentView(ConstructionKey key, Region region, std::string organisationId, bool enableSSO)
+    : UIView(key),
+      parts_(std::make_unique<Parts>(*this, std::move(region), std::move(organisationId), enableSSO)) {}
+
+VelnorAgentView::~VelnorAgentView() = default;
+
+void VelnorAgentView::buildWebView() {
+  const auto self = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
+  const auto webView = WKWebView::create({{}, bounds().size}, makeConfiguration(self));
+  webView->setNavigationDelegate(self);
+  webView->setAutoresizingMask(UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight);
+  webView->setContentInsetAdjustmentBehavior(UIScrollViewContentInsetAdjustmentBehavior::never);
+  webView->setScrollEnabled(false);
+  webView->setUIDelegate(self);
+  addSubview(webView);
+  parts_->webView = webView;
+}
+
+void VelnorAgentView::loadBooking(std::string connectId) {
+  Parts& parts = *parts_;
+  if (parts.webView == nullptr) return;
+  parts.connectId = connectId;
+  parts.callUrl = makePageAddress({.region = parts.region,
+                                   .organisationId = parts.organisationId,
+                                   .connectId = connectId,
+                                   .enableSSO = parts.enableSSO});
+  if (!parts.callUrl) return;
+  parts.error.reset();
+  parts.callState.callSessionStatus = CallSessionStatus::disconnected;
+  parts.webView->load({.url = *parts.callUrl,
+                       .cachePolicy = URLRequestCachePolicy::useProtocolCachePolicy,
+                       .timeoutInterval = std::chrono::seconds(60)});
+}
+
+const Region& VelnorAgentView::region() const { return parts_->region; }
+const std::string& VelnorAgentView::organisationId() const { return parts_->organisationId; }
+bool VelnorAgentView::enableSSO() const { return parts_->enableSSO; }
+const std::optional<std::string>& VelnorAgentView::connectId() const { return parts_->connectId; }
+bool VelnorAgentView::isLoaded() const { return parts_->isLoaded; }
+const std::optional<WebError>& VelnorAgentView::error() const { return parts_->error; }
+CallSessionStatus VelnorAgentView::callSessionStatus() const { return parts_->callState.callSessionStatus; }
+const std::optional<std::string>& VelnorAgentView::clientLocale() const { return parts_->callState.clientLocale; }
+AgentEventHandler VelnorAgentView::eventHandler() const { return parts_->eventHandler(); }
+void VelnorAgentView::setEventHandler(AgentEventHandler handler) { parts_->setEventHandler(std::move(handler)); }
+
+void VelnorAgentView::userContentControllerDidReceive(WKUserContentController& /*controller*/,
+                                                      const WKScriptMessage& message) {
+  takeInMessage(message, parts_->callState, *parts_);
+}
+
+void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {
+  if (parts_->isLoaded) return;
+  parts_->isLoaded = true;
+  parts_->emitEvent(AgentEvent::DidLoad{});
+}
+
+void VelnorAgentView::webViewDidFail(WKWebView& /*webView*/, const WebError& error) {
+  parts_->error = error;
+  parts_->emitEvent(AgentEvent::Error{});
+}
+
+void VelnorAgentView::webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) {
+  webViewDidFail(webView, error);
+}
+
+void VelnorAgentView::webViewRequestMediaCapturePermission(WKWebView& /*webView*/,
+                                                           const WKMediaCaptureRequest& /*request*/,
+                                                           WKPermissionDecisionHandler decisionHandler) {
+  if (!mayCapture()) return decisionHandler(WKPermissionDecision::prompt);
+  decisionHandler(WKPermissionDecision::grant);
+  parts_->emitEvent(AgentEvent::PreviewStarted{});
+}
+
+}  // namespace corvane

@@ -1,0 +1,88 @@
+/// The view that shows a sales agent the agent tool.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "corvane/agent_view/region.h"
+#include "corvane/bridge/agent_event.h"
+#include "corvane/bridge/call_session_status.h"
+#include "corvane/export.h"
+#include "corvane/platform/views/ui_view.h"
+#include "corvane/platform/web/web_error.h"
+#include "corvane/platform/web/wk_navigation_delegate.h"
+#include "corvane/platform/web/wk_script_message.h"
+#include "corvane/platform/web/wk_ui_delegate.h"
+
+namespace corvane {
+
+class WKWebView;
+
+/// Holds video-shopping calls inside the host app: loads the agent tool page, tells the host app what happens in it
+/// and keeps the state of the call.
+///
+/// Ownership: made by `create` and shared by whoever holds it; nothing of the framework keeps it alive on its own.
+///            Ending it ends the page.
+/// Threads:   main thread only; handlers are called there, synchronously.
+/// Failure:   a page that does not load is told by the event `Error` and by `error()`; messages of the page that make
+///            no sense are dropped. Nothing is thrown.
+class CORVANE_EXPORT VelnorAgentView final : public UIView,
+                                             public WKScriptMessageHandler,
+                                             public WKNavigationDelegate,
+                                             public WKUIDelegate {
+ public:
+  /// Makes a view for an organisation. A backend must have been installed. Nothing is loaded before `loadBooking`.
+  /// A minimized agent view that the framework was holding is let go.
+  [[nodiscard]] static std::shared_ptr<VelnorAgentView> create(Region region, std::string organisationId,
+                                                               bool enableSSO);
+  VelnorAgentView(ConstructionKey key, Region region, std::string organisationId, bool enableSSO);
+  ~VelnorAgentView() override;
+
+  /// Loads the agent tool for a booking, in place of whatever the view shows. It may be called at any time and as
+  /// often as wanted. A region whose address makes no sense loads nothing and raises nothing.
+  void loadBooking(std::string connectId);
+
+  [[nodiscard]] const Region& region() const;
+  [[nodiscard]] const std::string& organisationId() const;
+  [[nodiscard]] bool enableSSO() const;
+  /// The booking of the last `loadBooking`.
+  [[nodiscard]] const std::optional<std::string>& connectId() const;
+  /// Whether a page has ever finished loading in this view.
+  [[nodiscard]] bool isLoaded() const;
+  /// Why the last load failed; none once the next load begins.
+  [[nodiscard]] const std::optional<WebError>& error() const;
+
+  /// `disconnected` until the page reports something else, and again whenever a load begins.
+  [[nodiscard]] CallSessionStatus callSessionStatus() const;
+  /// The customer's language and region, such as "de-CH", from the start of a call until it is disconnecting.
+  [[nodiscard]] const std::optional<std::string>& clientLocale() const;
+
+  /// The host app's handler of events; empty when none is set.
+  [[nodiscard]] AgentEventHandler eventHandler() const;
+  /// Replaces the handler. The view's state already follows an event when its handler is called. The handler may be
+  /// replaced, and the view dropped, from inside it.
+  void setEventHandler(AgentEventHandler handler);
+
+  /// Takes in a message of the page; called by the web view.
+  void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;
+  /// The page has loaded; called by the web view.
+  void webViewDidFinish(WKWebView& webView) override;
+  /// The page has failed; called by the web view.
+  void webViewDidFail(WKWebView& webView, const WebError& error) override;
+  void webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) override;
+  /// The page wants to capture; called by the web view. It is granted when this app may use both the camera and the
+  /// microphone, whichever of them the page wants; otherwise the engine asks the user.
+  void webViewRequestMediaCapturePermission(WKWebView& webView, const WKMediaCaptureRequest& request,
+                                            WKPermissionDecisionHandler decisionHandler) override;
+
+ private:
+  friend class AgentViewAccess;
+  class Parts;
+
+  void buildWebView();
+
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane

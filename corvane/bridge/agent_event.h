@@ -1,0 +1,107 @@
+/// What happens in and around the agent tool, as the host app is told.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <utility>
+#include <variant>
+
+#include "corvane/bridge/call_session_status.h"
+#include "corvane/bridge/product_cart_status.h"
+#include "corvane/platform/foundation/json_coding.h"
+#include "corvane/platform/foundation/match.h"
+
+namespace corvane {
+
+/// One event, with what belongs to it.
+///
+/// Take it apart with `match`, one arm a case, or ask for single cases with `getIf`:
+///
+///     event.match([](const AgentEvent::DidLoad&) { ... }, [](const AgentEvent::CallStatusUpdate& e) { ... }, ...);
+///     if (const auto* update = event.getIf<AgentEvent::CallStatusUpdate>()) show(update->status);
+///
+/// `encodeJson` and `decodeJson` take it: an object with one member, named as the case, that holds the case's values,
+/// for example {"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} or {"didLoad":{}}. An object that names no
+/// case, or several, fails with a type mismatch.
+class AgentEvent {
+ public:
+  /// Never raised by the framework; part of the vocabulary.
+  struct Unknown { bool operator==(const Unknown&) const = default; };
+  /// The call has changed its state.
+  struct CallStatusUpdate {
+    CallSessionStatus status = CallSessionStatus::disconnected;
+    bool operator==(const CallStatusUpdate&) const = default;
+  };
+  /// A call has begun; the customer uses this language and region.
+  struct ClientLocale {
+    std::string locale;
+    bool operator==(const ClientLocale&) const = default;
+  };
+  /// The page did not load, or an action could not be posted into it; the view's `error` tells why.
+  struct Error { bool operator==(const Error&) const = default; };
+  /// The page has loaded for the first time.
+  struct DidLoad { bool operator==(const DidLoad&) const = default; };
+  struct WillMinimize { bool operator==(const WillMinimize&) const = default; };
+  struct DidMinimize { bool operator==(const DidMinimize&) const = default; };
+  struct WillMaximize { bool operator==(const WillMaximize&) const = default; };
+  struct DidMaximize { bool operator==(const DidMaximize&) const = default; };
+  /// The page may use the camera and the microphone.
+  struct PreviewStarted { bool operator==(const PreviewStarted&) const = default; };
+  /// The customer's cart holds this line now; a quantity below 1 means that it is gone.
+  struct ProductUpdateInCart {
+    ProductCartStatus data;
+    bool operator==(const ProductUpdateInCart&) const = default;
+  };
+  struct ProductRemovedFromCall {
+    std::string sku;
+    bool operator==(const ProductRemovedFromCall&) const = default;
+  };
+  struct ProductRemovedFromCart {
+    std::string sku;
+    bool operator==(const ProductRemovedFromCart&) const = default;
+  };
+  /// The page wants a new single sign-on token, handed over with this response identifier.
+  struct RefreshSsoToken {
+    std::string responseId;
+    bool operator==(const RefreshSsoToken&) const = default;
+  };
+  /// The page is not, or no longer, signed in.
+  struct Unauthorized { bool operator==(const Unauthorized&) const = default; };
+
+  using Value =
+      std::variant<Unknown, CallStatusUpdate, ClientLocale, Error, DidLoad, WillMinimize, DidMinimize, WillMaximize,
+                   DidMaximize, PreviewStarted, ProductUpdateInCart, ProductRemovedFromCall, ProductRemovedFromCart,
+                   RefreshSsoToken, Unauthorized>;
+
+  /// Any of the cases converts to an event.
+  AgentEvent(Value value) : value_(std::move(value)) {}
+  template <class Case>
+    requires std::constructible_from<Value, Case> && (!std::same_as<std::remove_cvref_t<Case>, AgentEvent>) &&
+             (!std::same_as<std::remove_cvref_t<Case>, Value>)
+  AgentEvent(Case&& value) : value_(std::forward<Case>(value)) {}
+
+  [[nodiscard]] const Value& value() const { return value_; }
+  /// The values of this case, or null when the event is another one.
+  template <class Case>
+  [[nodiscard]] const Case* getIf() const {
+    return std::get_if<Case>(&value_);
+  }
+  template <class Case>
+  [[nodiscard]] bool is() const {
+    return std::holds_alternative<Case>(value_);
+  }
+  template <class... Arms>
+  decltype(auto) match(Arms&&... arms) const {
+    return corvane::match(value_, std::forward<Arms>(arms)...);
+  }
+
+  bool operator==(const AgentEvent&) const = default;
+
+ private:
+  Value value_;
+};
+
+/// Receives events on the main thread. It may do anything, dropping the view that called it included.
+using AgentEventHandler = std::function<void(const AgentEvent&)>;
+
+}  // namespace corvane

@@ -1,0 +1,80 @@
+#include "corvane/bridge/event_message.h"
+
+#include <string>
+#include <string_view>
+#include <utility>
+
+#include "corvane/bridge/page_event_records.h"
+#include "corvane/bridge/product_cart_status_coding.h"
+
+namespace corvane {
+
+namespace {
+
+std::optional<std::string_view> findText(JsonView object, std::string_view key) {
+  const auto member = object.find(key);
+  return member ? member->string() : std::nullopt;
+}
+
+std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
+  switch (type) {
+    using enum WebAgentEventType;
+    case callStarted: {
+      const auto platform = data.find("clientPlatform");
+      if (!platform || !platform->isObject()) return std::nullopt;
+      return AgentEvent::ClientLocale{decodeFromJsonObject<ClientPlatform>(*platform).locale};
+    }
+    case callStatus: return AgentEvent::CallStatusUpdate{decodeFromJsonObject<CallStatus>(data).status};
+    case minimizeAgentTool: return AgentEvent::DidMinimize{};
+    case productUpdateInCart: return AgentEvent::ProductUpdateInCart{decodeFromJsonObject<ProductCartStatus>(data)};
+    // A removal counts only with its quantity, although nobody needs it.
+    case productRemovedFromCall:
+      return AgentEvent::ProductRemovedFromCall{decodeFromJsonObject<ProductCartStatus>(data).sku};
+    case productRemovedFromCart:
+      return AgentEvent::ProductRemovedFromCart{decodeFromJsonObject<ProductCartStatus>(data).sku};
+    case WebAgentEventType::refreshSsoToken: {
+      const auto responseId = findText(data, "responseId");
+      if (!responseId) return std::nullopt;
+      return AgentEvent::RefreshSsoToken{std::string(*responseId)};
+    }
+    case unauthorized: return AgentEvent::Unauthorized{};
+    case unknown:
+    case addProductToCallCallback:
+    case addProductToCartCallback:
+    case getProductsInCallCallback:
+    case getProductsInCartCallback:
+    case isProductInCallCallback:
+    case isProductInCartCallback:
+    case removeProductInCallCallback:
+    case removeProductInCartCallback:
+    case updateProductInCartCallback: return std::nullopt;
+  }
+  std::unreachable();
+}
+
+}  // namespace
+
+bool isAgentToolEvent(JsonView message) {
+  const auto type = findText(message, "eventType");
+  return type && type->starts_with(eventTypePrefix);
+}
+
+EventMessage parseEventMessage(JsonView message) {
+  EventMessage parsed;
+  const auto type = findText(message, "eventType").value_or("");
+  parsed.type = fromRawValue<WebAgentEventType>(type).value_or(WebAgentEventType::unknown);
+  if (const auto data = message.find("data"); data && data->isObject()) parsed.data = *data;
+  return parsed;
+}
+
+std::optional<AgentEvent> makeAgentEvent(WebAgentEventType type, JsonView data) {
+  try {
+    return translate(type, data);
+  } catch (const DecodingError&) {
+    return std::nullopt;
+  } catch (JsonError) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace corvane

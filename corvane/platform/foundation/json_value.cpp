@@ -1,0 +1,111 @@
+#include "corvane/platform/foundation/json_value.h"
+
+#include <cmath>
+#include <new>
+#include <utility>
+
+#include "corvane/platform/foundation/json_document.h"
+
+namespace corvane {
+
+namespace json_detail {
+
+constinit const Node nullNode{};
+constinit const Node emptyObjectNode{.kind = JsonKind::object, .payload = 1};
+
+}  // namespace json_detail
+
+using json_detail::NumberForm;
+
+JsonKind JsonView::kind() const noexcept { return node_->kind; }
+
+std::optional<bool> JsonView::boolean() const noexcept {
+  if (kind() != JsonKind::boolean) return std::nullopt;
+  return node_->payload != 0;
+}
+
+std::optional<std::string_view> JsonView::string() const noexcept {
+  if (kind() != JsonKind::string) return std::nullopt;
+  return node_->text();
+}
+
+std::optional<double> JsonView::number() const noexcept {
+  switch (node_->form) {
+    case NumberForm::none: return std::nullopt;
+    case NumberForm::signedInteger: return static_cast<double>(static_cast<std::int64_t>(node_->payload));
+    case NumberForm::unsignedInteger: return static_cast<double>(node_->payload);
+    case NumberForm::real: return node_->real();
+  }
+  std::unreachable();
+}
+
+std::optional<std::int64_t> JsonView::integer() const noexcept {
+  if (node_->form == NumberForm::signedInteger) return static_cast<std::int64_t>(node_->payload);
+  if (node_->form != NumberForm::real) return std::nullopt;
+  // 2^63 itself is the first double above the range; its negative is still inside.
+  constexpr double limit = 0x1p63;
+  const double value = node_->real();
+  if (value < -limit || value >= limit || std::trunc(value) != value) return std::nullopt;
+  return static_cast<std::int64_t>(value);
+}
+
+std::size_t JsonView::size() const noexcept { return node_->isContainer() ? node_->size : 0; }
+
+std::optional<JsonView> JsonView::find(std::string_view key) const noexcept {
+  std::optional<JsonView> found;
+  for (const Member member : members()) {
+    if (member.key == key) found = member.value;
+  }
+  return found;
+}
+
+JsonView::Elements JsonView::elements() const noexcept {
+  if (!isArray()) return {nullptr, nullptr};
+  return {node_ + 1, node_->next()};
+}
+
+JsonView::Members JsonView::members() const noexcept {
+  if (!isObject()) return {nullptr, nullptr};
+  return {node_ + 1, node_->next()};
+}
+
+bool JsonView::isWellFormed() const noexcept { return node_->isWellFormed; }
+
+JsonView::Elements::Iterator& JsonView::Elements::Iterator::operator++() noexcept {
+  node_ = node_->next();
+  return *this;
+}
+
+JsonView::Member JsonView::Members::Iterator::operator*() const noexcept {
+  return {node_->text(), JsonView(node_ + 1)};
+}
+
+JsonView::Members::Iterator& JsonView::Members::Iterator::operator++() noexcept {
+  node_ = (node_ + 1)->next();
+  return *this;
+}
+
+JsonValue::JsonValue(const json_detail::Document* document) noexcept
+    : JsonView(document->nodes()), document_(document) {}
+
+JsonValue::JsonValue(const JsonValue& other) noexcept : JsonView(other), document_(other.document_) {
+  if (document_ != nullptr) document_->references.fetch_add(1, std::memory_order_relaxed);
+}
+
+JsonValue::JsonValue(JsonValue&& other) noexcept
+    : JsonView(std::exchange(other.node_, &json_detail::nullNode)),
+      document_(std::exchange(other.document_, nullptr)) {}
+
+JsonValue& JsonValue::operator=(JsonValue other) noexcept {
+  std::swap(node_, other.node_);
+  std::swap(document_, other.document_);
+  return *this;
+}
+
+JsonValue::~JsonValue() {
+  if (document_ == nullptr || document_->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+  document_->~Document();
+  ::operator delete(const_cast<json_detail::Document*>(document_));
+}
+
+}  // namespace corvane

@@ -1,0 +1,157 @@
+/// JSON values: the form in which page messages and answers travel through the framework.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <expected>
+#include <optional>
+#include <string_view>
+
+#include "corvane/export.h"
+#include "corvane/platform/foundation/coding_error.h"
+
+namespace corvane {
+
+namespace json_detail {
+
+/// A value of a parsed document. Documents are flat: a container is followed by everything inside it, so that
+/// neither reading nor freeing one ever recurses.
+struct Node;
+struct Document;
+extern const Node nullNode;
+extern const Node emptyObjectNode;
+
+}  // namespace json_detail
+
+enum class JsonKind : std::uint8_t { null, boolean, number, string, array, object };
+
+/// A value inside a JSON document that somebody else keeps alive. Copying costs nothing; texts are views.
+class CORVANE_EXPORT JsonView {
+ public:
+  struct Member;
+  class Elements;
+  class Members;
+
+  /// A null.
+  JsonView() noexcept : node_(&json_detail::nullNode) {}
+
+  /// An object without members.
+  static JsonView emptyObject() noexcept { return JsonView(&json_detail::emptyObjectNode); }
+
+  [[nodiscard]] JsonKind kind() const noexcept;
+  [[nodiscard]] bool isNull() const noexcept { return kind() == JsonKind::null; }
+  [[nodiscard]] bool isObject() const noexcept { return kind() == JsonKind::object; }
+  [[nodiscard]] bool isArray() const noexcept { return kind() == JsonKind::array; }
+
+  /// The Boolean, or none for any other kind of value; 0 and 1 are numbers.
+  [[nodiscard]] std::optional<bool> boolean() const noexcept;
+  /// The UTF-8 text, or none for any other kind of value. It may hold NUL characters.
+  [[nodiscard]] std::optional<std::string_view> string() const noexcept;
+  /// The number, rounded to the nearest double, or none for any other kind of value.
+  [[nodiscard]] std::optional<double> number() const noexcept;
+  /// The number if it is a whole one within 64 bits, however it is written (3, 3.0, 3e0); none otherwise.
+  [[nodiscard]] std::optional<std::int64_t> integer() const noexcept;
+
+  /// How many elements or members a container holds; 0 for every other value.
+  [[nodiscard]] std::size_t size() const noexcept;
+  /// The member of an object under a key; none where there is no such member or this is no object. Where a key
+  /// occurs twice the last one counts, as in the page's own script engine.
+  [[nodiscard]] std::optional<JsonView> find(std::string_view key) const noexcept;
+  /// The elements of an array in order; none for any other value.
+  [[nodiscard]] Elements elements() const noexcept;
+  /// The members of an object in order; none for any other value.
+  [[nodiscard]] Members members() const noexcept;
+
+  /// False where the value, or anything inside it, was written with half a surrogate pair. Such text has no UTF-8
+  /// form; it reads with U+FFFD in place of the half.
+  [[nodiscard]] bool isWellFormed() const noexcept;
+
+ protected:
+  explicit JsonView(const json_detail::Node* node) noexcept : node_(node) {}
+
+  const json_detail::Node* node_;
+};
+
+/// A JSON document, kept alive by its handles.
+///
+/// A handle is as large as two pointers; copying it copies no JSON. Documents never change, so that handles may be
+/// used from several threads, each by one thread at a time.
+class CORVANE_EXPORT JsonValue : public JsonView {
+ public:
+  /// A null.
+  JsonValue() noexcept = default;
+  JsonValue(const JsonValue& other) noexcept;
+  JsonValue(JsonValue&& other) noexcept;
+  JsonValue& operator=(JsonValue other) noexcept;
+  ~JsonValue();
+
+  /// Containers nested deeper than this are refused.
+  static constexpr std::size_t maximumDepth = 1024;
+
+  /// Reads a JSON text (UTF-8, RFC 8259). Integers beyond 64 bits are read as doubles. Anything else than one valid
+  /// value, a number beyond the range of doubles included, gives a `dataCorrupted` error.
+  [[nodiscard]] static std::expected<JsonValue, DecodingError> parse(std::string_view text);
+
+ private:
+  explicit JsonValue(const json_detail::Document* document) noexcept;
+
+  const json_detail::Document* document_ = nullptr;
+};
+
+/// The elements of an array, for range-based loops.
+class CORVANE_EXPORT JsonView::Elements {
+ public:
+  class Iterator {
+   public:
+    JsonView operator*() const noexcept { return JsonView(node_); }
+    CORVANE_EXPORT Iterator& operator++() noexcept;
+    bool operator==(const Iterator&) const = default;
+
+   private:
+    friend class Elements;
+    explicit Iterator(const json_detail::Node* node) noexcept : node_(node) {}
+    const json_detail::Node* node_;
+  };
+
+  [[nodiscard]] Iterator begin() const noexcept { return Iterator(first_); }
+  [[nodiscard]] Iterator end() const noexcept { return Iterator(last_); }
+
+ private:
+  friend class JsonView;
+  Elements(const json_detail::Node* first, const json_detail::Node* last) noexcept : first_(first), last_(last) {}
+  const json_detail::Node* first_;
+  const json_detail::Node* last_;
+};
+
+/// A member of an object.
+struct JsonView::Member {
+  std::string_view key;
+  JsonView value;
+};
+
+/// The members of an object, for range-based loops.
+class CORVANE_EXPORT JsonView::Members {
+ public:
+  class Iterator {
+   public:
+    CORVANE_EXPORT Member operator*() const noexcept;
+    CORVANE_EXPORT Iterator& operator++() noexcept;
+    bool operator==(const Iterator&) const = default;
+
+   private:
+    friend class Members;
+    explicit Iterator(const json_detail::Node* node) noexcept : node_(node) {}
+    const json_detail::Node* node_;
+  };
+
+  [[nodiscard]] Iterator begin() const noexcept { return Iterator(first_); }
+  [[nodiscard]] Iterator end() const noexcept { return Iterator(last_); }
+
+ private:
+  friend class JsonView;
+  Members(const json_detail::Node* first, const json_detail::Node* last) noexcept : first_(first), last_(last) {}
+  const json_detail::Node* first_;
+  const json_detail::Node* last_;
+};
+
+}  // namespace corvane

@@ -1,0 +1,63 @@
+/// The real-engine backend: GTK for the screen, WebKitGTK for the pages, the GLib main context for the run loop.
+#pragma once
+
+#include <expected>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "corvane/export.h"
+#include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/web/wk_ui_delegate.h"
+
+namespace corvane::gtk {
+
+struct BackendOptions {
+  /// Gives pages made-up cameras and microphones, for tests and for demos on machines without any.
+  bool usesMockCaptureDevices = false;
+  /// Forgets cookies, storage and caches when the backend ends, and writes nothing to disk. An app leaves this off, so
+  /// that a user who signed in stays signed in; tests turn it on, so that no run sees what an earlier one left.
+  bool isEphemeral = false;
+  /// Offers the web inspector in the pages' context menu.
+  bool allowsDeveloperTools = false;
+};
+
+/// Asks the user whether a page may capture; hands the answer to the function once. A function that is dropped
+/// uncalled refuses.
+using CapturePrompt = std::function<void(const WKMediaCaptureRequest&, std::move_only_function<void(bool)>)>;
+
+/// The installed backend.
+///
+/// It sets GSK_RENDERER=cairo in the environment where there is no graphics processor and the variable is not set, so
+/// install it before other threads start. Without that the toolkit emulates a graphics processor, which is slower.
+///
+/// Ownership: owned by the host app; views and surfaces should be gone before it ends. A view that is left over stays
+///            harmless, but its pages and scripts get no further.
+/// Threads:   main thread only. The host app runs the GLib main context of that thread (an application's run, a main
+///            loop); it is the default context.
+/// Failure:   `install` gives a text; nothing is thrown.
+class CORVANE_EXPORT Backend {
+ public:
+  /// Initialises the toolkit and installs run loop, web engine and capture authorisation. Fails with a text for
+  /// developers when there is no display to show anything on, or while another backend of this kind is installed.
+  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install(BackendOptions options = {});
+  Backend(const Backend&) = delete;
+  Backend& operator=(const Backend&) = delete;
+  /// Uninstalls everything. Tasks that have not run are destroyed unrun.
+  ~Backend();
+
+  /// What the user has allowed. A desktop keeps no record of this, so the host app asks its user and says so here;
+  /// until then the status is `notDetermined`.
+  void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
+  /// Replaces the dialog that asks the user when a page's request is answered with `prompt`. An empty function brings
+  /// the dialog back. The dialog stands over the web view's window; a web view in no window is refused.
+  void setCapturePrompt(CapturePrompt prompt);
+
+ private:
+  struct Parts;
+  explicit Backend(std::unique_ptr<Parts> parts);
+
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane::gtk

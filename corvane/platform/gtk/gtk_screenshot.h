@@ -1,0 +1,16 @@
+/// Pictures of widgets, for demos and tests.
+#pragma once
+
+#include <filesystem>
+
+#include "corvane/export.h"
+
+typedef struct _GtkWidget GtkWidget;
+
+namespace corvane::gtk {
+
+/// Writes what a widget shows now into a PNG file, in device pixels of its window. False when the widget is not on
+/// screen, has no size or the file cannot be written.
+[[nodiscard]] CORVANE_EXPORT bool saveScreenshot(GtkWidget* widget, const std::filesystem::path& file);
+
+}  // namespace corvane::gtk

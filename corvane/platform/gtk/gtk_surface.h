@@ -1,0 +1,53 @@
+/// The widget in which a host app shows a window of our views.
+#pragma once
+
+#include <memory>
+
+#include "corvane/export.h"
+#include "corvane/platform/views/ui_window.h"
+
+// The toolkit's own declaration, so that including this header does not pull the toolkit in.
+typedef struct _GtkWidget GtkWidget;
+
+namespace corvane::gtk {
+
+/// Shows one window of views inside a widget that the host app places among its own.
+///
+/// The window always has the widget's size. A web view becomes a child of the widget when it is first seen in the tree
+/// and stays one for life, hidden while it is elsewhere: a web view that changes its parent loses its picture.
+///
+/// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
+///            a container, the widget stays there and shows nothing.
+/// Threads:   main thread only. A backend must be installed.
+/// Failure:   none.
+class CORVANE_EXPORT Surface final : public UIWindowHost, public std::enable_shared_from_this<Surface> {
+  struct ConstructionKey {
+    explicit ConstructionKey() = default;
+  };
+
+ public:
+  static std::shared_ptr<Surface> create();
+  explicit Surface(ConstructionKey key);
+  Surface(const Surface&) = delete;
+  Surface& operator=(const Surface&) = delete;
+  ~Surface() override;
+
+  /// The widget, owned by the surface and by the container that it is put into. It takes all the room it is given.
+  [[nodiscard]] GtkWidget* widget() const;
+  [[nodiscard]] const std::shared_ptr<UIWindow>& window() const { return window_; }
+
+  void viewTreeDidChange() override;
+
+ private:
+  friend struct SurfaceWidgetAccess;
+
+  void adoptWebViews();
+  void allocate(int width, int height);
+
+  std::shared_ptr<UIWindow> window_;
+  GtkWidget* widget_;
+  bool isAllocating_ = false;
+  bool isAdoptionPosted_ = false;
+};
+
+}  // namespace corvane::gtk

@@ -1,0 +1,36 @@
+/// A backend without a screen, for tests of the framework and of host apps.
+#pragma once
+
+#include <memory>
+
+#include "corvane/export.h"
+#include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/headless/headless_web_engine.h"
+#include "corvane/platform/headless/virtual_run_loop.h"
+
+namespace corvane::headless {
+
+/// Lets the framework run with virtual time and simulated pages.
+///
+/// Ownership: whoever installed it; it must outlive every view. One backend at a time: installing a second one while
+///            the first lives throws `std::logic_error`.
+/// Threads:   all on the thread that installed it.
+class CORVANE_EXPORT Backend final {
+ public:
+  [[nodiscard]] static std::unique_ptr<Backend> install();
+  Backend(const Backend&) = delete;
+  Backend& operator=(const Backend&) = delete;
+  ~Backend();
+
+  [[nodiscard]] VirtualRunLoop& runLoop();
+  /// What this app may do; `notDetermined` until it is set.
+  void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
+
+ private:
+  class Services;
+  Backend();
+
+  std::unique_ptr<Services> services_;
+};
+
+}  // namespace corvane::headless

@@ -1,0 +1,47 @@
+/// The scripts and message channels of a web view.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+#include "corvane/export.h"
+#include "corvane/platform/web/wk_script_message.h"
+#include "corvane/platform/web/wk_user_script.h"
+
+namespace corvane {
+
+/// What is injected into pages and who receives their messages.
+///
+/// It is filled before the web view that uses it is made: a web view takes what is there at that moment.
+///
+/// Ownership: shared by the configuration and its web view; it holds the message handlers strongly.
+/// Threads:   main thread only.
+class CORVANE_EXPORT WKUserContentController {
+ public:
+  struct MessageChannel {
+    std::string name;
+    bool operator==(const MessageChannel&) const = default;
+  };
+  /// A script or a channel, in the order in which they were added.
+  using Content = std::variant<WKUserScript, MessageChannel>;
+
+  void addUserScript(WKUserScript script);
+  /// Receives what pages post to `window.webkit.messageHandlers.<name>`. A name has one handler; a second one for
+  /// the same name is a mistake of the caller and is not added.
+  void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name);
+
+  [[nodiscard]] std::span<const Content> contents() const { return contents_; }
+  /// Hands a message to the handler of its channel; drops it where there is none.
+  void deliver(const WKScriptMessage& message);
+
+ private:
+  std::vector<Content> contents_;
+  std::map<std::string, std::shared_ptr<WKScriptMessageHandler>, std::less<>> handlers_;
+};
+
+}  // namespace corvane

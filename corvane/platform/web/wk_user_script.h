@@ -1,0 +1,18 @@
+/// A script that the engine runs in the pages it loads.
+#pragma once
+
+#include <string>
+
+namespace corvane {
+
+enum class WKUserScriptInjectionTime { atDocumentStart, atDocumentEnd };
+
+struct WKUserScript {
+  std::string source;
+  WKUserScriptInjectionTime injectionTime = WKUserScriptInjectionTime::atDocumentEnd;
+  bool isForMainFrameOnly = true;
+
+  bool operator==(const WKUserScript&) const = default;
+};
+
+}  // namespace corvane

@@ -1,0 +1,75 @@
+#include "corvane/platform/web/wk_web_view.h"
+
+#include <utility>
+
+namespace corvane {
+
+WKNavigationDelegate::~WKNavigationDelegate() = default;
+WKUIDelegate::~WKUIDelegate() = default;
+
+std::shared_ptr<WKWebView> WKWebView::create(CGRect frame, WKWebViewConfiguration configuration) {
+  auto view = std::make_shared<WKWebView>(ConstructionKey{}, frame, std::move(configuration));
+  const std::weak_ptr<WebEngineClient> client = std::shared_ptr<WebEngineClient>(view, view.get());
+  view->engine_ = WebEngineFactory::current().makeEngine(view->configuration_, client);
+  return view;
+}
+
+WKWebView::WKWebView(ConstructionKey key, CGRect frame, WKWebViewConfiguration configuration)
+    : UIView(key, frame), configuration_(std::move(configuration)) {}
+
+WKWebView::~WKWebView() = default;
+
+UIScrollViewContentInsetAdjustmentBehavior WKWebView::contentInsetAdjustmentBehavior() const {
+  return contentInsetAdjustmentBehavior_;
+}
+
+void WKWebView::setContentInsetAdjustmentBehavior(UIScrollViewContentInsetAdjustmentBehavior behavior) {
+  contentInsetAdjustmentBehavior_ = behavior;
+}
+
+void WKWebView::setScrollEnabled(bool isEnabled) {
+  isScrollEnabled_ = isEnabled;
+  engine_->setScrollEnabled(isEnabled);
+}
+
+void WKWebView::setUserInteractionEnabled(bool isEnabled) {
+  UIView::setUserInteractionEnabled(isEnabled);
+  engine_->setInteractionEnabled(isEnabled);
+}
+
+void WKWebView::load(const URLRequest& request) { engine_->load(request); }
+
+void WKWebView::evaluateJavaScript(std::string_view script, EvaluationCompletion completion) {
+  engine_->evaluate(script, std::move(completion));
+}
+
+void WKWebView::engineDidFinishLoad() {
+  if (const auto delegate = navigationDelegate_.lock()) delegate->webViewDidFinish(*this);
+}
+
+void WKWebView::engineDidFailLoad(LoadPhase phase, const WebError& error) {
+  const auto delegate = navigationDelegate_.lock();
+  if (delegate == nullptr) return;
+  if (phase == LoadPhase::provisional) {
+    delegate->webViewDidFailProvisionalNavigation(*this, error);
+  } else {
+    delegate->webViewDidFail(*this, error);
+  }
+}
+
+void WKWebView::engineDidReceiveMessage(std::string_view channel, JsonValue body) {
+  // The handler may drop this view, and with it the controller that is delivering.
+  const auto controller = configuration_.userContentController;
+  controller->deliver({std::string(channel), std::move(body)});
+}
+
+void WKWebView::engineRequestsCapture(const WKMediaCaptureRequest& request,
+                                      WKPermissionDecisionHandler decisionHandler) {
+  if (const auto delegate = uiDelegate_.lock()) {
+    delegate->webViewRequestMediaCapturePermission(*this, request, std::move(decisionHandler));
+  } else {
+    decisionHandler(WKPermissionDecision::prompt);
+  }
+}
+
+}  // namespace corvane

@@ -1,0 +1,111 @@
+#include "corvane/testing/simulated_agent_tool.h"
+
+#include <array>
+#include <utility>
+
+#include "corvane/agent_view/script_bridge.h"
+#include "corvane/platform/foundation/match.h"
+#include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/while_alive.h"
+
+namespace corvane::testing {
+
+namespace {
+
+// One whole call, as the stand-in page of the demo plays it.
+constexpr std::array<std::string_view, 17> tour{
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_STARTING"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_READY"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_WAITING"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_CONNECTING"}})",
+    R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de-CH"}}}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})",
+    R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"SHIRT-OXFORD-M-BLUE","quantity":1}})",
+    R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"JEANS-SLIM-32-INDIGO","quantity":1}})",
+    R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"SHIRT-OXFORD-M-BLUE","quantity":2}})",
+    R"({"eventType":"SDK_PRODUCT_REMOVED_FROM_CART","data":{"sku":"JEANS-SLIM-32-INDIGO","quantity":0}})",
+    R"({"eventType":"SDK_PRODUCT_REMOVED_FROM_CALL","data":{"sku":"SCARF-MERINO-GREY","quantity":1}})",
+    R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":"response-1"}})",
+    R"({"eventType":"SDK_UNAUTHORIZED"})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RECONNECTING"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_DISCONNECTING"}})",
+    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_DISCONNECTED"}})",
+};
+/// The page opens the camera once the call runs.
+constexpr std::size_t previewStep = 6;
+
+bool hasForwarder(const headless::HeadlessWebEngine& engine) {
+  using Engine = headless::HeadlessWebEngine;
+  bool hasScript = false;
+  bool hasChannel = false;
+  for (const Engine::Record& record : engine.records()) {
+    if (const auto* installed = std::get_if<Engine::ScriptInstalled>(&record)) {
+      hasScript = hasScript || installed->script.source == messageForwarderScript();
+    } else if (const auto* channel = std::get_if<Engine::ChannelInstalled>(&record)) {
+      hasChannel = hasChannel || channel->name == agentEventChannel;
+    }
+  }
+  return hasScript && hasChannel;
+}
+
+}  // namespace
+
+std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared_ptr<UIView>& view) {
+  std::shared_ptr<SimulatedAgentTool> page(new SimulatedAgentTool(view));
+  if (auto* const engine = page->engine()) {
+    engine->setLoadObserver(whileAlive(
+        std::weak_ptr(page), [](SimulatedAgentTool& alive, const URLRequest& request) { alive.beginLoad(request.url); }));
+  }
+  return page;
+}
+
+headless::HeadlessWebEngine* SimulatedAgentTool::engine() const {
+  const auto view = view_.lock();
+  return view == nullptr ? nullptr : headless::HeadlessWebEngine::of(*view);
+}
+
+void SimulatedAgentTool::beginLoad(std::string_view url) {
+  ++load_;
+  outcome_ = loadPlan_ ? loadPlan_(url) : LoadOutcome(Finishes{});
+  isTour_ = url.ends_with("#tour");
+  RunLoop::main().post(whileAlive(weak_from_this(), [load = load_](SimulatedAgentTool& self) { self.endLoad(load); }));
+}
+
+void SimulatedAgentTool::endLoad(unsigned load) {
+  auto* const engine = this->engine();
+  if (engine == nullptr || load != load_) return;
+  const LoadOutcome outcome = outcome_;
+  match(
+      outcome,
+      [&](const Finishes&) {
+        engine->finishLoad();
+        if (isTour_) runTourFrom(load, 0);
+      },
+      [&](const Fails& failure) { engine->failLoad(failure.error); },
+      [&](const FailsBeforeAnythingArrived& failure) { engine->failProvisionalLoad(failure.error); },
+      [](const NeverEnds&) {});
+}
+
+void SimulatedAgentTool::runTourFrom(unsigned load, std::size_t step) {
+  if (load != load_ || step == tour.size()) return;
+  RunLoop::main().schedule(tourStep, whileAlive(weak_from_this(), [load, step](SimulatedAgentTool& self) {
+    auto* const engine = self.engine();
+    if (engine == nullptr || load != self.load_) return;
+    if (step == previewStep) engine->requestCapture(WKMediaCaptureType::cameraAndMicrophone, [](WKPermissionDecision) {});
+    self.postText(tour[step]);
+    self.runTourFrom(load, step + 1);
+  }));
+}
+
+void SimulatedAgentTool::postText(std::string_view text, Origin origin) {
+  if (JsonValue::parse(text)) postValue(text, origin);
+}
+
+void SimulatedAgentTool::postValue(std::string_view jsonText, Origin origin) {
+  auto* const engine = this->engine();
+  if (engine == nullptr || origin == Origin::another || !hasForwarder(*engine)) return;
+  engine->postMessage(agentEventChannel, jsonText);
+}
+
+}  // namespace corvane::testing

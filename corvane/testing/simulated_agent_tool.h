@@ -1,0 +1,68 @@
+/// A simulated agent tool page, for tests of host apps and of the framework without a web engine.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <variant>
+
+#include "corvane/export.h"
+#include "corvane/platform/foundation/json_value.h"
+#include "corvane/platform/headless/headless_web_engine.h"
+#include "corvane/platform/views/ui_view.h"
+#include "corvane/platform/web/web_error.h"
+
+namespace corvane::testing {
+
+/// Plays the agent tool in the web view of an agent view on the headless backend.
+///
+/// A load finishes on the run loop, unless `setLoadPlan` says otherwise. Messages go the way of a real page's window
+/// messages, through what the injected forwarder does: only those from the page's own origin arrive, text is read as
+/// JSON, and text that is no JSON is dropped. An address with the fragment "#tour" makes the page run through a whole
+/// call by itself, one message every `tourStep`.
+///
+/// Ownership: whoever made it; it refers to the view weakly, and does nothing once the view has ended.
+/// Threads:   main thread only.
+class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_this<SimulatedAgentTool> {
+ public:
+  struct Finishes {};
+  struct Fails { WebError error; };
+  struct FailsBeforeAnythingArrived { WebError error; };
+  struct NeverEnds {};
+  using LoadOutcome = std::variant<Finishes, Fails, FailsBeforeAnythingArrived, NeverEnds>;
+  /// Decides how the load of an address ends.
+  using LoadPlan = std::function<LoadOutcome(std::string_view url)>;
+
+  enum class Origin { ofThePage, another };
+
+  static constexpr std::chrono::milliseconds tourStep{350};
+
+  /// Takes over the first web view inside the view.
+  [[nodiscard]] static std::shared_ptr<SimulatedAgentTool> attach(const std::shared_ptr<UIView>& view);
+
+  void setLoadPlan(LoadPlan plan) { loadPlan_ = std::move(plan); }
+
+  /// Posts a window message whose data is a text.
+  void postText(std::string_view text, Origin origin = Origin::ofThePage);
+  /// Posts a window message whose data is a value, given as JSON text.
+  void postValue(std::string_view jsonText, Origin origin = Origin::ofThePage);
+
+ private:
+  explicit SimulatedAgentTool(const std::shared_ptr<UIView>& view) : view_(view) {}
+
+  [[nodiscard]] headless::HeadlessWebEngine* engine() const;
+  void beginLoad(std::string_view url);
+  void endLoad(unsigned load);
+  void runTourFrom(unsigned load, std::size_t step);
+
+  std::weak_ptr<UIView> view_;
+  LoadPlan loadPlan_;
+  LoadOutcome outcome_;
+  bool isTour_ = false;
+  /// Counts the loads, so that what belongs to an earlier one is recognised.
+  unsigned load_ = 0;
+};
+
+}  // namespace corvane::testing

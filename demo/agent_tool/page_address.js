@@ -1,0 +1,6 @@
+const items = new URLSearchParams(window.location.search);
+
+export const organisation = items.get("orgId") || "no organisation";
+export const booking = items.get("connectId") || "no booking";
+export const usesSsoLogin = items.get("ssoLogin") === "true";
+export const wantsTour = window.location.hash === "#tour";

@@ -1,0 +1,43 @@
+// The words this page and the host understand, and the one way to say them.
+
+export const EventType = Object.freeze({
+  callStarted: "SDK_CALL_STARTED",
+  callStatus: "SDK_CALL_STATUS",
+  minimize: "SDK_MINIMIZE_AGENT_TOOL",
+  productUpdatedInCart: "SDK_PRODUCT_UPDATE_IN_CART",
+  productRemovedFromCall: "SDK_PRODUCT_REMOVED_FROM_CALL",
+  productRemovedFromCart: "SDK_PRODUCT_REMOVED_FROM_CART",
+  refreshSsoToken: "SDK_REFRESH_SSO_TOKEN",
+  unauthorized: "SDK_UNAUTHORIZED",
+});
+
+export const CallStatus = Object.freeze({
+  starting: "CALL_SESSION_STATUS_STARTING",
+  ready: "CALL_SESSION_STATUS_READY",
+  waiting: "CALL_SESSION_STATUS_WAITING",
+  connecting: "CALL_SESSION_STATUS_CONNECTING",
+  running: "CALL_SESSION_STATUS_RUNNING",
+  reconnecting: "CALL_SESSION_STATUS_RECONNECTING",
+  disconnecting: "CALL_SESSION_STATUS_DISCONNECTING",
+  disconnected: "CALL_SESSION_STATUS_DISCONNECTED",
+  paused: "CALL_SESSION_STATUS_PAUSED",
+  waitingButLostRemote: "CALL_SESSION_STATUS_WAITING_BUT_LOST_REMOTE",
+  // The missing R is how the host spells it.
+  forwarding: "CALL_SESSION_STATUS_FOWARDING",
+});
+
+const internalActionPrefix = "SDK_INTERNAL_";
+const maximizeAction = "SDK_MAXIMIZE_AGENT_TOOL";
+
+export function isActionType(eventType) {
+  return (
+    typeof eventType === "string" &&
+    (eventType.startsWith(internalActionPrefix) || eventType === maximizeAction)
+  );
+}
+
+// The host listens in every frame and accepts a frame's own origin only, so
+// the event goes to this window even when the page sits inside another one.
+export function postEvent(eventType, data) {
+  window.postMessage(JSON.stringify({ eventType, data }), window.location.origin);
+}
