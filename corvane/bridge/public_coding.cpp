@@ -2,6 +2,7 @@
 #include "corvane/bridge/agent_event_coding.h"
 #include "corvane/bridge/product_cart_status_coding.h"
 #include "corvane/export.h"
+#include "corvane/platform/foundation/json_text.h"
 
 namespace corvane {
 

@@ -13,7 +13,6 @@
 #include <utility>
 
 #include "corvane/platform/foundation/coding_error.h"
-#include "corvane/platform/foundation/json_coding.h"
 #include "corvane/platform/foundation/json_value.h"
 #include "corvane/platform/foundation/json_writer.h"
 #include "corvane/platform/foundation/raw_text.h"
@@ -170,19 +169,5 @@ struct JsonCoding<Record> {
     json_detail::encodeFields(record, JsonFields<Record>::fields, writer);
   }
 };
-
-template <class Record>
-std::string encodeJson(const Record& record) {
-  JsonWriter writer;
-  JsonCoding<Record>::encode(record, writer);
-  return writer.take();
-}
-
-template <class Record>
-Record decodeJson(std::string_view text) {
-  const auto value = JsonValue::parse(text);
-  if (!value) throw value.error();
-  return JsonCoding<Record>::decode(*value);
-}
 
 }  // namespace corvane

@@ -17,9 +17,9 @@ struct WebError {
 
   Kind kind = Kind::cannotLoad;
   /// The engine's own words, for logs and developers.
-  std::string description;
+  std::string description{};
   /// The address that failed, where there is one.
-  std::string failingUrl;
+  std::string failingUrl{};
 
   bool operator==(const WebError&) const = default;
 };

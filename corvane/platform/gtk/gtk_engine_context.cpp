@@ -1,0 +1,41 @@
+#include "corvane/platform/gtk/gtk_engine_context.h"
+
+#include <filesystem>
+#include <string>
+
+namespace corvane::gtk {
+
+namespace {
+
+/// A folder of this app and this library, below one of the user's folders.
+std::filesystem::path folderOfApp(const char* userFolder) {
+  const char* app = g_get_prgname();
+  return std::filesystem::path(userFolder) / (app != nullptr ? app : "corvane") / "pages";
+}
+
+GObjectHandle<WebKitNetworkSession> makeNetworkSession(bool isEphemeral) {
+  using Session = GObjectHandle<WebKitNetworkSession>;
+  if (isEphemeral) return Session::adopt(webkit_network_session_new_ephemeral());
+  const std::filesystem::path data = folderOfApp(g_get_user_data_dir());
+  const std::filesystem::path cache = folderOfApp(g_get_user_cache_dir());
+  Session session = Session::adopt(webkit_network_session_new(data.c_str(), cache.c_str()));
+  // Unlike everything else the engine stores, cookies stay in memory until they are given a file.
+  webkit_cookie_manager_set_persistent_storage(webkit_network_session_get_cookie_manager(session.get()),
+                                               (data / "cookies.sqlite").c_str(),
+                                               WEBKIT_COOKIE_PERSISTENT_STORAGE_SQLITE);
+  return session;
+}
+
+}  // namespace
+
+EngineContext::EngineContext(const BackendOptions& chosen)
+    : options(chosen),
+      runLoop(std::make_shared<GlibRunLoop>()),
+      webContext(GObjectHandle<WebKitWebContext>::adopt(webkit_web_context_new())),
+      networkSession(makeNetworkSession(chosen.isEphemeral)),
+      // Left alone, the engine saves every download into the user's download folder without a word.
+      downloads(SignalConnection::make<void(WebKitNetworkSession*, WebKitDownload*)>(
+          networkSession.get(), "download-started",
+          [](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); })) {}
+
+}  // namespace corvane::gtk

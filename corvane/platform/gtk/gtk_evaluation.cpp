@@ -1,0 +1,87 @@
+#include "corvane/platform/gtk/gtk_evaluation.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace corvane::gtk {
+
+namespace {
+
+/// The engine reads text that is not valid UTF-8 as no text at all, and reports success.
+bool isValidText(std::string_view text) {
+  while (true) {
+    const std::size_t length = std::min(text.find('\0'), text.size());
+    if (g_utf8_validate(text.data(), static_cast<gssize>(length), nullptr) == FALSE) return false;
+    if (length == text.size()) return true;
+    text.remove_prefix(length + 1);
+  }
+}
+
+WebError processGoneError() { return {WebError::Kind::processTerminated, "The page's process has ended", {}}; }
+
+}  // namespace
+
+std::optional<JsonValue> jsonOf(JSCValue* value) {
+  const GTextHandle text(jsc_value_to_json(value, 0));
+  if (text == nullptr) return std::nullopt;
+  auto json = JsonValue::parse(text.get());
+  if (!json) return std::nullopt;
+  return std::move(*json);
+}
+
+/// Which completion an answer belongs to; travels through the C library.
+struct Evaluations::Pending {
+  std::weak_ptr<Evaluations> evaluations;
+  std::uint64_t number;
+};
+
+Evaluations::Evaluations(std::shared_ptr<EngineContext> context) : context_(std::move(context)) {}
+
+void Evaluations::run(WebKitWebView* webView, std::string_view script, EvaluationCompletion completion) {
+  if (isProcessGone_) return settleLater(std::move(completion), processGoneError());
+  // The C library takes no null text, not even an empty one.
+  if (script.empty()) script = "";
+  if (!isValidText(script)) {
+    return settleLater(std::move(completion), {WebError::Kind::scriptFailed, "The script is not valid UTF-8", {}});
+  }
+  const std::uint64_t number = nextNumber_++;
+  completions_.emplace(number, std::move(completion));
+  webkit_web_view_evaluate_javascript(webView, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,
+                                      nullptr, &Evaluations::answer, new Pending{weak_from_this(), number});
+}
+
+void Evaluations::settleAll(const WebError& error) {
+  for (auto& [number, completion] : std::exchange(completions_, {})) settleLater(std::move(completion), error);
+}
+
+void Evaluations::settleLater(EvaluationCompletion completion, WebError error) {
+  context_->runLoop->post([completion = std::move(completion), error = std::move(error)]() mutable {
+    completion(std::unexpected(std::move(error)));
+  });
+}
+
+void Evaluations::answer(GObject* webView, GAsyncResult* result, gpointer data) noexcept {
+  const std::unique_ptr<Pending> pending(static_cast<Pending*>(data));
+  const auto evaluations = pending->evaluations.lock();
+  if (evaluations == nullptr) return;
+  auto place = evaluations->completions_.extract(pending->number);
+  if (place.empty()) return;
+  place.mapped()(evaluations->finish(objectCast<WebKitWebView>(webView), result));
+}
+
+EvaluationResult Evaluations::finish(WebKitWebView* webView, GAsyncResult* result) const {
+  GError* rawError = nullptr;
+  const auto value =
+      GObjectHandle<JSCValue>::adopt(webkit_web_view_evaluate_javascript_finish(webView, result, &rawError));
+  const GErrorHandle error(rawError);
+  if (!value) {
+    if (isProcessGone_) return std::unexpected(processGoneError());
+    return std::unexpected(WebError{WebError::Kind::scriptFailed, error != nullptr ? error->message : "", {}});
+  }
+  if (jsc_value_is_undefined(value.get()) != FALSE) return JsonValue();
+  if (auto json = jsonOf(value.get())) return std::move(*json);
+  return std::unexpected(WebError{WebError::Kind::scriptFailed, "The result has no JSON form", {}});
+}
+
+}  // namespace corvane::gtk

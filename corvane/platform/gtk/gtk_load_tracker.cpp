@@ -1,0 +1,129 @@
+#include "corvane/platform/gtk/gtk_load_tracker.h"
+
+#include <utility>
+
+namespace corvane::gtk {
+
+namespace {
+
+constexpr std::string_view blankPage = "about:blank";
+
+}  // namespace
+
+void LoadTracker::loadRequested(std::string url) {
+  loadsAbandoned();
+  awaited_ = AwaitedLoad{.url = std::move(url)};
+}
+
+void LoadTracker::loadsAbandoned() {
+  if (awaited_) awaited_->isSilent = true;
+  if (running_) running_->isSilent = true;
+  cancelled_.reset();
+}
+
+void LoadTracker::navigationDecided(std::string_view url) {
+  cancelled_.reset();
+  if (awaited_ && awaited_->url == url) awaited_->isDecided = true;
+}
+
+bool LoadTracker::loadStarted() {
+  cancelled_.reset();
+  if (!awaited_) {
+    running_ = RunningLoad{};
+    return true;
+  }
+  if (awaited_->isDecided) {
+    running_ = RunningLoad{.requestedUrl = std::move(awaited_->url), .isSilent = awaited_->isSilent};
+    awaited_.reset();
+  } else {
+    running_ = RunningLoad{.isSilent = true};
+  }
+  return false;
+}
+
+std::optional<LoadReport> LoadTracker::loadCommitted(std::string_view url) {
+  if (!running_) return std::nullopt;
+  running_->phase = LoadPhase::committed;
+  // The engine shows an empty page, and calls it finished, instead of connecting to a port that browsers must not use.
+  const std::string& requested = running_->requestedUrl;
+  if (running_->isSilent || requested.empty() || requested == blankPage || url != blankPage) return std::nullopt;
+  running_->isSilent = true;
+  return LoadFailed{LoadPhase::provisional,
+                    {WebError::Kind::cannotLoad, "The address cannot be loaded", requested}};
+}
+
+std::optional<LoadReport> LoadTracker::loadFinished() {
+  // A load that finishes has always committed; this one is the echo of an earlier load's failure.
+  if (!running_ || running_->phase == LoadPhase::provisional) return std::nullopt;
+  const bool isSilent = running_->isSilent;
+  running_.reset();
+  if (isSilent) return std::nullopt;
+  return LoadFinished{};
+}
+
+std::optional<LoadReport> LoadTracker::loadFailed(LoadPhase phase, WebError error) {
+  bool isSilent = true;
+  if (running_) {
+    isSilent = running_->isSilent;
+    running_.reset();
+  } else if (awaited_ && awaited_->isDecided) {
+    isSilent = awaited_->isSilent;
+    awaited_.reset();
+  }
+  if (isSilent) return std::nullopt;
+  LoadFailed failed{phase, std::move(error)};
+  if (failed.error.kind != WebError::Kind::cancelled) return failed;
+  cancelled_ = std::move(failed);
+  return std::nullopt;
+}
+
+std::optional<LoadReport> LoadTracker::settleCancelledLoad() {
+  if (!cancelled_) return std::nullopt;
+  LoadFailed failed = std::move(*cancelled_);
+  cancelled_.reset();
+  return failed;
+}
+
+std::optional<LoadReport> LoadTracker::engineBecameIdle() {
+  if (!awaited_ || !awaited_->isDecided) return std::nullopt;
+  const bool isSilent = awaited_->isSilent;
+  awaited_.reset();
+  if (isSilent) return std::nullopt;
+  return LoadFinished{};
+}
+
+std::optional<LoadReport> LoadTracker::loadTimedOut() {
+  WebError error{WebError::Kind::timedOut, "The server did not answer in time", {}};
+  if (awaited_ && !awaited_->isSilent) {
+    awaited_->isSilent = true;
+    error.failingUrl = awaited_->url;
+    return LoadFailed{LoadPhase::provisional, std::move(error)};
+  }
+  if (running_ && !running_->isSilent) {
+    running_->isSilent = true;
+    error.failingUrl = running_->requestedUrl;
+    return LoadFailed{running_->phase, std::move(error)};
+  }
+  return std::nullopt;
+}
+
+LoadReport LoadTracker::processTerminated(std::string description) {
+  LoadFailed failed{LoadPhase::committed, {WebError::Kind::processTerminated, std::move(description), {}}};
+  if (awaited_ && !awaited_->isSilent) {
+    failed.phase = LoadPhase::provisional;
+    failed.error.failingUrl = std::move(awaited_->url);
+  } else if (running_ && !running_->isSilent) {
+    failed.phase = running_->phase;
+    failed.error.failingUrl = std::move(running_->requestedUrl);
+  }
+  awaited_.reset();
+  running_.reset();
+  cancelled_.reset();
+  return failed;
+}
+
+bool LoadTracker::isLoadUnderWay() const {
+  return (awaited_ && !awaited_->isSilent) || (running_ && !running_->isSilent);
+}
+
+}  // namespace corvane::gtk

@@ -1,0 +1,80 @@
+/// What the web engine's load signals mean: which load of the host or the page ended, and how.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "corvane/export.h"
+#include "corvane/platform/web/web_engine.h"
+
+namespace corvane::gtk {
+
+struct LoadFinished {
+  bool operator==(const LoadFinished&) const = default;
+};
+struct LoadFailed {
+  LoadPhase phase = LoadPhase::provisional;
+  WebError error;
+  bool operator==(const LoadFailed&) const = default;
+};
+using LoadReport = std::variant<LoadFinished, LoadFailed>;
+
+/// Follows the loads of one web view from event to event and says what there is to report, once for each load.
+///
+/// The engine's signals do not say which load they belong to, so that is worked out here. The host's newest load is
+/// awaited until the engine has decided about its navigation; whatever starts or ends before that belongs to a load
+/// that it replaced, and is passed over in silence. The engine also says "finished" after each failure.
+///
+/// Ownership: owned by the page loader; it holds no resources. Threads: main thread only. Failure: none.
+class CORVANE_EXPORT LoadTracker {
+ public:
+  /// The host asks for a page. The address is in the engine's own spelling.
+  void loadRequested(std::string url);
+  /// Whatever is under way ends without a report; the host has replaced it with a load that never reaches the engine.
+  void loadsAbandoned();
+  /// The engine has decided to begin a navigation, of the main frame or of another one.
+  void navigationDecided(std::string_view url);
+  /// A load has begun. True for one that the page itself began, by a link or a script.
+  bool loadStarted();
+  /// The first of the page has arrived, under this address.
+  [[nodiscard]] std::optional<LoadReport> loadCommitted(std::string_view url);
+  [[nodiscard]] std::optional<LoadReport> loadFinished();
+  /// A cancelled load may have been replaced by the page itself, which cannot be known yet: it is held back, and
+  /// `settleCancelledLoad` must be called a while later.
+  [[nodiscard]] std::optional<LoadReport> loadFailed(LoadPhase phase, WebError error);
+  [[nodiscard]] bool hasCancelledLoad() const { return cancelled_.has_value(); }
+  /// The report of the load that was cancelled; none when another load has taken its place since.
+  [[nodiscard]] std::optional<LoadReport> settleCancelledLoad();
+  /// The engine has nothing more to load. For a host's load that never started this is the end: its address differs
+  /// from the page's own only in the fragment, and the page has just moved there.
+  [[nodiscard]] std::optional<LoadReport> engineBecameIdle();
+  /// The load under way has made no progress for too long.
+  [[nodiscard]] std::optional<LoadReport> loadTimedOut();
+  /// The engine's process for the page has ended, and every load with it.
+  [[nodiscard]] LoadReport processTerminated(std::string description);
+
+  /// Whether there is a load that will still be reported.
+  [[nodiscard]] bool isLoadUnderWay() const;
+
+ private:
+  /// A load that the host has asked for and the engine has not begun.
+  struct AwaitedLoad {
+    std::string url;
+    bool isDecided = false;
+    bool isSilent = false;
+  };
+  struct RunningLoad {
+    /// Empty for a load that the page began.
+    std::string requestedUrl;
+    LoadPhase phase = LoadPhase::provisional;
+    bool isSilent = false;
+  };
+
+  std::optional<AwaitedLoad> awaited_;
+  std::optional<RunningLoad> running_;
+  std::optional<LoadFailed> cancelled_;
+};
+
+}  // namespace corvane::gtk

@@ -1,0 +1,132 @@
+#include "corvane/platform/foundation/json_value.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+namespace corvane {
+namespace {
+
+JsonValue parse(std::string_view text) {
+  auto value = JsonValue::parse(text);
+  if (!value) {
+    ADD_FAILURE() << text.substr(0, 80) << ": " << value.error().what();
+    return {};
+  }
+  return *std::move(value);
+}
+
+std::vector<JsonView> elementsOf(JsonView array) {
+  std::vector<JsonView> all;
+  for (const JsonView element : array.elements()) all.push_back(element);
+  return all;
+}
+
+std::string nestedArrays(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
+
+TEST(JsonValue, ReadsEveryKindAndKeepsTheOrder) {
+  const JsonValue value = parse(R"( {"a":[1,-2,"x\u0000y\u00e4",null,true,{}],"b":{"c":[[],[0.5]]},"d":false} )");
+  ASSERT_EQ(value.size(), 3U);
+  std::vector<std::string> keys;
+  for (const auto member : value.members()) keys.emplace_back(member.key);
+  EXPECT_EQ(keys, (std::vector<std::string>{"a", "b", "d"}));
+
+  const auto elements = elementsOf(*value.find("a"));
+  ASSERT_EQ(elements.size(), 6U);
+  EXPECT_EQ(elements[0].integer(), 1);
+  EXPECT_EQ(elements[1].integer(), -2);
+  EXPECT_EQ(elements[2].string(), std::string_view("x\0yä", 5));
+  EXPECT_TRUE(elements[3].isNull());
+  EXPECT_EQ(elements[4].boolean(), true);
+  EXPECT_TRUE(elements[5].isObject());
+  EXPECT_EQ(elementsOf(elementsOf(*value.find("b")->find("c"))[1])[0].number(), 0.5);
+  EXPECT_EQ(value.find("d")->boolean(), false);
+  EXPECT_FALSE(value.find("e"));
+  EXPECT_FALSE(value.find("a")->find("b")) << "an array has no members";
+}
+
+TEST(JsonValue, TellsNumbersBooleansAndTextsApart) {
+  EXPECT_FALSE(parse("1").boolean());
+  EXPECT_FALSE(parse("true").number());
+  EXPECT_FALSE(parse("\"1\"").integer());
+  EXPECT_FALSE(parse("null").string());
+}
+
+TEST(JsonValue, ReadsWholeNumbersHoweverTheyAreWritten) {
+  const auto integer = [](std::string_view text) { return parse(text).integer(); };
+  EXPECT_EQ(integer("3.0"), 3);
+  EXPECT_EQ(integer("3e2"), 300);
+  EXPECT_EQ(integer("-0"), 0);
+  EXPECT_EQ(integer("9223372036854775807"), std::numeric_limits<std::int64_t>::max());
+  EXPECT_EQ(integer("-9223372036854775808"), std::numeric_limits<std::int64_t>::min());
+  EXPECT_EQ(integer("-9223372036854775808.0"), std::numeric_limits<std::int64_t>::min());
+  for (const auto* const text :
+       {"9223372036854775808", "9223372036854775808.0", "18446744073709551615", "1e300", "0.5"}) {
+    EXPECT_FALSE(integer(text)) << text;
+    EXPECT_TRUE(parse(text).number()) << text;
+  }
+}
+
+TEST(JsonValue, IntegersBeyond64BitsDoNotLoseTheMessage) {
+  const JsonValue value =
+      parse(R"({"a":100000000000000000000,"b":[-9223372036854775809],"c":"100000000000000000000\"1"})");
+  EXPECT_EQ(value.find("a")->number(), 1e20);
+  EXPECT_EQ(elementsOf(*value.find("b"))[0].number(), -0x1p63);
+  EXPECT_EQ(value.find("c")->string(), "100000000000000000000\"1");
+  EXPECT_FALSE(JsonValue::parse("[1" + std::string(400, '0') + "]")) << "beyond the range of doubles";
+}
+
+TEST(JsonValue, HalfASurrogatePairMarksItsTextAndWhatHoldsIt) {
+  const JsonValue value = parse(
+      R"({"plain":"\ud83d\ude00","bad":["ok","\ud83dx\\\ude00"],"\udc00":1,"after":"\\ud800","last":{"x":"\ud800\ud83d\ude00"}})");
+  EXPECT_FALSE(value.isWellFormed());
+  EXPECT_TRUE(value.find("plain")->isWellFormed());
+  EXPECT_EQ(value.find("plain")->string(), "😀");
+  EXPECT_FALSE(value.find("bad")->isWellFormed());
+  const auto elements = elementsOf(*value.find("bad"));
+  EXPECT_TRUE(elements[0].isWellFormed());
+  EXPECT_EQ(elements[1].string(), "\uFFFDx\\\uFFFD");
+  EXPECT_EQ(value.find("\uFFFD")->integer(), 1);
+  EXPECT_TRUE(value.find("after")->isWellFormed()) << "an escaped backslash before ud800";
+  EXPECT_EQ(value.find("last")->find("x")->string(), "\uFFFD😀");
+}
+
+TEST(JsonValue, OfAKeyThatOccursTwiceTheLastMemberCounts) {
+  EXPECT_EQ(parse(R"({"a":1,"a":2})").find("a")->integer(), 2);
+}
+
+TEST(JsonValue, RefusesWhatIsNoJson) {
+  for (const std::string_view text :
+       {"", " ", "{", "{]", "[1,]", "{\"a\"}", "nul", "'a'", "NaN", "01", "1 2", "\"\xff\"", "\"\\x\"", "\"a\nb\"",
+        "\"\\ud800", "{\"a\":1}}", "1e999", "[\"\\ud800\",01]"}) {
+    const auto value = JsonValue::parse(text);
+    ASSERT_FALSE(value) << text;
+    EXPECT_EQ(value.error().kind(), DecodingError::Kind::dataCorrupted);
+    EXPECT_TRUE(value.error().debugDescription().starts_with("The given data was not valid JSON"));
+  }
+}
+
+TEST(JsonValue, DepthIsBoundedAndLargeTextsAreNot) {
+  EXPECT_TRUE(JsonValue::parse(nestedArrays(JsonValue::maximumDepth)));
+  EXPECT_FALSE(JsonValue::parse(nestedArrays(JsonValue::maximumDepth + 1)));
+  EXPECT_FALSE(JsonValue::parse(std::string(4'000'000, '[')));
+  EXPECT_EQ(parse("{\"a\":\"" + std::string(3'000'000, 'x') + "\"}").find("a")->string()->size(), 3'000'000U);
+  EXPECT_EQ(parse("[1]").size(), 1U) << "the parser is fit for use after refusals";
+}
+
+TEST(JsonValue, HandlesShareADocumentAcrossThreads) {
+  JsonValue value = parse(R"(["text that is long enough to live in the document"])");
+  JsonValue copy = value;
+  value = JsonValue();
+  EXPECT_TRUE(value.isNull());
+  std::thread([copy] { EXPECT_EQ(copy.size(), 1U); }).join();
+  const JsonValue moved = std::move(copy);
+  EXPECT_EQ(elementsOf(moved)[0].string()->size(), 48U);
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,87 @@
+#include "corvane/platform/web/wk_web_view.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/support/headless_test.h"
+
+namespace corvane {
+namespace {
+
+using headless::HeadlessWebEngine;
+
+class WKWebViewTest : public HeadlessTest {
+ protected:
+  std::shared_ptr<WKWebView> view_ = WKWebView::create({}, {});
+  HeadlessWebEngine& engine() { return *HeadlessWebEngine::of(*view_); }
+};
+
+class Decider : public WKUIDelegate {
+ public:
+  void webViewRequestMediaCapturePermission(WKWebView&, const WKMediaCaptureRequest& request,
+                                            WKPermissionDecisionHandler handler) override {
+    requests.push_back(request);
+    decisionHandler = std::move(handler);
+  }
+  std::vector<WKMediaCaptureRequest> requests;
+  WKPermissionDecisionHandler decisionHandler;
+};
+
+TEST_F(WKWebViewTest, EvaluationsCompleteLaterInOrderAndAlsoAfterTheViewHasEnded) {
+  engine().setEvaluator([](std::string_view script) -> EvaluationResult {
+    if (script == "bad") return std::unexpected(WebError{.kind = WebError::Kind::scriptFailed, .description = "boom"});
+    return JsonValue::parse(script).value();
+  });
+  std::vector<std::string> log;
+  view_->evaluateJavaScript("42", [&](const EvaluationResult& result) {
+    log.push_back(std::to_string(result->integer().value()));
+  });
+  view_->evaluateJavaScript("bad", [&](const EvaluationResult& result) { log.push_back(result.error().description); });
+  EXPECT_TRUE(log.empty());
+  view_.reset();
+  loop().runUntilIdle();
+  EXPECT_EQ(log, (std::vector<std::string>{"42", "boom"}));
+}
+
+TEST_F(WKWebViewTest, ACaptureRequestIsAnsweredOnceAndRefusedWhenNobodyAnswers) {
+  std::vector<WKPermissionDecision> answers;
+  const auto ask = [&] {
+    engine().requestCapture(WKMediaCaptureType::camera, [&](WKPermissionDecision answer) { answers.push_back(answer); });
+  };
+  ask();
+  EXPECT_EQ(answers, (std::vector{WKPermissionDecision::prompt})) << "without a delegate the user decides";
+
+  const auto decider = std::make_shared<Decider>();
+  view_->setUIDelegate(decider);
+  ask();
+  ASSERT_EQ(decider->requests.size(), 1U);
+  EXPECT_EQ(answers.size(), 1U) << "the answer may come later";
+  decider->decisionHandler(WKPermissionDecision::grant);
+  decider->decisionHandler(WKPermissionDecision::deny);
+  EXPECT_EQ(answers.back(), WKPermissionDecision::grant);
+  EXPECT_EQ(answers.size(), 2U);
+  ask();
+  decider->decisionHandler = nullptr;
+  EXPECT_EQ(answers.back(), WKPermissionDecision::deny);
+}
+
+TEST_F(WKWebViewTest, DelegatesAreHeldWeakly) {
+  view_->setUIDelegate(std::make_shared<Decider>());
+  view_->setNavigationDelegate(std::weak_ptr<WKNavigationDelegate>());
+  engine().finishLoad();
+  engine().failLoad({});
+  WKPermissionDecision answer = WKPermissionDecision::grant;
+  engine().requestCapture(WKMediaCaptureType::camera, [&](WKPermissionDecision given) { answer = given; });
+  EXPECT_EQ(answer, WKPermissionDecision::prompt);
+}
+
+TEST(HeadlessBackend, RefusesToBeInstalledTwice) {
+  const auto first = headless::Backend::install();
+  EXPECT_THROW(static_cast<void>(headless::Backend::install()), std::logic_error);
+}
+
+}  // namespace
+}  // namespace corvane
