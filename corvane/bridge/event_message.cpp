@@ -60,10 +60,17 @@ bool isAgentToolEvent(JsonView message) {
 }
 
 EventMessage parseEventMessage(JsonView message) {
+  // One pass finds both members; a member that occurs twice counts as the last one, as everywhere.
   EventMessage parsed;
-  const auto type = findText(message, "eventType").value_or("");
+  std::string_view type;
+  for (const JsonView::Member member : message.members()) {
+    if (member.key == "eventType") {
+      type = member.value.string().value_or("");
+    } else if (member.key == "data") {
+      parsed.data = member.value.isObject() ? member.value : JsonView::emptyObject();
+    }
+  }
   parsed.type = fromRawValue<WebAgentEventType>(type).value_or(WebAgentEventType::unknown);
-  if (const auto data = message.find("data"); data && data->isObject()) parsed.data = *data;
   return parsed;
 }
 

@@ -30,9 +30,9 @@ class Receiver : public PageMessageReceiver {
 
 class EventIntake : public testing::Test {
  protected:
-  std::vector<std::string> take(std::string_view body, std::string channel = "agentEventHandler") {
+  std::vector<std::string> take(std::string_view body, std::string_view channel = "agentEventHandler") {
     receiver_.log.clear();
-    takeInMessage({std::move(channel), JsonValue::parse(body).value()}, state_, receiver_);
+    takeInMessage({channel, JsonValue::parse(body).value()}, state_, receiver_);
     return receiver_.log;
   }
   std::vector<std::string> takeStatus(const std::string& status) {

@@ -31,6 +31,10 @@ DecodingError keyNotFound(std::string_view key) {
   return {DecodingError::Kind::keyNotFound, std::string(key), {}, "No member \"" + std::string(key) + "\"."};
 }
 
+DecodingError unknownRawValue(std::string_view text) {
+  return {DecodingError::Kind::dataCorrupted, "String", {}, "No value is written as \"" + std::string(text) + "\"."};
+}
+
 }  // namespace json_detail
 
 std::int64_t JsonCoding<std::int64_t>::decode(JsonView value) {

@@ -34,6 +34,7 @@ namespace json_detail {
 
 [[nodiscard]] DecodingError typeMismatch(std::string_view typeName, JsonView found);
 [[nodiscard]] DecodingError keyNotFound(std::string_view key);
+[[nodiscard]] DecodingError unknownRawValue(std::string_view text);
 
 /// An error that was found below a member, told from one level further up.
 template <class Error>
@@ -151,9 +152,10 @@ struct JsonCoding<std::int64_t> {
 template <HasRawText Enumeration>
 struct JsonCoding<Enumeration> {
   static Enumeration decode(JsonView value) {
-    const std::string text = JsonCoding<std::string>::decode(value);
-    if (const auto enumerator = fromRawValue<Enumeration>(text)) return *enumerator;
-    throw DecodingError(DecodingError::Kind::dataCorrupted, "String", {}, "No value is written as \"" + text + "\".");
+    const auto text = value.string();
+    if (!text) throw json_detail::typeMismatch("String", value);
+    if (const auto enumerator = fromRawValue<Enumeration>(*text)) return *enumerator;
+    throw json_detail::unknownRawValue(*text);
   }
   static void encode(Enumeration enumerator, JsonWriter& writer) { writer.text(rawValue(enumerator)); }
 };

@@ -2,6 +2,7 @@
 #include <simdjson.h>
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <cstring>
 #include <limits>
@@ -20,100 +21,96 @@ using json_detail::Document;
 using json_detail::Node;
 using json_detail::NumberForm;
 
-// Parsers and builders keep their buffers; beyond this size they would keep more than a page message ever needs.
+// A parser keeps its buffers; beyond this size they would keep more than a page message ever needs.
 constexpr std::size_t largestReusedText = 64 * 1024;
 
-/// Collects the nodes and texts of one document. Texts are numbered in the order of the document, keys included.
+/// Builds one document in a block that is as large as its text can make it. Memory that is never written costs little,
+/// and a second pass would cost more.
 class DocumentBuilder {
  public:
-  explicit DocumentBuilder(const std::vector<std::size_t>& illFormedTexts)
-      : nextIllFormed_(illFormedTexts.begin()), endIllFormed_(illFormedTexts.end()) {}
+  /// Of the texts, numbered in the order of the document with keys included, some are known to be ill-formed.
+  DocumentBuilder(std::size_t textSize, const std::vector<std::size_t>& illFormedTexts)
+      : nextIllFormed_(illFormedTexts.begin()), endIllFormed_(illFormedTexts.end()) {
+    // Every value takes a character and, but for the last, something that ends it.
+    const std::size_t mostNodes = textSize / 2 + 1;
+    void* const block = ::operator new(sizeof(Document) + mostNodes * sizeof(Node) + textSize);
+    document_ = new (block) Document;
+    nextNode_ = document_->nodes();
+    nextText_ = reinterpret_cast<char*>(nextNode_ + mostNodes);
+  }
 
-  struct Buffers {
-    std::vector<Node> nodes;
-    std::string texts;
-  };
+  const Document* build(simdjson::dom::element root) {
+    add(root);
+    return document_;
+  }
 
-  /// Recursion is bounded by the depth that the parser lets through.
-  bool add(simdjson::dom::element element, Buffers& buffers) {
+ private:
+  /// Tells whether everything in the value is well-formed. Recursion is bounded by the depth that the parser lets
+  /// through.
+  bool add(simdjson::dom::element element) {
     using simdjson::dom::element_type;
     switch (element.type()) {
-      case element_type::NULL_VALUE: buffers.nodes.push_back({}); return true;
+      case element_type::NULL_VALUE: append({}); return true;
       case element_type::BOOL:
-        buffers.nodes.push_back({.kind = JsonKind::boolean, .payload = element.get_bool().value_unsafe()});
+        append({.kind = JsonKind::boolean, .payload = element.get_bool().value_unsafe()});
         return true;
       case element_type::INT64:
-        addNumber(NumberForm::signedInteger, static_cast<std::uint64_t>(element.get_int64().value_unsafe()), buffers);
+        addNumber(NumberForm::signedInteger, static_cast<std::uint64_t>(element.get_int64().value_unsafe()));
         return true;
-      case element_type::UINT64:
-        addNumber(NumberForm::unsignedInteger, element.get_uint64().value_unsafe(), buffers);
-        return true;
+      case element_type::UINT64: addNumber(NumberForm::unsignedInteger, element.get_uint64().value_unsafe()); return true;
       case element_type::DOUBLE:
-        addNumber(NumberForm::real, std::bit_cast<std::uint64_t>(element.get_double().value_unsafe()), buffers);
+        addNumber(NumberForm::real, std::bit_cast<std::uint64_t>(element.get_double().value_unsafe()));
         return true;
-      case element_type::STRING: return addText(element.get_string().value_unsafe(), buffers);
+      case element_type::STRING: return addText(element.get_string().value_unsafe());
       case element_type::ARRAY:
-        return addContainer(JsonKind::array, buffers, [&](Node& container) {
+        return addContainer(JsonKind::array, [&](Node& container) {
           for (const simdjson::dom::element child : simdjson::dom::array(element.get_array().value_unsafe())) {
             ++container.size;
-            container.isWellFormed &= add(child, buffers);
+            container.isWellFormed &= add(child);
           }
         });
       case element_type::OBJECT:
-        return addContainer(JsonKind::object, buffers, [&](Node& container) {
+        return addContainer(JsonKind::object, [&](Node& container) {
           for (const auto member : simdjson::dom::object(element.get_object().value_unsafe())) {
             ++container.size;
-            container.isWellFormed &= addText(member.key, buffers);
-            container.isWellFormed &= add(member.value, buffers);
+            container.isWellFormed &= addText(member.key);
+            container.isWellFormed &= add(member.value);
           }
         });
     }
     std::unreachable();
   }
 
-  static const Document* build(const Buffers& buffers) {
-    const std::size_t nodeBytes = buffers.nodes.size() * sizeof(Node);
-    void* const block = ::operator new(sizeof(Document) + nodeBytes + buffers.texts.size());
-    auto* const document = new (block) Document(buffers.nodes.size());
-    Node* const nodes = document->nodes();
-    std::ranges::uninitialized_copy(buffers.nodes, std::span(nodes, buffers.nodes.size()));
-    char* const texts = reinterpret_cast<char*>(nodes) + nodeBytes;
-    std::memcpy(texts, buffers.texts.data(), buffers.texts.size());
-    for (std::size_t index = 0; index < buffers.nodes.size(); ++index) {
-      // While collecting, a text's payload counts from the first text; in the block it counts from the node itself.
-      if (nodes[index].kind == JsonKind::string) nodes[index].payload += nodeBytes - index * sizeof(Node);
-    }
-    return document;
+  Node* append(const Node& node) { return new (nextNode_++) Node(node); }
+
+  void addNumber(NumberForm form, std::uint64_t bits) {
+    append({.kind = JsonKind::number, .form = form, .payload = bits});
   }
 
- private:
-  static void addNumber(NumberForm form, std::uint64_t bits, Buffers& buffers) {
-    buffers.nodes.push_back({.kind = JsonKind::number, .form = form, .payload = bits});
-  }
-
-  bool addText(std::string_view text, Buffers& buffers) {
+  bool addText(std::string_view text) {
     const bool isIllFormed = nextIllFormed_ != endIllFormed_ && *nextIllFormed_ == textCount_;
     if (isIllFormed) ++nextIllFormed_;
     ++textCount_;
-    buffers.nodes.push_back({.kind = JsonKind::string,
-                             .isWellFormed = !isIllFormed,
-                             .size = static_cast<std::uint32_t>(text.size()),
-                             .payload = buffers.texts.size()});
-    buffers.texts.append(text);
+    append({.kind = JsonKind::string,
+            .isWellFormed = !isIllFormed,
+            .size = static_cast<std::uint32_t>(text.size()),
+            .payload = static_cast<std::uint64_t>(nextText_ - reinterpret_cast<char*>(nextNode_))});
+    std::memcpy(nextText_, text.data(), text.size());
+    nextText_ += text.size();
     return !isIllFormed;
   }
 
   template <class AddContents>
-  static bool addContainer(JsonKind kind, Buffers& buffers, AddContents addContents) {
-    const std::size_t index = buffers.nodes.size();
-    Node container{.kind = kind};
-    buffers.nodes.push_back(container);
-    addContents(container);
-    container.payload = buffers.nodes.size() - index;
-    buffers.nodes[index] = container;
-    return container.isWellFormed;
+  bool addContainer(JsonKind kind, AddContents addContents) {
+    Node* const container = append({.kind = kind});
+    addContents(*container);
+    container->payload = static_cast<std::uint64_t>(nextNode_ - container);
+    return container->isWellFormed;
   }
 
+  Document* document_;
+  Node* nextNode_;
+  char* nextText_;
   std::vector<std::size_t>::const_iterator nextIllFormed_;
   std::vector<std::size_t>::const_iterator endIllFormed_;
   std::size_t textCount_ = 0;
@@ -209,29 +206,22 @@ DecodingError notJson(const char* reason) {
   return {DecodingError::Kind::dataCorrupted, "JSON", {}, std::string("The given data was not valid JSON: ") + reason};
 }
 
-struct ParseTools {
-  simdjson::dom::parser parser;
-  DocumentBuilder::Buffers buffers;
-};
+using ParsedDocument = std::expected<const Document*, simdjson::error_code>;
 
-std::expected<const Document*, simdjson::error_code> parseDocument(std::string_view text, ParseTools& tools,
-                                                                   const std::vector<std::size_t>& illFormedTexts) {
+ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parser,
+                             const std::vector<std::size_t>& illFormedTexts) {
   simdjson::dom::element root;
-  if (const auto error = tools.parser.parse(text.data(), text.size()).get(root)) return std::unexpected(error);
-  tools.buffers.nodes.clear();
-  tools.buffers.texts.clear();
-  DocumentBuilder(illFormedTexts).add(root, tools.buffers);
-  return DocumentBuilder::build(tools.buffers);
+  if (const auto error = parser.parse(text.data(), text.size()).get(root)) return std::unexpected(error);
+  return DocumentBuilder(text.size(), illFormedTexts).build(root);
 }
 
-std::expected<const Document*, simdjson::error_code> parseDocument(std::string_view text, ParseTools& tools) {
-  static const std::vector<std::size_t> none;
-  auto document = parseDocument(text, tools, none);
+ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parser) {
+  const auto document = parseDocument(text, parser, {});
   if (document || (document.error() != simdjson::NUMBER_ERROR && document.error() != simdjson::STRING_ERROR)) {
     return document;
   }
   const ReadableCopy readable(text);
-  return parseDocument(readable.text(), tools, readable.illFormedTexts());
+  return parseDocument(readable.text(), parser, readable.illFormedTexts());
 }
 
 }  // namespace
@@ -242,11 +232,11 @@ std::expected<JsonValue, DecodingError> JsonValue::parse(std::string_view text) 
   }
   const auto document = [&] {
     if (text.size() > largestReusedText) {
-      ParseTools tools;
-      return parseDocument(text, tools);
+      simdjson::dom::parser parser;
+      return parseDocument(text, parser);
     }
-    thread_local ParseTools tools;
-    return parseDocument(text, tools);
+    thread_local simdjson::dom::parser parser;
+    return parseDocument(text, parser);
   }();
   if (!document) return std::unexpected(notJson(simdjson::error_message(document.error())));
   return JsonValue(*document);

@@ -1,5 +1,6 @@
 #include "corvane/platform/foundation/json_value.h"
 
+#include <bit>
 #include <cmath>
 #include <new>
 #include <utility>
@@ -17,16 +18,9 @@ constinit const Node emptyObjectNode{.kind = JsonKind::object, .payload = 1};
 
 using json_detail::NumberForm;
 
-JsonKind JsonView::kind() const noexcept { return node_->kind; }
-
 std::optional<bool> JsonView::boolean() const noexcept {
   if (kind() != JsonKind::boolean) return std::nullopt;
   return node_->payload != 0;
-}
-
-std::optional<std::string_view> JsonView::string() const noexcept {
-  if (kind() != JsonKind::string) return std::nullopt;
-  return node_->text();
 }
 
 std::optional<double> JsonView::number() const noexcept {
@@ -34,7 +28,7 @@ std::optional<double> JsonView::number() const noexcept {
     case NumberForm::none: return std::nullopt;
     case NumberForm::signedInteger: return static_cast<double>(static_cast<std::int64_t>(node_->payload));
     case NumberForm::unsignedInteger: return static_cast<double>(node_->payload);
-    case NumberForm::real: return node_->real();
+    case NumberForm::real: return std::bit_cast<double>(node_->payload);
   }
   std::unreachable();
 }
@@ -44,7 +38,7 @@ std::optional<std::int64_t> JsonView::integer() const noexcept {
   if (node_->form != NumberForm::real) return std::nullopt;
   // 2^63 itself is the first double above the range; its negative is still inside.
   constexpr double limit = 0x1p63;
-  const double value = node_->real();
+  const auto value = std::bit_cast<double>(node_->payload);
   if (value < -limit || value >= limit || std::trunc(value) != value) return std::nullopt;
   return static_cast<std::int64_t>(value);
 }
@@ -57,32 +51,6 @@ std::optional<JsonView> JsonView::find(std::string_view key) const noexcept {
     if (member.key == key) found = member.value;
   }
   return found;
-}
-
-JsonView::Elements JsonView::elements() const noexcept {
-  if (!isArray()) return {nullptr, nullptr};
-  return {node_ + 1, node_->next()};
-}
-
-JsonView::Members JsonView::members() const noexcept {
-  if (!isObject()) return {nullptr, nullptr};
-  return {node_ + 1, node_->next()};
-}
-
-bool JsonView::isWellFormed() const noexcept { return node_->isWellFormed; }
-
-JsonView::Elements::Iterator& JsonView::Elements::Iterator::operator++() noexcept {
-  node_ = node_->next();
-  return *this;
-}
-
-JsonView::Member JsonView::Members::Iterator::operator*() const noexcept {
-  return {node_->text(), JsonView(node_ + 1)};
-}
-
-JsonView::Members::Iterator& JsonView::Members::Iterator::operator++() noexcept {
-  node_ = (node_ + 1)->next();
-  return *this;
 }
 
 JsonValue::JsonValue(const json_detail::Document* document) noexcept

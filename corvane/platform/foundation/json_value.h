@@ -12,18 +12,37 @@
 
 namespace corvane {
 
+enum class JsonKind : std::uint8_t { null, boolean, number, string, array, object };
+
 namespace json_detail {
+
+enum class NumberForm : std::uint8_t { none, signedInteger, unsignedInteger, real };
 
 /// A value of a parsed document. Documents are flat: a container is followed by everything inside it, so that
 /// neither reading nor freeing one ever recurses.
-struct Node;
+struct Node {
+  JsonKind kind = JsonKind::null;
+  NumberForm form = NumberForm::none;
+  /// False where this text, or any text inside this container, held half a surrogate pair.
+  bool isWellFormed = true;
+  /// Bytes of a text, elements of an array, members of an object.
+  std::uint32_t size = 0;
+  /// A Boolean, the bits of a number, the distance in bytes from this node to its text, or the number of nodes that
+  /// a container takes up, itself included. A member is a text node followed by its value.
+  std::uint64_t payload = 0;
+
+  [[nodiscard]] bool isContainer() const noexcept { return kind == JsonKind::array || kind == JsonKind::object; }
+  [[nodiscard]] const Node* next() const noexcept { return this + (isContainer() ? payload : 1); }
+  [[nodiscard]] std::string_view text() const noexcept {
+    return {reinterpret_cast<const char*>(this) + payload, size};
+  }
+};
+
 struct Document;
-extern const Node nullNode;
-extern const Node emptyObjectNode;
+CORVANE_EXPORT extern const Node nullNode;
+CORVANE_EXPORT extern const Node emptyObjectNode;
 
 }  // namespace json_detail
-
-enum class JsonKind : std::uint8_t { null, boolean, number, string, array, object };
 
 /// A value inside a JSON document that somebody else keeps alive. Copying costs nothing; texts are views.
 class CORVANE_EXPORT JsonView {
@@ -38,7 +57,7 @@ class CORVANE_EXPORT JsonView {
   /// An object without members.
   static JsonView emptyObject() noexcept { return JsonView(&json_detail::emptyObjectNode); }
 
-  [[nodiscard]] JsonKind kind() const noexcept;
+  [[nodiscard]] JsonKind kind() const noexcept { return node_->kind; }
   [[nodiscard]] bool isNull() const noexcept { return kind() == JsonKind::null; }
   [[nodiscard]] bool isObject() const noexcept { return kind() == JsonKind::object; }
   [[nodiscard]] bool isArray() const noexcept { return kind() == JsonKind::array; }
@@ -46,7 +65,10 @@ class CORVANE_EXPORT JsonView {
   /// The Boolean, or none for any other kind of value; 0 and 1 are numbers.
   [[nodiscard]] std::optional<bool> boolean() const noexcept;
   /// The UTF-8 text, or none for any other kind of value. It may hold NUL characters.
-  [[nodiscard]] std::optional<std::string_view> string() const noexcept;
+  [[nodiscard]] std::optional<std::string_view> string() const noexcept {
+    if (kind() != JsonKind::string) return std::nullopt;
+    return node_->text();
+  }
   /// The number, rounded to the nearest double, or none for any other kind of value.
   [[nodiscard]] std::optional<double> number() const noexcept;
   /// The number if it is a whole one within 64 bits, however it is written (3, 3.0, 3e0); none otherwise.
@@ -64,7 +86,7 @@ class CORVANE_EXPORT JsonView {
 
   /// False where the value, or anything inside it, was written with half a surrogate pair. Such text has no UTF-8
   /// form; it reads with U+FFFD in place of the half.
-  [[nodiscard]] bool isWellFormed() const noexcept;
+  [[nodiscard]] bool isWellFormed() const noexcept { return node_->isWellFormed; }
 
  protected:
   explicit JsonView(const json_detail::Node* node) noexcept : node_(node) {}
@@ -99,12 +121,15 @@ class CORVANE_EXPORT JsonValue : public JsonView {
 };
 
 /// The elements of an array, for range-based loops.
-class CORVANE_EXPORT JsonView::Elements {
+class JsonView::Elements {
  public:
   class Iterator {
    public:
     JsonView operator*() const noexcept { return JsonView(node_); }
-    CORVANE_EXPORT Iterator& operator++() noexcept;
+    Iterator& operator++() noexcept {
+      node_ = node_->next();
+      return *this;
+    }
     bool operator==(const Iterator&) const = default;
 
    private:
@@ -130,12 +155,15 @@ struct JsonView::Member {
 };
 
 /// The members of an object, for range-based loops.
-class CORVANE_EXPORT JsonView::Members {
+class JsonView::Members {
  public:
   class Iterator {
    public:
-    CORVANE_EXPORT Member operator*() const noexcept;
-    CORVANE_EXPORT Iterator& operator++() noexcept;
+    Member operator*() const noexcept { return {node_->text(), JsonView(node_ + 1)}; }
+    Iterator& operator++() noexcept {
+      node_ = (node_ + 1)->next();
+      return *this;
+    }
     bool operator==(const Iterator&) const = default;
 
    private:
@@ -153,5 +181,13 @@ class CORVANE_EXPORT JsonView::Members {
   const json_detail::Node* first_;
   const json_detail::Node* last_;
 };
+
+inline JsonView::Elements JsonView::elements() const noexcept {
+  return isArray() ? Elements(node_ + 1, node_->next()) : Elements(nullptr, nullptr);
+}
+
+inline JsonView::Members JsonView::members() const noexcept {
+  return isObject() ? Members(node_ + 1, node_->next()) : Members(nullptr, nullptr);
+}
 
 }  // namespace corvane

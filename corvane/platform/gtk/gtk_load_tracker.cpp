@@ -36,7 +36,7 @@ bool LoadTracker::loadStarted() {
     running_ = RunningLoad{.requestedUrl = std::move(awaited_->url), .isSilent = awaited_->isSilent};
     awaited_.reset();
   } else {
-    running_ = RunningLoad{.isSilent = true};
+    running_ = RunningLoad{.requestedUrl = {}, .isSilent = true};
   }
   return false;
 }

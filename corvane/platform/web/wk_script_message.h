@@ -1,7 +1,7 @@
 /// Messages that a page posts to its host.
 #pragma once
 
-#include <string>
+#include <string_view>
 
 #include "corvane/export.h"
 #include "corvane/platform/foundation/json_value.h"
@@ -11,8 +11,8 @@ namespace corvane {
 class WKUserContentController;
 
 struct WKScriptMessage {
-  /// The channel.
-  std::string name;
+  /// The channel; a view that lives for the length of the delivery.
+  std::string_view name;
   /// What was posted. Values that have no JSON form arrive as null.
   JsonValue body;
 };

@@ -60,7 +60,7 @@ void WKWebView::engineDidFailLoad(LoadPhase phase, const WebError& error) {
 void WKWebView::engineDidReceiveMessage(std::string_view channel, JsonValue body) {
   // The handler may drop this view, and with it the controller that is delivering.
   const auto controller = configuration_.userContentController;
-  controller->deliver({std::string(channel), std::move(body)});
+  controller->deliver({channel, std::move(body)});
 }
 
 void WKWebView::engineRequestsCapture(const WKMediaCaptureRequest& request,

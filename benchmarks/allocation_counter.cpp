@@ -1,0 +1,24 @@
+#include "benchmarks/allocation_counter.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+std::uint64_t count = 0;
+
+}  // namespace
+
+namespace corvane::benchmarks {
+
+std::uint64_t allocationCount() { return count; }
+
+}  // namespace corvane::benchmarks
+
+void* operator new(std::size_t size) {
+  ++count;
+  if (void* const block = std::malloc(size)) return block;
+  throw std::bad_alloc();
+}
+void operator delete(void* block) noexcept { std::free(block); }
+void operator delete(void* block, std::size_t) noexcept { std::free(block); }

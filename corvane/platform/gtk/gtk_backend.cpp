@@ -1,0 +1,100 @@
+#include "corvane/platform/gtk/gtk_backend.h"
+
+#include <gtk/gtk.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+#include <utility>
+
+#include "corvane/platform/gtk/gtk_engine_context.h"
+#include "corvane/platform/gtk/gtk_web_engine.h"
+
+namespace corvane::gtk {
+
+namespace {
+
+bool isInstalled = false;
+
+/// Says no in case of doubt: drawing without a graphics processor works everywhere, emulating one is slow.
+bool hasGraphicsProcessor() {
+  const char* forced = std::getenv("LIBGL_ALWAYS_SOFTWARE");
+  if (forced != nullptr && std::string_view(forced) != "0" && std::string_view(forced) != "false") return false;
+  std::error_code error;
+  for (const auto& device : std::filesystem::directory_iterator("/dev/dri", error)) {
+    if (device.path().filename().string().starts_with("renderD")) return true;
+  }
+  return false;
+}
+
+class EngineFactory final : public WebEngineFactory {
+ public:
+  explicit EngineFactory(std::shared_ptr<EngineContext> context) : context_(std::move(context)) {}
+
+  std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
+                                        std::weak_ptr<WebEngineClient> client) override {
+    return std::make_unique<GtkWebEngine>(configuration, std::move(client), context_);
+  }
+
+ private:
+  std::shared_ptr<EngineContext> context_;
+};
+
+class StatedAuthorization final : public CaptureAuthorization {
+ public:
+  [[nodiscard]] AVAuthorizationStatus status(AVMediaType mediaType) const override {
+    return mediaType == AVMediaType::video ? video_ : audio_;
+  }
+  void setStatus(AVMediaType mediaType, AVAuthorizationStatus status) {
+    (mediaType == AVMediaType::video ? video_ : audio_) = status;
+  }
+
+ private:
+  AVAuthorizationStatus video_ = AVAuthorizationStatus::notDetermined;
+  AVAuthorizationStatus audio_ = AVAuthorizationStatus::notDetermined;
+};
+
+}  // namespace
+
+struct Backend::Parts {
+  explicit Parts(const BackendOptions& options) : context(std::make_shared<EngineContext>(options)), factory(context) {}
+
+  std::shared_ptr<EngineContext> context;
+  EngineFactory factory;
+  StatedAuthorization authorization;
+};
+
+std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOptions options) {
+  if (isInstalled) return std::unexpected("A GTK backend is already installed");
+  if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
+  // Without a display the toolkit would crash as soon as a web view is made.
+  if (gtk_init_check() == FALSE) {
+    return std::unexpected("There is no display: neither WAYLAND_DISPLAY nor DISPLAY leads to a running server");
+  }
+  return std::unique_ptr<Backend>(new Backend(std::make_unique<Parts>(options)));
+}
+
+Backend::Backend(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {
+  isInstalled = true;
+  RunLoop::installMain(parts_->context->runLoop.get());
+  WebEngineFactory::install(&parts_->factory);
+  CaptureAuthorization::install(&parts_->authorization);
+}
+
+Backend::~Backend() {
+  // First, so that what the tasks hold ends while everything is still installed.
+  parts_->context->runLoop->end();
+  CaptureAuthorization::install(nullptr);
+  WebEngineFactory::install(nullptr);
+  RunLoop::installMain(nullptr);
+  isInstalled = false;
+}
+
+void Backend::setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) {
+  parts_->authorization.setStatus(mediaType, status);
+}
+
+void Backend::setCapturePrompt(CapturePrompt prompt) { parts_->context->capturePrompt = std::move(prompt); }
+
+}  // namespace corvane::gtk

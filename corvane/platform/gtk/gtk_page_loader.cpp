@@ -1,0 +1,195 @@
+#include "corvane/platform/gtk/gtk_page_loader.h"
+
+#include <algorithm>
+#include <string>
+#include <utility>
+
+#include "corvane/platform/foundation/match.h"
+#include "corvane/platform/foundation/while_alive.h"
+
+namespace corvane::gtk {
+
+namespace {
+
+/// How long a cancelled load waits for the load that may have replaced it. The engine announces that one within two
+/// milliseconds or so.
+constexpr std::chrono::milliseconds replacementLimit{100};
+
+std::string text(const char* text) { return text != nullptr ? text : ""; }
+
+/// Whether the engine would load anything under this address. It takes an address of no use for the empty page, and
+/// calls that a success.
+bool isLoadable(const std::string& url) {
+  if (g_utf8_validate(url.data(), static_cast<gssize>(url.size()), nullptr) == FALSE) return false;
+  const GTextHandle scheme(g_uri_parse_scheme(url.c_str()));
+  return scheme != nullptr && g_ascii_strcasecmp(scheme.get(), "javascript") != 0;
+}
+
+WebError::Kind kindOf(const GError& error) {
+  const bool isCancelled = g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) != FALSE;
+  // The answer was a download, or that there is nothing to show.
+  const bool isNoPage = g_error_matches(&error, WEBKIT_POLICY_ERROR,
+                                        WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
+  return isCancelled || isNoPage ? WebError::Kind::cancelled : WebError::Kind::cannotLoad;
+}
+
+const char* describe(WebKitWebProcessTerminationReason reason) {
+  switch (reason) {
+    case WEBKIT_WEB_PROCESS_CRASHED: return "The page's process has crashed";
+    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT: return "The page's process has used too much memory";
+    case WEBKIT_WEB_PROCESS_TERMINATED_BY_API: return "The page's process has been ended";
+  }
+  return "The page's process has ended";
+}
+
+}  // namespace
+
+PageLoader::PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> context,
+                       std::shared_ptr<Evaluations> evaluations, std::weak_ptr<WebEngineClient> client)
+    : webView_(webView),
+      context_(std::move(context)),
+      evaluations_(std::move(evaluations)),
+      client_(std::move(client)) {}
+
+void PageLoader::begin() {
+  timer_.emplace(whileAlive(weak_from_this(), &PageLoader::timedOut));
+  connectSignals();
+}
+
+void PageLoader::end() {
+  connections_.clear();
+  timer_.reset();
+}
+
+void PageLoader::connectSignals() {
+  const auto self = weak_from_this();
+  const auto connect = [this]<class Signature>(const char* signal, auto handler) {
+    connections_.push_back(SignalConnection::make<Signature>(webView_, signal, std::move(handler)));
+  };
+  connect.operator()<gboolean(WebKitWebView*, WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+      "decide-policy", [self](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+        const auto loader = self.lock();
+        if (loader == nullptr || type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
+        WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
+            objectCast<WebKitNavigationPolicyDecision>(decision));
+        if (webkit_navigation_action_is_redirect(action) != FALSE) return FALSE;
+        loader->tracker_.navigationDecided(
+            text(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action))));
+        return FALSE;
+      });
+  connect.operator()<void(WebKitWebView*, WebKitLoadEvent)>(
+      "load-changed",
+      whileAlive(self, [](PageLoader& loader, WebKitWebView*, WebKitLoadEvent event) { loader.loadChanged(event); }));
+  // TRUE keeps the engine from loading an error page of its own, which would look like one more load.
+  connect.operator()<gboolean(WebKitWebView*, WebKitLoadEvent, const char*, const GError*)>(
+      "load-failed", [self](WebKitWebView*, WebKitLoadEvent event, const char* url, const GError* error) {
+        if (const auto loader = self.lock()) loader->loadFailed(event, url, *error);
+        return TRUE;
+      });
+  connect.operator()<gboolean(WebKitWebView*, const char*, GTlsCertificate*, GTlsCertificateFlags)>(
+      "load-failed-with-tls-errors",
+      [self](WebKitWebView*, const char* url, GTlsCertificate*, GTlsCertificateFlags flags) {
+        const auto loader = self.lock();
+        if (loader == nullptr) return TRUE;
+        const GTextHandle reasons(g_flags_to_string(G_TYPE_TLS_CERTIFICATE_FLAGS, flags));
+        loader->report(loader->tracker_.loadFailed(
+            LoadPhase::provisional, {WebError::Kind::insecureServer,
+                                     "The server's certificate is not trusted: " + text(reasons.get()), text(url)}));
+        return TRUE;
+      });
+  connect.operator()<void(WebKitWebView*, WebKitWebProcessTerminationReason)>(
+      "web-process-terminated",
+      whileAlive(self, [](PageLoader& loader, WebKitWebView*, WebKitWebProcessTerminationReason reason) {
+        loader.processTerminated(reason);
+      }));
+  connect.operator()<void(WebKitWebView*, GParamSpec*)>(
+      "notify::estimated-load-progress",
+      whileAlive(self, [](PageLoader& loader, WebKitWebView*, GParamSpec*) { loader.restartTimer(); }));
+  connect.operator()<void(WebKitWebView*, GParamSpec*)>(
+      "notify::is-loading", whileAlive(self, [](PageLoader& loader, WebKitWebView* webView, GParamSpec*) {
+        if (webkit_web_view_is_loading(webView) == FALSE) loader.report(loader.tracker_.engineBecameIdle());
+      }));
+}
+
+void PageLoader::load(const URLRequest& request) {
+  ++loadNumber_;
+  if (!isLoadable(request.url)) return refuse(request);
+  const auto uriRequest = GObjectHandle<WebKitURIRequest>::adopt(webkit_uri_request_new(request.url.c_str()));
+  if (request.cachePolicy == URLRequestCachePolicy::reloadIgnoringLocalCacheData) {
+    // Only addresses that lead to a web server have headers.
+    if (SoupMessageHeaders* headers = webkit_uri_request_get_http_headers(uriRequest.get())) {
+      soup_message_headers_replace(headers, "Cache-Control", "no-cache");
+    }
+  }
+  evaluations_->setProcessGone(false);
+  timeoutInterval_ = request.timeoutInterval;
+  tracker_.loadRequested(text(webkit_uri_request_get_uri(uriRequest.get())));
+  restartTimer();
+  webkit_web_view_load_request(webView_, uriRequest.get());
+}
+
+void PageLoader::refuse(const URLRequest& request) {
+  tracker_.loadsAbandoned();
+  restartTimer();
+  webkit_web_view_stop_loading(webView_);
+  LoadFailed failed{LoadPhase::provisional,
+                    {WebError::Kind::cannotLoad, "This is not an address of a page", request.url}};
+  context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, failed](PageLoader& loader) {
+    if (loader.loadNumber_ == number) loader.report(failed);
+  }));
+}
+
+void PageLoader::loadChanged(WebKitLoadEvent event) {
+  switch (event) {
+    case WEBKIT_LOAD_STARTED:
+      if (tracker_.loadStarted()) timeoutInterval_ = URLRequest{}.timeoutInterval;
+      return restartTimer();
+    case WEBKIT_LOAD_REDIRECTED: return restartTimer();
+    case WEBKIT_LOAD_COMMITTED: return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
+    case WEBKIT_LOAD_FINISHED: return report(tracker_.loadFinished());
+  }
+}
+
+void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError& error) {
+  // A film or a sound by itself is shown by the engine's player; the page around it goes on loading.
+  if (g_error_matches(&error, WEBKIT_MEDIA_ERROR, WEBKIT_MEDIA_ERROR_WILL_HANDLE_LOAD) != FALSE) return;
+  const LoadPhase phase = event == WEBKIT_LOAD_STARTED ? LoadPhase::provisional : LoadPhase::committed;
+  auto failed = tracker_.loadFailed(phase, {kindOf(error), text(error.message), text(url)});
+  if (tracker_.hasCancelledLoad()) {
+    context_->runLoop->schedule(replacementLimit, whileAlive(weak_from_this(), [](PageLoader& loader) {
+      loader.report(loader.tracker_.settleCancelledLoad());
+    }));
+  }
+  report(std::move(failed));
+}
+
+void PageLoader::processTerminated(WebKitWebProcessTerminationReason reason) {
+  evaluations_->setProcessGone(true);
+  report(tracker_.processTerminated(describe(reason)));
+}
+
+void PageLoader::timedOut() {
+  webkit_web_view_stop_loading(webView_);
+  report(tracker_.loadTimedOut());
+}
+
+void PageLoader::restartTimer() {
+  if (tracker_.isLoadUnderWay()) {
+    const auto now = monotonicTime();
+    const auto limit = std::chrono::nanoseconds::max() - now;
+    timer_->setReadyTime(now + std::clamp(timeoutInterval_, std::chrono::nanoseconds(0), limit));
+  } else {
+    timer_->setNeverReady();
+  }
+}
+
+void PageLoader::report(std::optional<LoadReport> report) {
+  restartTimer();
+  if (!report) return;
+  const auto client = client_.lock();
+  if (client == nullptr) return;
+  match(*report, [&](const LoadFinished&) { client->engineDidFinishLoad(); },
+        [&](const LoadFailed& failed) { client->engineDidFailLoad(failed.phase, failed.error); });
+}
+
+}  // namespace corvane::gtk

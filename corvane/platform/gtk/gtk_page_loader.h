@@ -1,0 +1,59 @@
+/// Loads pages into a web view and reports how each load ended.
+#pragma once
+
+#include <webkit/webkit.h>
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "corvane/platform/gtk/glib_source.h"
+#include "corvane/platform/gtk/gtk_engine_context.h"
+#include "corvane/platform/gtk/gtk_evaluation.h"
+#include "corvane/platform/gtk/gtk_load_tracker.h"
+#include "corvane/platform/gtk/signal_connection.h"
+#include "corvane/platform/web/web_engine.h"
+
+namespace corvane::gtk {
+
+/// Feeds the engine's signals to the tracker and the tracker's reports to the client, and times out loads that make
+/// no progress, which the engine itself never does.
+///
+/// Ownership: owned by the engine, which calls `begin` once and `end` at its end; timers and posted work hold it
+///            weakly. The web view must live until `end`.
+/// Threads:   main thread only.
+/// Failure:   through the client.
+class PageLoader : public std::enable_shared_from_this<PageLoader> {
+ public:
+  PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> context,
+             std::shared_ptr<Evaluations> evaluations, std::weak_ptr<WebEngineClient> client);
+
+  void begin();
+  void end();
+  void load(const URLRequest& request);
+
+ private:
+  void connectSignals();
+  void loadChanged(WebKitLoadEvent event);
+  void loadFailed(WebKitLoadEvent event, const char* url, const GError& error);
+  void processTerminated(WebKitWebProcessTerminationReason reason);
+  void timedOut();
+  void refuse(const URLRequest& request);
+
+  void restartTimer();
+  /// The client may end the engine: nothing of this may be touched after a report.
+  void report(std::optional<LoadReport> report);
+
+  WebKitWebView* webView_;
+  std::shared_ptr<EngineContext> context_;
+  std::shared_ptr<Evaluations> evaluations_;
+  std::weak_ptr<WebEngineClient> client_;
+  LoadTracker tracker_;
+  std::optional<GlibSource> timer_;
+  std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
+  std::uint64_t loadNumber_ = 0;
+  std::vector<SignalConnection> connections_;
+};
+
+}  // namespace corvane::gtk

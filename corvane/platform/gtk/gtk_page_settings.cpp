@@ -1,0 +1,87 @@
+#include "corvane/platform/gtk/gtk_page_settings.h"
+
+#include <string>
+#include <string_view>
+#include <variant>
+
+#include "corvane/platform/foundation/match.h"
+#include "corvane/platform/gtk/gtk_evaluation.h"
+
+namespace corvane::gtk {
+
+namespace {
+
+using UserScriptHandle = CHandle<WebKitUserScript, webkit_user_script_unref>;
+using FeatureListHandle = CHandle<WebKitFeatureList, webkit_feature_list_unref>;
+
+/// A page that no window shows at the moment would have its timers slowed down to one a second, although a call may
+/// be going on in it. The feature has no setting of its own and may be absent.
+void keepTimersOfHiddenPages(WebKitSettings* settings) {
+  const FeatureListHandle features(webkit_settings_get_all_features());
+  for (gsize place = 0; place < webkit_feature_list_get_length(features.get()); ++place) {
+    WebKitFeature* feature = webkit_feature_list_get(features.get(), place);
+    if (std::string_view(webkit_feature_get_identifier(feature)) == "HiddenPageDOMTimerThrottling") {
+      webkit_settings_set_feature_enabled(settings, feature, FALSE);
+    }
+  }
+}
+
+void addScript(WebKitUserContentManager* manager, const WKUserScript& script) {
+  const bool isAtStart = script.injectionTime == WKUserScriptInjectionTime::atDocumentStart;
+  const UserScriptHandle handle(webkit_user_script_new(
+      script.source.c_str(),
+      script.isForMainFrameOnly ? WEBKIT_USER_CONTENT_INJECT_TOP_FRAME : WEBKIT_USER_CONTENT_INJECT_ALL_FRAMES,
+      isAtStart ? WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_START : WEBKIT_USER_SCRIPT_INJECT_AT_DOCUMENT_END, nullptr,
+      nullptr));
+  webkit_user_content_manager_add_script(manager, handle.get());
+}
+
+SignalConnection addChannel(WebKitUserContentManager* manager, const std::string& name,
+                            const std::weak_ptr<WebEngineClient>& client) {
+  // Connected first, so that no page can post before anybody listens.
+  auto connection = SignalConnection::make<void(WebKitUserContentManager*, JSCValue*)>(
+      manager, ("script-message-received::" + name).c_str(),
+      [client, name](WebKitUserContentManager*, JSCValue* value) {
+        if (const auto receiver = client.lock()) {
+          receiver->engineDidReceiveMessage(name, jsonOf(value).value_or(JsonValue()));
+        }
+      });
+  webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
+  return connection;
+}
+
+}  // namespace
+
+GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configuration, const BackendOptions& options) {
+  auto settings = GObjectHandle<WebKitSettings>::adopt(webkit_settings_new());
+  webkit_settings_set_enable_media_stream(settings.get(), TRUE);
+  webkit_settings_set_enable_mock_capture_devices(settings.get(), options.usesMockCaptureDevices);
+  webkit_settings_set_media_playback_allows_inline(settings.get(), configuration.allowsInlineMediaPlayback);
+  webkit_settings_set_enable_developer_extras(settings.get(), options.allowsDeveloperTools);
+  keepTimersOfHiddenPages(settings.get());
+  return settings;
+}
+
+std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
+                                              const WKUserContentController& controller,
+                                              const std::weak_ptr<WebEngineClient>& client) {
+  std::vector<SignalConnection> connections;
+  for (const auto& content : controller.contents()) {
+    match(content, [&](const WKUserScript& script) { addScript(manager, script); },
+          [&](const WKUserContentController::MessageChannel& channel) {
+            connections.push_back(addChannel(manager, channel.name, client));
+          });
+  }
+  return connections;
+}
+
+void removeContents(WebKitUserContentManager* manager, const WKUserContentController& controller) {
+  for (const auto& content : controller.contents()) {
+    if (const auto* channel = std::get_if<WKUserContentController::MessageChannel>(&content)) {
+      webkit_user_content_manager_unregister_script_message_handler(manager, channel->name.c_str(), nullptr);
+    }
+  }
+  webkit_user_content_manager_remove_all_scripts(manager);
+}
+
+}  // namespace corvane::gtk

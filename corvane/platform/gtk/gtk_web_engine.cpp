@@ -1,0 +1,119 @@
+#include "corvane/platform/gtk/gtk_web_engine.h"
+
+#include <webkit/webkit.h>
+
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "corvane/platform/gtk/gtk_capture.h"
+#include "corvane/platform/gtk/gtk_engine_context.h"
+#include "corvane/platform/gtk/gtk_evaluation.h"
+#include "corvane/platform/gtk/gtk_page_loader.h"
+#include "corvane/platform/gtk/gtk_page_settings.h"
+
+namespace corvane::gtk {
+
+namespace {
+
+using StyleSheetHandle = CHandle<WebKitUserStyleSheet, webkit_user_style_sheet_unref>;
+
+/// Takes scrolling from the viewport only: what the root element says about overflow applies to it, and parts of the
+/// page that scroll on their own have rules of their own.
+StyleSheetHandle makeFixedPageStyle() {
+  return StyleSheetHandle(webkit_user_style_sheet_new("html { overflow: hidden !important; }",
+                                                      WEBKIT_USER_CONTENT_INJECT_TOP_FRAME,
+                                                      WEBKIT_USER_STYLE_LEVEL_USER, nullptr, nullptr));
+}
+
+/// Any change that the eye does not see makes the page hand over a new picture.
+constexpr const char* redrawScript =
+    "(() => { const style = document.documentElement.style, before = style.opacity; style.opacity = '0.999';"
+    " requestAnimationFrame(() => requestAnimationFrame(() => { style.opacity = before; })); })();0";
+
+GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configuration, const EngineContext& context,
+                                         WebKitUserContentManager* manager) {
+  const auto settings = makeSettings(configuration, context.options);
+  return GObjectHandle<WebKitWebView>::sink(g_object_new(
+      WEBKIT_TYPE_WEB_VIEW, "web-context", context.webContext.get(), "network-session", context.networkSession.get(),
+      "user-content-manager", manager, "settings", settings.get(), nullptr));
+}
+
+}  // namespace
+
+struct GtkWebEngine::Parts {
+  std::shared_ptr<EngineContext> context;
+  std::shared_ptr<WKUserContentController> controller;
+  GObjectHandle<WebKitUserContentManager> manager;
+  GObjectHandle<WebKitWebView> webView;
+  std::shared_ptr<Evaluations> evaluations;
+  std::shared_ptr<PageLoader> loader;
+  std::vector<SignalConnection> connections;
+  StyleSheetHandle fixedPageStyle;
+  bool hadParent = false;
+};
+
+GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
+                           std::shared_ptr<EngineContext> context)
+    : parts_(std::make_unique<Parts>()) {
+  Parts& parts = *parts_;
+  parts.context = std::move(context);
+  parts.controller = configuration.userContentController;
+  parts.manager = GObjectHandle<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
+  parts.connections = installContents(parts.manager.get(), *parts.controller, client);
+  parts.webView = makeWebView(configuration, *parts.context, parts.manager.get());
+  parts.evaluations = std::make_shared<Evaluations>(parts.context);
+  parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
+  parts.loader->begin();
+  parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
+      parts.webView.get(), "permission-request",
+      [context = parts.context, client = std::move(client)](WebKitWebView* webView, WebKitPermissionRequest* request) {
+        return handlePermissionRequest(webView, request, context, client) ? TRUE : FALSE;
+      }));
+}
+
+GtkWebEngine::~GtkWebEngine() {
+  Parts& parts = *parts_;
+  parts.connections.clear();
+  parts.loader->end();
+  removeContents(parts.manager.get(), *parts.controller);
+  parts.evaluations->settleAll({WebError::Kind::processTerminated, "The web view has ended", {}});
+  if (gtk_widget_get_parent(widget()) != nullptr) gtk_widget_unparent(widget());
+  // Scripts that are still pending hold the view; the page, and its camera, must end now all the same.
+  g_object_run_dispose(objectCast<GObject>(parts.webView.get()));
+}
+
+void GtkWebEngine::load(const URLRequest& request) { parts_->loader->load(request); }
+
+void GtkWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {
+  parts_->evaluations->run(parts_->webView.get(), script, std::move(completion));
+}
+
+void GtkWebEngine::setInteractionEnabled(bool isEnabled) { gtk_widget_set_can_target(widget(), isEnabled); }
+
+void GtkWebEngine::setScrollEnabled(bool isEnabled) {
+  StyleSheetHandle& style = parts_->fixedPageStyle;
+  if (isEnabled == (style == nullptr)) return;
+  if (isEnabled) {
+    webkit_user_content_manager_remove_style_sheet(parts_->manager.get(), style.get());
+    style.reset();
+  } else {
+    style = makeFixedPageStyle();
+    webkit_user_content_manager_add_style_sheet(parts_->manager.get(), style.get());
+  }
+}
+
+GtkWidget* GtkWebEngine::widget() const { return objectCast<GtkWidget>(parts_->webView.get()); }
+
+void GtkWebEngine::moveTo(GtkWidget* parent) {
+  GtkWidget* present = gtk_widget_get_parent(widget());
+  if (present == parent) return;
+  if (present != nullptr) gtk_widget_unparent(widget());
+  gtk_widget_set_parent(widget(), parent);
+  if (std::exchange(parts_->hadParent, true)) {
+    webkit_web_view_evaluate_javascript(parts_->webView.get(), redrawScript, -1, nullptr, nullptr, nullptr, nullptr,
+                                        nullptr);
+  }
+}
+
+}  // namespace corvane::gtk

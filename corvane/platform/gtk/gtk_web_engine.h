@@ -1,0 +1,50 @@
+/// The web engine: one WebKit view with its scripts, channels and loads.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "corvane/export.h"
+#include "corvane/platform/web/web_engine.h"
+
+// The toolkit's own declaration, so that including this header does not pull the toolkit in.
+typedef struct _GtkWidget GtkWidget;
+
+namespace corvane::gtk {
+
+struct EngineContext;
+
+/// Carries a web view with WebKitGTK. It works in no window, too: pages load, run their scripts and post messages.
+///
+/// Ownership: owned by its web view. It holds its widget, which surfaces take in as a child; at its end the page ends,
+///            pending evaluations fail later, and the widget leaves its parent.
+/// Threads:   main thread only.
+/// Failure:   as every engine.
+class CORVANE_EXPORT GtkWebEngine final : public WebEngine {
+ public:
+  GtkWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
+               std::shared_ptr<EngineContext> context);
+  GtkWebEngine(const GtkWebEngine&) = delete;
+  GtkWebEngine& operator=(const GtkWebEngine&) = delete;
+  ~GtkWebEngine() override;
+
+  void load(const URLRequest& request) override;
+  void evaluate(std::string_view script, EvaluationCompletion completion) override;
+  void setInteractionEnabled(bool isEnabled) override;
+  /// Works on the page that is there and on later ones. Scripts of the page can still scroll it.
+  void setScrollEnabled(bool isEnabled) override;
+
+  /// The WebKit view.
+  [[nodiscard]] GtkWidget* widget() const;
+  /// Makes the widget a child of this parent. A widget that had another one comes without its picture, so the page is
+  /// made to draw itself again.
+  void moveTo(GtkWidget* parent);
+
+ private:
+  struct Parts;
+
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane::gtk

@@ -1,0 +1,28 @@
+// A whole call without a web engine: the framework on virtual time, with a simulated agent tool page.
+#include <chrono>
+#include <cstdio>
+
+#include "corvane/corvane.h"
+#include "corvane/platform/headless/headless_backend.h"
+#include "corvane/testing/simulated_agent_tool.h"
+#include "demo/event_printer.h"
+
+int main() {
+  using namespace corvane;
+  const auto backend = headless::Backend::install();
+  backend->setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
+  backend->setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
+
+  const auto view = VelnorAgentView::create(Region::custom("https://agent-tool.example.com/#tour"), "shop-42", true);
+  const auto page = testing::SimulatedAgentTool::attach(view);
+  bool hasEnded = false;
+  view->setEventHandler([&](const AgentEvent& event) {
+    demo::printEvent(event, *view);
+    const auto* update = event.getIf<AgentEvent::CallStatusUpdate>();
+    hasEnded = hasEnded || (update != nullptr && update->status == CallSessionStatus::disconnected);
+  });
+  view->loadBooking("booking-7");
+  backend->runLoop().advance(std::chrono::seconds(30));
+  std::puts(hasEnded ? "The call has ended." : "The call has not ended.");
+  return hasEnded ? 0 : 1;
+}
