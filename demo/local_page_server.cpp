@@ -57,7 +57,8 @@ std::optional<std::string> makeSecret() {
 /// and for names that begin with a dot.
 std::optional<std::filesystem::path> findFile(const std::filesystem::path& folder, std::string_view name) {
   std::error_code error;
-  const std::filesystem::path file = std::filesystem::canonical(folder / std::filesystem::path(name).relative_path(), error);
+  const std::filesystem::path file =
+      std::filesystem::canonical(folder / std::filesystem::path(name).relative_path(), error);
   if (error || !std::filesystem::is_regular_file(file, error)) return std::nullopt;
   for (const auto& part : file.lexically_relative(folder)) {
     if (part.string().starts_with('.')) return std::nullopt;
@@ -90,8 +91,8 @@ void LocalPageServer::Service::answer(SoupServer*, SoupServerMessage* message, c
   }
   // The server also hands over paths that merely begin like ours.
   const std::string_view asked = path;
-  const auto file = asked.starts_with(service.prefix) ? findFile(service.folder, asked.substr(service.prefix.size()))
-                                                      : std::nullopt;
+  const auto file =
+      asked.starts_with(service.prefix) ? findFile(service.folder, asked.substr(service.prefix.size())) : std::nullopt;
   char* contents = nullptr;
   gsize length = 0;
   if (!file || g_file_get_contents(file->c_str(), &contents, &length, nullptr) == FALSE) {

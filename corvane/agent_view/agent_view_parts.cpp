@@ -21,8 +21,6 @@ void VelnorAgentView::Parts::handleCallbackEvent(JsonView /*data*/) {
 }
 
 void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
-  // The first handler may drop the view's last holder; the second is still owed the event.
-  const auto alive = view_.shared_from_this();
   if (const auto handler = internalEventHandler_) (*handler)(event);
   if (const auto handler = eventHandler_) (*handler)(event);
 }

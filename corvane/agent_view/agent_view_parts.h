@@ -21,7 +21,8 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
 
   void minimizeRequested() override;
   void handleCallbackEvent(JsonView data) override;
-  /// The only way of an event out of the framework: to the framework's own handler, then to the host app's.
+  /// The only way of an event out of the framework: to the framework's own handler, then to the host app's. The first
+  /// may drop the view's last holder and the second is still owed the event, so callers keep the view alive.
   void emitEvent(const AgentEvent& event) override;
 
   /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be

@@ -6,8 +6,10 @@
 namespace corvane {
 
 void takeInMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver) {
-  if (message.name != agentEventChannel || !isAgentToolEvent(message.body)) return;
-  const auto [type, data] = parseEventMessage(message.body);
+  if (message.name != agentEventChannel) return;
+  const EventEnvelope envelope = readEventEnvelope(message.body);
+  if (!isAgentToolEvent(envelope)) return;
+  const auto [type, data] = parseEventMessage(envelope);
   if (type == WebAgentEventType::minimizeAgentTool) return receiver.minimizeRequested();
   // The resolved type decides: a made-up type that ends like an answer is none.
   if (rawValue(type).ends_with(answerSuffix)) return receiver.handleCallbackEvent(data);

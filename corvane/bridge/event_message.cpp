@@ -54,24 +54,25 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
 
 }  // namespace
 
-bool isAgentToolEvent(JsonView message) {
-  const auto type = findText(message, "eventType");
-  return type && type->starts_with(eventTypePrefix);
-}
-
-EventMessage parseEventMessage(JsonView message) {
-  // One pass finds both members; a member that occurs twice counts as the last one, as everywhere.
-  EventMessage parsed;
-  std::string_view type;
+EventEnvelope readEventEnvelope(JsonView message) {
+  EventEnvelope envelope;
   for (const JsonView::Member member : message.members()) {
     if (member.key == "eventType") {
-      type = member.value.string().value_or("");
+      envelope.eventType = member.value.string();
     } else if (member.key == "data") {
-      parsed.data = member.value.isObject() ? member.value : JsonView::emptyObject();
+      envelope.data = member.value.isObject() ? member.value : JsonView::emptyObject();
     }
   }
-  parsed.type = fromRawValue<WebAgentEventType>(type).value_or(WebAgentEventType::unknown);
-  return parsed;
+  return envelope;
+}
+
+bool isAgentToolEvent(const EventEnvelope& envelope) {
+  return envelope.eventType && envelope.eventType->starts_with(eventTypePrefix);
+}
+
+EventMessage parseEventMessage(const EventEnvelope& envelope) {
+  const auto type = fromRawValue<WebAgentEventType>(envelope.eventType.value_or(""));
+  return {.type = type.value_or(WebAgentEventType::unknown), .data = envelope.data};
 }
 
 std::optional<AgentEvent> makeAgentEvent(WebAgentEventType type, JsonView data) {

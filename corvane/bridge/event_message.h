@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <string_view>
 
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/web_agent_event_type.h"
@@ -15,18 +16,27 @@ enum class JsonError {
   format,  ///< some text in it has no UTF-8 form
 };
 
-struct EventMessage {
-  WebAgentEventType type = WebAgentEventType::unknown;
-  /// Always an object; empty where the message brought none. It lives as long as the message.
+/// What is read of a page message, whatever it is.
+struct EventEnvelope {
+  /// The "eventType" where that is a text.
+  std::optional<std::string_view> eventType;
+  /// The "data" where that is an object, else an empty object.
   JsonView data = JsonView::emptyObject();
 };
 
-/// Whether a message comes from the agent tool: its "eventType" is a text that begins with "SDK_".
-[[nodiscard]] bool isAgentToolEvent(JsonView message);
+/// The envelope lives as long as the message.
+[[nodiscard]] EventEnvelope readEventEnvelope(JsonView message);
 
-/// The type and the payload of a message. A type out of the vocabulary becomes `unknown`, a payload that is no object
-/// becomes an empty one.
-[[nodiscard]] EventMessage parseEventMessage(JsonView message);
+/// Whether a message comes from the agent tool: its type begins with "SDK_".
+[[nodiscard]] bool isAgentToolEvent(const EventEnvelope& envelope);
+
+struct EventMessage {
+  /// `unknown` for every type out of the vocabulary.
+  WebAgentEventType type = WebAgentEventType::unknown;
+  JsonView data;
+};
+
+[[nodiscard]] EventMessage parseEventMessage(const EventEnvelope& envelope);
 
 /// Decodes a record from a dictionary, as if by way of its JSON text.
 ///

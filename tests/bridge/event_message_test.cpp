@@ -15,17 +15,19 @@ JsonValue parse(std::string_view text) { return JsonValue::parse(text).value(); 
 
 std::optional<AgentEvent> eventOf(std::string_view message) {
   const JsonValue value = parse(message);
-  const auto [type, data] = parseEventMessage(value);
+  const auto [type, data] = parseEventMessage(readEventEnvelope(value));
   return makeAgentEvent(type, data);
 }
 
+bool isFromAgentTool(std::string_view message) { return isAgentToolEvent(readEventEnvelope(parse(message))); }
+
 TEST(EventMessage, OnlyTextualTypesWithThePrefixComeFromTheAgentTool) {
-  EXPECT_TRUE(isAgentToolEvent(parse(R"({"eventType":"SDK_"})")));
-  EXPECT_TRUE(isAgentToolEvent(parse(R"({"more":[],"eventType":"SDK_ANYTHING"})")));
+  EXPECT_TRUE(isFromAgentTool(R"({"eventType":"SDK_"})"));
+  EXPECT_TRUE(isFromAgentTool(R"({"more":[],"eventType":"SDK_ANYTHING"})"));
   for (const std::string_view text :
        {"{}", "[]", "1", "null", R"("SDK_")", R"({"eventType":1})", R"({"eventType":null})", R"({"eventType":"sdk_X"})",
         R"({"eventType":" SDK_X"})", R"({"eventType":"unknown"})", R"({"EventType":"SDK_X"})", R"(["eventType","SDK_X"])"}) {
-    EXPECT_FALSE(isAgentToolEvent(parse(text))) << text;
+    EXPECT_FALSE(isFromAgentTool(text)) << text;
   }
 }
 
@@ -33,7 +35,7 @@ TEST(EventMessage, AnEnvelopeWithoutUsableMembersReadsAsUnknownAndEmpty) {
   for (const std::string_view text : {"{}", R"({"eventType":3,"data":null})", R"({"eventType":"SDK_X","data":[1]})",
                                       R"({"eventType":"sdk_call_status"})"}) {
     const JsonValue message = parse(text);
-    const auto [type, data] = parseEventMessage(message);
+    const auto [type, data] = parseEventMessage(readEventEnvelope(message));
     EXPECT_EQ(type, WebAgentEventType::unknown) << text;
     EXPECT_TRUE(data.isObject() && data.size() == 0) << text;
   }

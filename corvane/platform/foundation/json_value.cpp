@@ -71,7 +71,11 @@ JsonValue& JsonValue::operator=(JsonValue other) noexcept {
 }
 
 JsonValue::~JsonValue() {
-  if (document_ == nullptr || document_->references.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+  if (document_ == nullptr) return;
+  // Nobody can share a document that has one handle left, so the costlier count down can be spared.
+  const bool isLast = document_->references.load(std::memory_order_acquire) == 1 ||
+                      document_->references.fetch_sub(1, std::memory_order_acq_rel) == 1;
+  if (!isLast) return;
   document_->~Document();
   ::operator delete(const_cast<json_detail::Document*>(document_));
 }

@@ -1,6 +1,7 @@
 #include "corvane/platform/gtk/gtk_backend.h"
 
 #include <gtk/gtk.h>
+#include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -23,7 +24,8 @@ bool hasGraphicsProcessor() {
   if (forced != nullptr && std::string_view(forced) != "0" && std::string_view(forced) != "false") return false;
   std::error_code error;
   for (const auto& device : std::filesystem::directory_iterator("/dev/dri", error)) {
-    if (device.path().filename().string().starts_with("renderD")) return true;
+    if (!device.path().filename().string().starts_with("renderD")) continue;
+    if (access(device.path().c_str(), R_OK | W_OK) == 0) return true;
   }
   return false;
 }

@@ -14,9 +14,12 @@ namespace {
 
 const char* deviceNames(WKMediaCaptureType type) {
   switch (type) {
-    case WKMediaCaptureType::camera: return "camera";
-    case WKMediaCaptureType::microphone: return "microphone";
-    case WKMediaCaptureType::cameraAndMicrophone: return "camera and microphone";
+    case WKMediaCaptureType::camera:
+      return "camera";
+    case WKMediaCaptureType::microphone:
+      return "microphone";
+    case WKMediaCaptureType::cameraAndMicrophone:
+      return "camera and microphone";
   }
   return "";
 }
@@ -38,14 +41,15 @@ void showCaptureDialog(WebKitWebView* webView, const WKMediaCaptureRequest& requ
   GtkRoot* root = gtk_widget_get_root(objectCast<GtkWidget>(webView));
   if (root == nullptr || !GTK_IS_WINDOW(root)) return;
   const auto flags = static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT);
-  GtkWidget* dialog = gtk_message_dialog_new(objectCast<GtkWindow>(root), flags, GTK_MESSAGE_QUESTION,
-                                             GTK_BUTTONS_NONE, "%s would like to use your %s.",
-                                             siteName(request.pageUrl).c_str(), deviceNames(request.type));
+  GtkWidget* dialog = gtk_message_dialog_new(objectCast<GtkWindow>(root), flags, GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,
+                                             "%s would like to use your %s.", siteName(request.pageUrl).c_str(),
+                                             deviceNames(request.type));
   gtk_dialog_add_button(objectCast<GtkDialog>(dialog), "Don't allow", GTK_RESPONSE_NO);
   gtk_dialog_add_button(objectCast<GtkDialog>(dialog), "Allow", GTK_RESPONSE_YES);
   connectForLife<void(GtkDialog*, int)>(dialog, "response",
                                         [answer = std::move(answer)](GtkDialog* self, int response) mutable {
-                                          if (auto once = std::exchange(answer, nullptr)) once(response == GTK_RESPONSE_YES);
+                                          if (auto once = std::exchange(answer, nullptr))
+                                            once(response == GTK_RESPONSE_YES);
                                           gtk_window_destroy(objectCast<GtkWindow>(self));
                                         });
   g_signal_connect_object(webView, "destroy", reinterpret_cast<GCallback>(gtk_window_destroy), dialog,

@@ -48,8 +48,7 @@ std::optional<LoadReport> LoadTracker::loadCommitted(std::string_view url) {
   const std::string& requested = running_->requestedUrl;
   if (running_->isSilent || requested.empty() || requested == blankPage || url != blankPage) return std::nullopt;
   running_->isSilent = true;
-  return LoadFailed{LoadPhase::provisional,
-                    {WebError::Kind::cannotLoad, "The address cannot be loaded", requested}};
+  return LoadFailed{LoadPhase::provisional, {WebError::Kind::cannotLoad, "The address cannot be loaded", requested}};
 }
 
 std::optional<LoadReport> LoadTracker::loadFinished() {

@@ -35,9 +35,12 @@ WebError::Kind kindOf(const GError& error) {
 
 const char* describe(WebKitWebProcessTerminationReason reason) {
   switch (reason) {
-    case WEBKIT_WEB_PROCESS_CRASHED: return "The page's process has crashed";
-    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT: return "The page's process has used too much memory";
-    case WEBKIT_WEB_PROCESS_TERMINATED_BY_API: return "The page's process has been ended";
+    case WEBKIT_WEB_PROCESS_CRASHED:
+      return "The page's process has crashed";
+    case WEBKIT_WEB_PROCESS_EXCEEDED_MEMORY_LIMIT:
+      return "The page's process has used too much memory";
+    case WEBKIT_WEB_PROCESS_TERMINATED_BY_API:
+      return "The page's process has been ended";
   }
   return "The page's process has ended";
 }
@@ -144,9 +147,12 @@ void PageLoader::loadChanged(WebKitLoadEvent event) {
     case WEBKIT_LOAD_STARTED:
       if (tracker_.loadStarted()) timeoutInterval_ = URLRequest{}.timeoutInterval;
       return restartTimer();
-    case WEBKIT_LOAD_REDIRECTED: return restartTimer();
-    case WEBKIT_LOAD_COMMITTED: return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
-    case WEBKIT_LOAD_FINISHED: return report(tracker_.loadFinished());
+    case WEBKIT_LOAD_REDIRECTED:
+      return restartTimer();
+    case WEBKIT_LOAD_COMMITTED:
+      return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
+    case WEBKIT_LOAD_FINISHED:
+      return report(tracker_.loadFinished());
   }
 }
 
@@ -157,8 +163,8 @@ void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError
   auto failed = tracker_.loadFailed(phase, {kindOf(error), text(error.message), text(url)});
   if (tracker_.hasCancelledLoad()) {
     context_->runLoop->schedule(replacementLimit, whileAlive(weak_from_this(), [](PageLoader& loader) {
-      loader.report(loader.tracker_.settleCancelledLoad());
-    }));
+                                  loader.report(loader.tracker_.settleCancelledLoad());
+                                }));
   }
   report(std::move(failed));
 }
@@ -188,8 +194,9 @@ void PageLoader::report(std::optional<LoadReport> report) {
   if (!report) return;
   const auto client = client_.lock();
   if (client == nullptr) return;
-  match(*report, [&](const LoadFinished&) { client->engineDidFinishLoad(); },
-        [&](const LoadFailed& failed) { client->engineDidFailLoad(failed.phase, failed.error); });
+  match(
+      *report, [&](const LoadFinished&) { client->engineDidFinishLoad(); },
+      [&](const LoadFailed& failed) { client->engineDidFailLoad(failed.phase, failed.error); });
 }
 
 }  // namespace corvane::gtk

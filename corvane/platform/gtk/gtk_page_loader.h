@@ -26,8 +26,8 @@ namespace corvane::gtk {
 /// Failure:   through the client.
 class PageLoader : public std::enable_shared_from_this<PageLoader> {
  public:
-  PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> context,
-             std::shared_ptr<Evaluations> evaluations, std::weak_ptr<WebEngineClient> client);
+  PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> context, std::shared_ptr<Evaluations> evaluations,
+             std::weak_ptr<WebEngineClient> client);
 
   void begin();
   void end();

@@ -67,10 +67,11 @@ std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
                                               const std::weak_ptr<WebEngineClient>& client) {
   std::vector<SignalConnection> connections;
   for (const auto& content : controller.contents()) {
-    match(content, [&](const WKUserScript& script) { addScript(manager, script); },
-          [&](const WKUserContentController::MessageChannel& channel) {
-            connections.push_back(addChannel(manager, channel.name, client));
-          });
+    match(
+        content, [&](const WKUserScript& script) { addScript(manager, script); },
+        [&](const WKUserContentController::MessageChannel& channel) {
+          connections.push_back(addChannel(manager, channel.name, client));
+        });
   }
   return connections;
 }

@@ -5,7 +5,8 @@
 
 #include "corvane/export.h"
 
-typedef struct _GtkWidget GtkWidget;
+struct _GtkWidget;
+using GtkWidget = _GtkWidget;
 
 namespace corvane::gtk {
 

@@ -4,11 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 #include <vector>
 
-#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/gtk_transform.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
@@ -64,9 +63,9 @@ void initializeClass(gpointer surfaceClass, gpointer) noexcept {
 }
 
 GType surfaceWidgetType() {
-  static const GType type = g_type_register_static_simple(
-      GTK_TYPE_WIDGET, "CorvaneSurface", sizeof(SurfaceWidgetClass), initializeClass, sizeof(SurfaceWidget), nullptr,
-      static_cast<GTypeFlags>(0));
+  static const GType type =
+      g_type_register_static_simple(GTK_TYPE_WIDGET, "CorvaneSurface", sizeof(SurfaceWidgetClass), initializeClass,
+                                    sizeof(SurfaceWidget), nullptr, static_cast<GTypeFlags>(0));
   return type;
 }
 
@@ -79,13 +78,13 @@ struct Placement {
 
 /// The web views that can be seen, from the back to the front.
 void collectPlacements(const UIView& view, const CGAffineTransform& transform, std::vector<Placement>& placements) {
-  if (view.isHidden()) return;
+  if (view.isHidden() || isCollapsed(transform)) return;
   if (const auto* webView = dynamic_cast<const WKWebView*>(&view)) {
     // Another backend's engine has no widget of ours.
     if (auto* engine = dynamic_cast<GtkWebEngine*>(&webView->engine())) {
       const CGPoint origin = view.bounds().origin;
-      placements.push_back({engine, view.bounds().size,
-                            CGAffineTransform::makeTranslation(origin.x, origin.y).concatenated(transform)});
+      placements.push_back(
+          {engine, view.bounds().size, CGAffineTransform::makeTranslation(origin.x, origin.y).concatenated(transform)});
     }
   }
   for (const auto& subview : view.subviews()) {
@@ -107,6 +106,7 @@ int pixels(CGFloat length) { return static_cast<int>(std::clamp(std::round(lengt
 std::shared_ptr<Surface> Surface::create() {
   auto surface = std::make_shared<Surface>(ConstructionKey{});
   surface->window_->setHost(surface);
+  surface->adoption_ = std::make_unique<GlibSource>(whileAlive(std::weak_ptr(surface), &Surface::adoptWebViews));
   return surface;
 }
 
@@ -129,16 +129,14 @@ GtkWidget* Surface::widget() const { return widget_; }
 
 void Surface::viewTreeDidChange() {
   // The tree changes inside addSubview and its like, and during layout, where the toolkit allows no change of children.
-  if (!std::exchange(isAdoptionPosted_, true)) {
-    RunLoop::main().post(whileAlive(weak_from_this(), &Surface::adoptWebViews));
-  }
+  adoption_->setReadyTime({});
   if (isAllocating_) return;
   gtk_widget_queue_allocate(widget_);
   gtk_widget_queue_draw(widget_);
 }
 
 void Surface::adoptWebViews() {
-  isAdoptionPosted_ = false;
+  adoption_->setNeverReady();
   const std::vector<Placement> placements = placementsIn(*window_);
   GtkWidget* behind = nullptr;
   for (const Placement& placement : placements) {

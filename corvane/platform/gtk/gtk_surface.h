@@ -7,14 +7,20 @@
 #include "corvane/platform/views/ui_window.h"
 
 // The toolkit's own declaration, so that including this header does not pull the toolkit in.
-typedef struct _GtkWidget GtkWidget;
+struct _GtkWidget;
+using GtkWidget = _GtkWidget;
 
 namespace corvane::gtk {
 
+class GlibSource;
+
 /// Shows one window of views inside a widget that the host app places among its own.
 ///
-/// The window always has the widget's size. A web view becomes a child of the widget when it is first seen in the tree
-/// and stays one for life, hidden while it is elsewhere: a web view that changes its parent loses its picture.
+/// The window has the widget's size from the widget's first layout on, and none before; views that are to grow with it
+/// in proportion want a frame set on the window first, if they come earlier.
+///
+/// A web view becomes a child of the widget when it is first seen in the tree and stays one for life, hidden while it
+/// is elsewhere: a web view that changes its parent loses its picture.
 ///
 /// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
 ///            a container, the widget stays there and shows nothing.
@@ -47,7 +53,8 @@ class CORVANE_EXPORT Surface final : public UIWindowHost, public std::enable_sha
   std::shared_ptr<UIWindow> window_;
   GtkWidget* widget_;
   bool isAllocating_ = false;
-  bool isAdoptionPosted_ = false;
+  /// Calls `adoptWebViews` once the present change is over.
+  std::unique_ptr<GlibSource> adoption_;
 };
 
 }  // namespace corvane::gtk

@@ -1,19 +1,43 @@
 #include "corvane/platform/gtk/gtk_transform.h"
 
+#include <cmath>
+#include <numbers>
+
 namespace corvane::gtk {
 
+namespace {
+
+CGFloat determinantOf(const CGAffineTransform& transform) {
+  return transform.a * transform.d - transform.b * transform.c;
+}
+
+float degrees(CGFloat radians) { return static_cast<float>(radians * 180 / std::numbers::pi); }
+
+}  // namespace
+
+bool isCollapsed(const CGAffineTransform& transform) {
+  const CGFloat determinant = determinantOf(transform);
+  return determinant == 0 || !std::isfinite(determinant);
+}
+
+// The toolkit knows how a transform came about. What is built from moves, turns and scales it draws exactly, and in
+// software at all; a matrix might be anything to it, so the mapping is taken apart instead.
 GskTransform* makeGskTransform(const CGAffineTransform& transform) {
   if (transform.isIdentity()) return nullptr;
   const graphene_point_t offset{static_cast<float>(transform.tx), static_cast<float>(transform.ty)};
-  if (transform.b == 0 && transform.c == 0) {
-    // The toolkit draws what it knows to be moved or scaled more exactly and faster than what any matrix may do to it.
-    GskTransform* moved = gsk_transform_translate(nullptr, &offset);
-    if (transform.a == 1 && transform.d == 1) return moved;
-    return gsk_transform_scale(moved, static_cast<float>(transform.a), static_cast<float>(transform.d));
+  GskTransform* made = gsk_transform_translate(nullptr, &offset);
+  CGFloat scaleX = transform.a;
+  CGFloat scaleY = transform.d;
+  if (transform.b != 0 || transform.c != 0) {
+    // Turned so that the x axis lies where the mapping puts it, what is left of the y axis is a skew and a scale.
+    scaleX = std::hypot(transform.a, transform.b);
+    scaleY = determinantOf(transform) / scaleX;
+    const CGFloat skew = (transform.a * transform.c + transform.b * transform.d) / scaleX;
+    made = gsk_transform_rotate(made, degrees(std::atan2(transform.b, transform.a)));
+    if (skew != 0) made = gsk_transform_skew(made, degrees(std::atan(skew / scaleY)), 0);
   }
-  graphene_matrix_t matrix;
-  graphene_matrix_init_from_2d(&matrix, transform.a, transform.b, transform.c, transform.d, transform.tx, transform.ty);
-  return gsk_transform_matrix(nullptr, &matrix);
+  if (scaleX == 1 && scaleY == 1) return made;
+  return gsk_transform_scale(made, static_cast<float>(scaleX), static_cast<float>(scaleY));
 }
 
 }  // namespace corvane::gtk

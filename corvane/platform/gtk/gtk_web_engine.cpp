@@ -34,9 +34,9 @@ constexpr const char* redrawScript =
 GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configuration, const EngineContext& context,
                                          WebKitUserContentManager* manager) {
   const auto settings = makeSettings(configuration, context.options);
-  return GObjectHandle<WebKitWebView>::sink(g_object_new(
-      WEBKIT_TYPE_WEB_VIEW, "web-context", context.webContext.get(), "network-session", context.networkSession.get(),
-      "user-content-manager", manager, "settings", settings.get(), nullptr));
+  return GObjectHandle<WebKitWebView>::sink(
+      g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context.webContext.get(), "network-session",
+                   context.networkSession.get(), "user-content-manager", manager, "settings", settings.get(), nullptr));
 }
 
 }  // namespace

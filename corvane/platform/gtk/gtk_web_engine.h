@@ -9,7 +9,8 @@
 #include "corvane/platform/web/web_engine.h"
 
 // The toolkit's own declaration, so that including this header does not pull the toolkit in.
-typedef struct _GtkWidget GtkWidget;
+struct _GtkWidget;
+using GtkWidget = _GtkWidget;
 
 namespace corvane::gtk {
 

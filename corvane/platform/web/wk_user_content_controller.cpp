@@ -1,5 +1,6 @@
 #include "corvane/platform/web/wk_user_content_controller.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
@@ -11,16 +12,16 @@ void WKUserContentController::addUserScript(WKUserScript script) { contents_.emp
 
 void WKUserContentController::addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler,
                                                       std::string name) {
-  const auto [place, isNew] = handlers_.try_emplace(std::move(name), std::move(handler));
+  const bool isNew = std::ranges::find(handlers_, name, &decltype(handlers_)::value_type::first) == handlers_.end();
   assert(isNew && "a message channel has one handler");
-  if (isNew) contents_.emplace_back(MessageChannel{place->first});
+  if (!isNew) return;
+  contents_.emplace_back(MessageChannel{name});
+  handlers_.emplace_back(std::move(name), std::move(handler));
 }
 
 void WKUserContentController::deliver(const WKScriptMessage& message) {
-  const auto place = handlers_.find(message.name);
-  if (place == handlers_.end()) return;
-  const auto handler = place->second;
-  handler->userContentControllerDidReceive(*this, message);
+  const auto place = std::ranges::find(handlers_, message.name, &decltype(handlers_)::value_type::first);
+  if (place != handlers_.end()) place->second->userContentControllerDidReceive(*this, message);
 }
 
 }  // namespace corvane

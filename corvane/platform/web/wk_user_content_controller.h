@@ -1,11 +1,10 @@
 /// The scripts and message channels of a web view.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <span>
 #include <string>
-#include <string_view>
+#include <utility>
 #include <variant>
 #include <vector>
 
@@ -36,12 +35,13 @@ class CORVANE_EXPORT WKUserContentController {
   void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name);
 
   [[nodiscard]] std::span<const Content> contents() const { return contents_; }
-  /// Hands a message to the handler of its channel; drops it where there is none.
+  /// Hands a message to the handler of its channel; drops it where there is none. The caller keeps the controller alive.
   void deliver(const WKScriptMessage& message);
 
  private:
   std::vector<Content> contents_;
-  std::map<std::string, std::shared_ptr<WKScriptMessageHandler>, std::less<>> handlers_;
+  /// Few enough that looking through them beats any map.
+  std::vector<std::pair<std::string, std::shared_ptr<WKScriptMessageHandler>>> handlers_;
 };
 
 }  // namespace corvane
