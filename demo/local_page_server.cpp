@@ -57,8 +57,7 @@ std::optional<std::string> makeSecret() {
 /// and for names that begin with a dot.
 std::optional<std::filesystem::path> findFile(const std::filesystem::path& folder, std::string_view name) {
   std::error_code error;
-  const std::filesystem::path file =
-      std::filesystem::canonical(folder / std::filesystem::path(name).relative_path(), error);
+  std::filesystem::path file = std::filesystem::canonical(folder / std::filesystem::path(name).relative_path(), error);
   if (error || !std::filesystem::is_regular_file(file, error)) return std::nullopt;
   for (const auto& part : file.lexically_relative(folder)) {
     if (part.string().starts_with('.')) return std::nullopt;

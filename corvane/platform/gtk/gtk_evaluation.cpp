@@ -1,6 +1,6 @@
 #include "corvane/platform/gtk/gtk_evaluation.h"
 
-#include <optional>
+#include <algorithm>
 #include <string>
 #include <utility>
 

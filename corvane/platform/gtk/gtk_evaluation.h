@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <string_view>
 
 #include "corvane/platform/gtk/gtk_engine_context.h"

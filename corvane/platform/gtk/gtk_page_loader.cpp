@@ -180,6 +180,8 @@ void PageLoader::timedOut() {
 }
 
 void PageLoader::restartTimer() {
+  // Posted work may still find this alive after its end, while one of its own calls is returning.
+  if (!timer_) return;
   if (tracker_.isLoadUnderWay()) {
     const auto now = monotonicTime();
     const auto limit = std::chrono::nanoseconds::max() - now;

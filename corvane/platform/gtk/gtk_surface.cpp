@@ -105,8 +105,8 @@ int pixels(CGFloat length) { return static_cast<int>(std::clamp(std::round(lengt
 
 std::shared_ptr<Surface> Surface::create() {
   auto surface = std::make_shared<Surface>(ConstructionKey{});
-  surface->window_->setHost(surface);
   surface->adoption_ = std::make_unique<GlibSource>(whileAlive(std::weak_ptr(surface), &Surface::adoptWebViews));
+  surface->window_->setHost(surface);
   return surface;
 }
 

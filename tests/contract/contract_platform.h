@@ -1,0 +1,62 @@
+/// What a backend must offer so that the contract tests can run on it, pages included.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "corvane/corvane.h"
+#include "corvane/platform/web/wk_web_view.h"
+
+namespace corvane::contract {
+
+enum class PageKind {
+  plain,       ///< posts SDK_REFRESH_SSO_TOKEN with its "connectId" as soon as it runs
+  closedPort,  ///< nobody listens there
+  breaksOff,   ///< the server hangs up in the middle of the page
+  silent,      ///< the server takes the request and says nothing
+};
+
+/// An installed backend with pages to load.
+class ContractPlatform {
+ public:
+  virtual ~ContractPlatform() = default;
+
+  [[nodiscard]] virtual std::string address(PageKind kind) = 0;
+  /// Puts a view on screen, and lets it find its pages.
+  virtual void show(const std::shared_ptr<UIView>& view) = 0;
+  /// Lets the backend work until the condition holds; false when it does not for so long that it never will.
+  [[nodiscard]] virtual bool runUntil(const std::function<bool()>& condition) = 0;
+
+  /// The page that a view shows does something. `data` is JSON text.
+  virtual void pagePostsValue(const UIView& view, std::string_view data) = 0;
+  virtual void pagePostsText(const UIView& view, std::string_view text) = 0;
+  /// Returns when the page's own window has got the message.
+  virtual void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) = 0;
+  /// The page posts the same value again and again, as fast as it can.
+  virtual void pageFloods(const UIView& view, std::string_view data) = 0;
+  /// The page asks for the camera and the microphone; returns whether it got them.
+  [[nodiscard]] virtual bool pageCaptures(const UIView& view) = 0;
+  virtual void pageLosesItsProcess(const UIView& view) = 0;
+
+  virtual void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) = 0;
+  /// What the user says when the engine asks; counts how often it did.
+  virtual void setPromptAnswer(bool isAllowed) = 0;
+  [[nodiscard]] virtual int promptCount() const = 0;
+};
+
+/// The first web view inside a view.
+[[nodiscard]] std::shared_ptr<WKWebView> findWebView(const UIView& view);
+
+struct PlatformMaker {
+  std::string name;
+  /// Null, and a reason, where the platform cannot run here.
+  std::function<std::unique_ptr<ContractPlatform>(std::string& reason)> make;
+};
+
+[[nodiscard]] PlatformMaker headlessPlatform();
+/// Only where the backend is built.
+[[nodiscard]] PlatformMaker gtkPlatform();
+
+}  // namespace corvane::contract

@@ -1,0 +1,194 @@
+#include "tests/contract/gtk_platform.h"
+
+#include <gtk/gtk.h>
+#include <webkit/webkit.h>
+
+#include <chrono>
+#include <utility>
+
+#include "corvane/platform/gtk/gtk_backend.h"
+#include "corvane/platform/gtk/gtk_screenshot.h"
+#include "corvane/platform/gtk/gtk_surface.h"
+#include "demo/local_page_server.h"
+#include "tests/contract/trouble_server.h"
+
+namespace corvane::contract {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+// Far beyond what anything here takes; only a test that will never succeed waits for it.
+constexpr auto givingUpAfter = 30s;
+
+std::string quoted(std::string_view text) {
+  std::string literal = "\"";
+  for (const char character : text) {
+    if (character == '"' || character == '\\') literal += '\\';
+    literal += character;
+  }
+  return literal + "\"";
+}
+
+WebKitWebView* findPage(GtkWidget* widget) {
+  for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    if (WEBKIT_IS_WEB_VIEW(child)) return reinterpret_cast<WebKitWebView*>(child);
+  }
+  return nullptr;
+}
+
+class GtkPlatform final : public RealEnginePlatform {
+ public:
+  GtkPlatform(std::unique_ptr<gtk::Backend> backend, std::unique_ptr<demo::LocalPageServer> server)
+      : backend_(std::move(backend)), server_(std::move(server)) {
+    backend_->setCapturePrompt([this](const WKMediaCaptureRequest&, std::move_only_function<void(bool)> answer) {
+      ++promptCount_;
+      answer(promptAnswer_);
+    });
+    auto* const window = reinterpret_cast<GtkWindow*>(window_);
+    gtk_window_set_default_size(window, 390, 844);
+    gtk_window_set_decorated(window, FALSE);
+    gtk_window_set_child(window, surface_->widget());
+    gtk_window_present(window);
+  }
+
+  ~GtkPlatform() override {
+    gtk_window_destroy(reinterpret_cast<GtkWindow*>(window_));
+    surface_.reset();
+    while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
+    }
+  }
+
+  std::string address(PageKind kind) override {
+    switch (kind) {
+      case PageKind::plain: return page("plain.html");
+      case PageKind::closedPort: return closedPortAddress();
+      case PageKind::breaksOff: return trouble_.address("page");
+      case PageKind::silent: return trouble_.address("silent");
+    }
+    std::unreachable();
+  }
+
+  std::string page(std::string_view file) override { return server_->address(file); }
+
+  void show(const std::shared_ptr<UIView>& view) override { surface_->window()->addSubview(view); }
+
+  bool runUntil(const std::function<bool()>& condition) override {
+    const auto end = std::chrono::steady_clock::now() + givingUpAfter;
+    // Wakes the loop up when nothing else does, so that waiting can be given up.
+    const guint ticker = g_timeout_add(50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+    while (!condition() && std::chrono::steady_clock::now() < end) g_main_context_iteration(nullptr, TRUE);
+    g_source_remove(ticker);
+    return condition();
+  }
+
+  EvaluationResult evaluate(const UIView& view, std::string_view script) override {
+    std::optional<EvaluationResult> result;
+    findWebView(view)->evaluateJavaScript(script, [&](EvaluationResult given) { result = std::move(given); });
+    if (!runUntil([&] { return result.has_value(); })) return std::unexpected(WebError{.description = "no result"});
+    return *std::move(result);
+  }
+
+  void pagePostsValue(const UIView& view, std::string_view data) override {
+    run(view, "window.postMessage(" + std::string(data) + ", '*');0");
+  }
+  void pagePostsText(const UIView& view, std::string_view text) override { pagePostsValue(view, quoted(text)); }
+
+  void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override {
+    run(view, R"({
+      window.foreignMessages = 0;
+      addEventListener("message", (event) => { if (event.origin !== origin) ++window.foreignMessages; });
+      const poster = new URL("foreign_poster.html", location.href);
+      poster.hostname = "localhost";
+      poster.hash = encodeURIComponent(JSON.stringify()" + std::string(data) + R"());
+      const frame = document.createElement("iframe");
+      frame.src = poster;
+      document.body.append(frame);
+    } 0)");
+    static_cast<void>(runUntil([&] {
+      const auto count = evaluate(view, "window.foreignMessages");
+      return count && count->integer().value_or(0) > 0;
+    }));
+  }
+
+  void pageFloods(const UIView& view, std::string_view data) override {
+    run(view, "setInterval(() => { for (let i = 0; i < 50; ++i) window.postMessage(" + std::string(data) +
+                  ", '*'); }, 0);0");
+  }
+
+  bool pageCaptures(const UIView& view) override {
+    run(view, R"({
+      window.captured = null;
+      navigator.mediaDevices.getUserMedia({ video: true, audio: true })
+          .then(() => { window.captured = true; }, () => { window.captured = false; });
+    } 0)");
+    std::optional<bool> captured;
+    static_cast<void>(runUntil([&] {
+      const auto value = evaluate(view, "window.captured");
+      captured = value ? value->boolean() : std::nullopt;
+      return captured.has_value();
+    }));
+    return captured.value_or(false);
+  }
+
+  void pageLosesItsProcess(const UIView&) override {
+    webkit_web_view_terminate_web_process(findPage(surface_->widget()));
+  }
+
+  Colour colourAt(int x, int y) override {
+    const auto file = std::filesystem::temp_directory_path() / ("corvane_" + std::to_string(getpid()) + ".png");
+    Colour colour{-1, -1, -1};
+    if (gtk::saveScreenshot(surface_->widget(), file)) {
+      GdkPixbuf* const picture = gdk_pixbuf_new_from_file(file.c_str(), nullptr);
+      const guchar* const pixel =
+          gdk_pixbuf_read_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture) + x * gdk_pixbuf_get_n_channels(picture);
+      colour = {pixel[0], pixel[1], pixel[2]};
+      g_object_unref(picture);
+    }
+    std::error_code ignored;
+    std::filesystem::remove(file, ignored);
+    return colour;
+  }
+
+  void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {
+    backend_->setCaptureAuthorization(mediaType, status);
+  }
+  void setPromptAnswer(bool isAllowed) override { promptAnswer_ = isAllowed; }
+  int promptCount() const override { return promptCount_; }
+
+ private:
+  static void run(const UIView& view, const std::string& script) {
+    findWebView(view)->evaluateJavaScript(script, [](const EvaluationResult&) {});
+  }
+
+  std::unique_ptr<gtk::Backend> backend_;
+  std::unique_ptr<demo::LocalPageServer> server_;
+  TroubleServer trouble_;
+  std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
+  GtkWidget* window_ = gtk_window_new();
+  bool promptAnswer_ = false;
+  int promptCount_ = 0;
+};
+
+}  // namespace
+
+std::unique_ptr<RealEnginePlatform> RealEnginePlatform::make(std::string& reason) {
+  auto backend = gtk::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
+  if (!backend) {
+    reason = backend.error();
+    return nullptr;
+  }
+  auto server = demo::LocalPageServer::start(CORVANE_TEST_PAGES);
+  if (!server) {
+    reason = server.error();
+    return nullptr;
+  }
+  return std::make_unique<GtkPlatform>(*std::move(backend), *std::move(server));
+}
+
+PlatformMaker gtkPlatform() {
+  return {"RealEngine", [](std::string& reason) { return RealEnginePlatform::make(reason); }};
+}
+
+}  // namespace corvane::contract

@@ -1,0 +1,32 @@
+/// The real engine under test, with a window to show it in.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "tests/contract/contract_platform.h"
+
+namespace corvane::contract {
+
+/// What only the real engine offers.
+class RealEnginePlatform : public ContractPlatform {
+ public:
+  /// Null, and a reason, where there is no display.
+  [[nodiscard]] static std::unique_ptr<RealEnginePlatform> make(std::string& reason);
+
+  /// The address of one of the test pages.
+  [[nodiscard]] virtual std::string page(std::string_view file) = 0;
+  /// Runs a script in the page that a view shows, and waits for its result.
+  [[nodiscard]] virtual EvaluationResult evaluate(const UIView& view, std::string_view script) = 0;
+  /// The colour of a pixel on screen, as red, green and blue from 0 to 255.
+  struct Colour {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+    bool operator==(const Colour&) const = default;
+  };
+  [[nodiscard]] virtual Colour colourAt(int x, int y) = 0;
+};
+
+}  // namespace corvane::contract

@@ -1,0 +1,105 @@
+#include <chrono>
+#include <map>
+
+#include "corvane/platform/headless/headless_backend.h"
+#include "corvane/testing/simulated_agent_tool.h"
+#include "tests/contract/contract_platform.h"
+
+namespace corvane::contract {
+
+namespace {
+
+using testing::SimulatedAgentTool;
+
+class HeadlessPlatform final : public ContractPlatform {
+ public:
+  std::string address(PageKind kind) override { return "https://pages.example/" + std::to_string(static_cast<int>(kind)); }
+
+  void show(const std::shared_ptr<UIView>& view) override {
+    const auto page = SimulatedAgentTool::attach(view);
+    pages_[view.get()] = page;
+    page->setLoadPlan([this, weak = std::weak_ptr(page)](std::string_view url) -> SimulatedAgentTool::LoadOutcome {
+      const auto is = [&](PageKind kind) { return url.starts_with(address(kind)); };
+      if (is(PageKind::closedPort)) {
+        return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::cannotLoad}};
+      }
+      if (is(PageKind::breaksOff)) return SimulatedAgentTool::Fails{{.kind = WebError::Kind::cannotLoad}};
+      if (is(PageKind::silent)) {
+        return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::timedOut}};
+      }
+      const auto begin = url.find("connectId=") + 10;
+      const std::string booking(url.substr(begin, url.find('&', begin) - begin));
+      backend_->runLoop().post([weak, booking] {
+        const auto alive = weak.lock();
+        if (alive) alive->postValue(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":")" + decode(booking) + "\"}}");
+      });
+      return SimulatedAgentTool::Finishes{};
+    });
+  }
+
+  bool runUntil(const std::function<bool()>& condition) override {
+    for (int step = 0; step < 1000 && !condition(); ++step) backend_->runLoop().advance(std::chrono::milliseconds(10));
+    return condition();
+  }
+
+  void pagePostsValue(const UIView& view, std::string_view data) override { page(view).postValue(data); }
+  void pagePostsText(const UIView& view, std::string_view text) override { page(view).postText(text); }
+  void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override {
+    page(view).postValue(data, SimulatedAgentTool::Origin::another);
+  }
+  void pageFloods(const UIView& view, std::string_view data) override {
+    const std::string text(data);
+    backend_->runLoop().schedule(std::chrono::milliseconds(1), [this, &view, page = pages_.at(&view), text] {
+      page->postValue(text);
+      if (++floodCount_ < 5000) pageFloods(view, text);
+    });
+  }
+  bool pageCaptures(const UIView& view) override {
+    bool isGranted = false;
+    headless::HeadlessWebEngine::of(view)->requestCapture(
+        WKMediaCaptureType::cameraAndMicrophone, [&](WKPermissionDecision decision) {
+          if (decision == WKPermissionDecision::prompt) ++promptCount_;
+          isGranted = decision == WKPermissionDecision::grant ||
+                      (decision == WKPermissionDecision::prompt && promptAnswer_);
+        });
+    return isGranted;
+  }
+  void pageLosesItsProcess(const UIView& view) override { headless::HeadlessWebEngine::of(view)->terminateProcess(); }
+
+  void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {
+    backend_->setCaptureAuthorization(mediaType, status);
+  }
+  void setPromptAnswer(bool isAllowed) override { promptAnswer_ = isAllowed; }
+  int promptCount() const override { return promptCount_; }
+
+ private:
+  /// Undoes percent escapes.
+  static std::string decode(std::string_view text) {
+    std::string decoded;
+    for (std::size_t index = 0; index < text.size(); ++index) {
+      if (text[index] != '%') {
+        decoded += text[index];
+        continue;
+      }
+      decoded += static_cast<char>(std::stoi(std::string(text.substr(index + 1, 2)), nullptr, 16));
+      index += 2;
+    }
+    return decoded;
+  }
+
+  SimulatedAgentTool& page(const UIView& view) { return *pages_.at(&view); }
+
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::map<const UIView*, std::shared_ptr<SimulatedAgentTool>> pages_;
+  bool promptAnswer_ = false;
+  int promptCount_ = 0;
+  int floodCount_ = 0;
+};
+
+}  // namespace
+
+PlatformMaker headlessPlatform() {
+  return {"Headless", [](std::string&) { return std::make_unique<HeadlessPlatform>(); }};
+}
+
+}  // namespace corvane::contract

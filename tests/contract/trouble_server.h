@@ -1,0 +1,27 @@
+/// A server that does not do what browsers hope for.
+#pragma once
+
+#include <memory>
+#include <string>
+
+namespace corvane::contract {
+
+/// Listens on a free port of 127.0.0.1: paths with "silent" get no answer, all others half a page.
+class TroubleServer {
+ public:
+  TroubleServer();
+  TroubleServer(const TroubleServer&) = delete;
+  TroubleServer& operator=(const TroubleServer&) = delete;
+  ~TroubleServer();
+
+  [[nodiscard]] std::string address(const std::string& path) const;
+
+ private:
+  struct Service;
+  std::unique_ptr<Service> service_;
+};
+
+/// The address of a port on which nobody listens.
+[[nodiscard]] std::string closedPortAddress();
+
+}  // namespace corvane::contract
