@@ -78,7 +78,12 @@ class GtkPlatform final : public RealEnginePlatform {
     const auto end = std::chrono::steady_clock::now() + givingUpAfter;
     // Wakes the loop up when nothing else does, so that waiting can be given up.
     const guint ticker = g_timeout_add(50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-    while (!condition() && std::chrono::steady_clock::now() < end) g_main_context_iteration(nullptr, TRUE);
+    while (!condition() && std::chrono::steady_clock::now() < end) {
+      // A condition that takes long must not keep the rest of the loop from its turns.
+      g_main_context_iteration(nullptr, TRUE);
+      for (int turn = 0; turn < 50 && g_main_context_iteration(nullptr, FALSE) != FALSE; ++turn) {
+      }
+    }
     g_source_remove(ticker);
     return condition();
   }
@@ -136,19 +141,17 @@ class GtkPlatform final : public RealEnginePlatform {
     webkit_web_view_terminate_web_process(findPage(surface_->widget()));
   }
 
-  Colour colourAt(int x, int y) override {
+  std::function<Colour(int, int)> takePicture() override {
     const auto file = std::filesystem::temp_directory_path() / ("corvane_" + std::to_string(getpid()) + ".png");
-    Colour colour{-1, -1, -1};
-    if (gtk::saveScreenshot(surface_->widget(), file)) {
-      GdkPixbuf* const picture = gdk_pixbuf_new_from_file(file.c_str(), nullptr);
-      const guchar* const pixel =
-          gdk_pixbuf_read_pixels(picture) + y * gdk_pixbuf_get_rowstride(picture) + x * gdk_pixbuf_get_n_channels(picture);
-      colour = {pixel[0], pixel[1], pixel[2]};
-      g_object_unref(picture);
-    }
+    if (!gtk::saveScreenshot(surface_->widget(), file)) return [](int, int) { return Colour{}; };
+    const std::shared_ptr<GdkPixbuf> picture(gdk_pixbuf_new_from_file(file.c_str(), nullptr), &g_object_unref);
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
-    return colour;
+    return [picture](int x, int y) {
+      const guchar* const pixel = gdk_pixbuf_read_pixels(picture.get()) + y * gdk_pixbuf_get_rowstride(picture.get()) +
+                                  x * gdk_pixbuf_get_n_channels(picture.get());
+      return Colour{pixel[0], pixel[1], pixel[2]};
+    };
   }
 
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {

@@ -1,6 +1,7 @@
 /// The real engine under test, with a window to show it in.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -8,6 +9,14 @@
 #include "tests/contract/contract_platform.h"
 
 namespace corvane::contract {
+
+/// Red, green and blue, from 0 to 255.
+struct Colour {
+  int red = 0;
+  int green = 0;
+  int blue = 0;
+  bool operator==(const Colour&) const = default;
+};
 
 /// What only the real engine offers.
 class RealEnginePlatform : public ContractPlatform {
@@ -19,14 +28,8 @@ class RealEnginePlatform : public ContractPlatform {
   [[nodiscard]] virtual std::string page(std::string_view file) = 0;
   /// Runs a script in the page that a view shows, and waits for its result.
   [[nodiscard]] virtual EvaluationResult evaluate(const UIView& view, std::string_view script) = 0;
-  /// The colour of a pixel on screen, as red, green and blue from 0 to 255.
-  struct Colour {
-    int red = 0;
-    int green = 0;
-    int blue = 0;
-    bool operator==(const Colour&) const = default;
-  };
-  [[nodiscard]] virtual Colour colourAt(int x, int y) = 0;
+  /// Takes a picture of the window; the result gives the colour of single pixels, black where there is no picture.
+  [[nodiscard]] virtual std::function<Colour(int x, int y)> takePicture() = 0;
 };
 
 }  // namespace corvane::contract

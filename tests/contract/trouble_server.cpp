@@ -1,6 +1,7 @@
 #include "tests/contract/trouble_server.h"
 
 #include <gio/gio.h>
+#include <libsoup/soup.h>
 
 #include <array>
 #include <string_view>
@@ -61,6 +62,28 @@ TroubleServer::~TroubleServer() {
 }
 
 std::string TroubleServer::address(const std::string& path) const { return loopback(service_->port) + path; }
+
+SelfSignedServer::SelfSignedServer(const std::string& certificateFile)
+    : server_(soup_server_new("server-header", nullptr, nullptr)) {
+  GTlsCertificate* const certificate = g_tls_certificate_new_from_file(certificateFile.c_str(), nullptr);
+  soup_server_set_tls_certificate(server_, certificate);
+  g_object_unref(certificate);
+  soup_server_listen_local(server_, 0,
+                           static_cast<SoupServerListenOptions>(SOUP_SERVER_LISTEN_HTTPS | SOUP_SERVER_LISTEN_IPV4_ONLY),
+                           nullptr);
+}
+
+SelfSignedServer::~SelfSignedServer() {
+  soup_server_disconnect(server_);
+  g_object_unref(server_);
+}
+
+std::string SelfSignedServer::address() const {
+  GSList* const uris = soup_server_get_uris(server_);
+  const int port = g_uri_get_port(static_cast<GUri*>(uris->data));
+  g_slist_free_full(uris, [](gpointer uri) { g_uri_unref(static_cast<GUri*>(uri)); });
+  return "https://127.0.0.1:" + std::to_string(port) + "/";
+}
 
 std::string closedPortAddress() {
   GSocketListener* const listener = g_socket_listener_new();

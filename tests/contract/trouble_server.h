@@ -4,6 +4,8 @@
 #include <memory>
 #include <string>
 
+typedef struct _SoupServer SoupServer;
+
 namespace corvane::contract {
 
 /// Listens on a free port of 127.0.0.1: paths with "silent" get no answer, all others half a page.
@@ -19,6 +21,21 @@ class TroubleServer {
  private:
   struct Service;
   std::unique_ptr<Service> service_;
+};
+
+/// Speaks TLS with a certificate that nobody has signed but itself.
+class SelfSignedServer {
+ public:
+  /// The file holds a certificate and its key.
+  explicit SelfSignedServer(const std::string& certificateFile);
+  SelfSignedServer(const SelfSignedServer&) = delete;
+  SelfSignedServer& operator=(const SelfSignedServer&) = delete;
+  ~SelfSignedServer();
+
+  [[nodiscard]] std::string address() const;
+
+ private:
+  SoupServer* server_;
 };
 
 /// The address of a port on which nobody listens.

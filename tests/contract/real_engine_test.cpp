@@ -1,0 +1,113 @@
+// What only a page with a script engine, a window and a certificate can show.
+#include <gio/gio.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "tests/contract/gtk_platform.h"
+#include "tests/contract/trouble_server.h"
+
+namespace corvane::contract {
+namespace {
+
+std::string token(std::string_view id) { return R"({"refreshSsoToken":{"responseId":")" + std::string(id) + "\"}}"; }
+
+class RealEngine : public testing::Test {
+ protected:
+  void SetUp() override {
+    std::string reason;
+    platform_ = RealEnginePlatform::make(reason);
+    if (platform_ == nullptr) GTEST_SKIP() << reason;
+  }
+  void TearDown() override { view_.reset(); }
+
+  void load(const std::string& address) {
+    view_ = VelnorAgentView::create(Region::custom(address), "shop", false);
+    view_->setAutoresizingMask(UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight);
+    view_->setEventHandler([this](const AgentEvent& event) { events_.push_back(encodeJson(event)); });
+    platform_->show(view_);
+    view_->setFrame({{0, 0}, {390, 844}});
+    view_->loadBooking("b1");
+  }
+  bool waitFor(const std::string& event) {
+    return platform_->runUntil([&] { return std::ranges::find(events_, event) != events_.end(); });
+  }
+  void loadPage(const std::string& file) {
+    events_.clear();
+    load(platform_->page(file));
+    ASSERT_TRUE(waitFor(token("b1"))) << file;
+    ASSERT_TRUE(platform_->runUntil([&] { return view_->isLoaded(); }));
+  }
+
+  std::unique_ptr<RealEnginePlatform> platform_;
+  std::shared_ptr<VelnorAgentView> view_;
+  std::vector<std::string> events_;
+};
+
+TEST_F(RealEngine, ActionsReachTheToolInThePageInItsFrameAndInAFrameOfAnotherOrigin) {
+  for (const std::string page : {"plain.html", "framed.html", "framed.html#other"}) {
+    ASSERT_NO_FATAL_FAILURE(loadPage(page));
+    EXPECT_TRUE(platform_->evaluate(*view_, R"(postAction({ eventType: "TEST_ACTION", data: { text: "object" } });)"));
+    EXPECT_TRUE(waitFor(token("object"))) << page;
+    EXPECT_TRUE(platform_->evaluate(*view_, R"(postAction('{"eventType":"TEST_ACTION","data":{"text":"text"}}');)"));
+    EXPECT_TRUE(waitFor(token("text"))) << page;
+  }
+}
+
+TEST_F(RealEngine, EvaluationGivesJsonOrTheReason) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  EXPECT_EQ(platform_->evaluate(*view_, "({a: [1, 'ü\\u0000']})")->find("a")->size(), 2U);
+  EXPECT_TRUE(platform_->evaluate(*view_, "undefined")->isNull());
+  for (const std::string_view script : {"missing()", "throw new Error('boom')", "syntax error", "window", "\"\xff\""}) {
+    const auto result = platform_->evaluate(*view_, script);
+    ASSERT_FALSE(result) << script;
+    EXPECT_EQ(result.error().kind, WebError::Kind::scriptFailed) << script;
+    EXPECT_FALSE(result.error().description.empty()) << script;
+  }
+  EXPECT_TRUE(platform_->evaluate(*view_, "throw new Error('boom')").error().description.contains("boom"));
+  platform_->pageLosesItsProcess(*view_);
+  ASSERT_TRUE(waitFor(R"({"error":{}})"));
+  EXPECT_EQ(platform_->evaluate(*view_, "1").error().kind, WebError::Kind::processTerminated);
+}
+
+TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {
+  if (!std::string_view(CORVANE_TEST_CERTIFICATE).ends_with(".pem")) GTEST_SKIP() << "openssl is missing";
+  const SelfSignedServer server(CORVANE_TEST_CERTIFICATE);
+  load(server.address());
+  ASSERT_TRUE(waitFor(R"({"error":{}})"));
+  EXPECT_EQ(view_->error()->kind, WebError::Kind::insecureServer);
+  EXPECT_FALSE(view_->isLoaded());
+}
+
+TEST_F(RealEngine, AddressesThatNoEngineLoadsFail) {
+  for (const std::string address : {"", "page", "nothing:", "http://127.0.0.1:9/"}) {
+    events_.clear();
+    load(address);
+    EXPECT_TRUE(events_.empty()) << "not inside the call";
+    ASSERT_TRUE(waitFor(R"({"error":{}})")) << address;
+    EXPECT_FALSE(view_->isLoaded()) << address;
+    EXPECT_EQ(events_.size(), 1U) << address;
+  }
+}
+
+TEST_F(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  view_->setFrame({{100, 200}, {200, 300}});
+  const Colour page{0, 128, 0};
+  EXPECT_TRUE(platform_->runUntil([&] {
+    const auto colourAt = platform_->takePicture();
+    const auto isPage = [&](int x, int y) { return colourAt(x, y) == page; };
+    const bool isOutside = isPage(95, 250) || isPage(305, 300) || isPage(200, 195) || isPage(200, 505);
+    return isPage(105, 205) && isPage(295, 495) && !isOutside;
+  }));
+  EXPECT_EQ(platform_->evaluate(*view_, "[innerWidth, innerHeight].join()")->string(), "200,300");
+  EXPECT_EQ(platform_->evaluate(*view_, "getComputedStyle(document.documentElement).overflow")->string(), "hidden");
+  view_->setHidden(true);
+  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(200, 300) != page; }));
+}
+
+}  // namespace
+}  // namespace corvane::contract
