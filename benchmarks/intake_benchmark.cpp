@@ -41,7 +41,8 @@ constexpr std::array messages{
 class CountingHost {
  public:
   CountingHost() {
-    view_->setEventHandler([this](const AgentEvent& event) { benchmark::DoNotOptimize(count_ += event.value().index()); });
+    view_->setEventHandler(
+        [this](const AgentEvent& event) { benchmark::DoNotOptimize(count_ += event.value().index()); });
   }
   void receive(std::string_view text) { engine_->postMessage(agentEventChannel, text); }
 
@@ -84,7 +85,8 @@ BENCHMARK(textToHandler)->DenseRange(0, messages.size() - 1);
 /// The payload holds members that nobody reads, up to a message of the given size.
 void largeMessage(benchmark::State& state) {
   std::string text = R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1,"more":[)";
-  while (text.size() < static_cast<std::size_t>(state.range(0))) text += R"({"name":"something","value":[1,2.5,true]},)";
+  while (text.size() < static_cast<std::size_t>(state.range(0)))
+    text += R"({"name":"something","value":[1,2.5,true]},)";
   text.back() = ']';
   text += "}}";
   CountingHost host;

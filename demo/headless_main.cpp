@@ -4,7 +4,7 @@
 
 #include "corvane/corvane.h"
 #include "corvane/platform/headless/headless_backend.h"
-#include "corvane/testing/simulated_agent_tool.h"
+#include "corvane/simulation/simulated_agent_tool.h"
 #include "demo/event_printer.h"
 
 int main() {
@@ -14,7 +14,7 @@ int main() {
   backend->setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
 
   const auto view = VelnorAgentView::create(Region::custom("https://agent-tool.example.com/#tour"), "shop-42", true);
-  const auto page = testing::SimulatedAgentTool::attach(view);
+  const auto page = simulation::SimulatedAgentTool::attach(view);
   bool hasEnded = false;
   view->setEventHandler([&](const AgentEvent& event) {
     demo::printEvent(event, *view);

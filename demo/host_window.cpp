@@ -77,9 +77,9 @@ class HostWindow::Screen : public std::enable_shared_from_this<Screen> {
     const bool isLast = *picture == "4_ended";
     hasCallEnded_ = hasCallEnded_ || isLast;
     RunLoop::main().schedule(pictureDelay, whileAlive(weak_from_this(), [name = *picture, isLast](Screen& self) {
-      self.takePicture(name);
-      if (isLast) self.quit();
-    }));
+                               self.takePicture(name);
+                               if (isLast) self.quit();
+                             }));
   }
 
   void takePicture(const std::string& name) {

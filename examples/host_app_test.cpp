@@ -1,13 +1,13 @@
 #include <corvane/corvane.h>
 #include <corvane/platform/headless/headless_backend.h>
-#include <corvane/testing/simulated_agent_tool.h>
+#include <corvane/simulation/simulated_agent_tool.h>
 
 #include <cstdlib>
 
 int main() {
   const auto backend = corvane::headless::Backend::install();
   const auto view = corvane::VelnorAgentView::create(corvane::Region::eu(), "shop-42", /*enableSSO=*/false);
-  const auto page = corvane::testing::SimulatedAgentTool::attach(view);
+  const auto page = corvane::simulation::SimulatedAgentTool::attach(view);
 
   int cartUpdates = 0;
   view->setEventHandler([&](const corvane::AgentEvent& event) {

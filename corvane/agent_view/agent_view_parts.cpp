@@ -9,11 +9,12 @@ namespace corvane {
 VelnorAgentView::Parts::Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO)
     : region(std::move(region)), organisationId(std::move(organisationId)), enableSSO(enableSSO), view_(view) {}
 
-void VelnorAgentView::Parts::minimizeRequested() {
+void VelnorAgentView::Parts::minimizeRequested() { minimize(minimizeAnnouncement()); }
+
+std::function<void()> VelnorAgentView::Parts::minimizeAnnouncement() {
   const auto view = std::static_pointer_cast<VelnorAgentView>(view_.shared_from_this());
-  minimize(whileAlive(std::weak_ptr(view), [](VelnorAgentView& alive) {
-    AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{});
-  }));
+  return whileAlive(std::weak_ptr(view),
+                    [](VelnorAgentView& alive) { AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{}); });
 }
 
 void VelnorAgentView::Parts::handleCallbackEvent(JsonView /*data*/) {
@@ -21,7 +22,12 @@ void VelnorAgentView::Parts::handleCallbackEvent(JsonView /*data*/) {
 }
 
 void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
-  if (const auto handler = internalEventHandler_) (*handler)(event);
+  std::shared_ptr<UIView> alive;
+  if (const auto handler = internalEventHandler_) {
+    // It may drop the view's last holder; the host app's handler is still owed the event.
+    alive = view_.shared_from_this();
+    (*handler)(event);
+  }
   if (const auto handler = eventHandler_) (*handler)(event);
 }
 

@@ -21,13 +21,15 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
 
   void minimizeRequested() override;
   void handleCallbackEvent(JsonView data) override;
-  /// The only way of an event out of the framework: to the framework's own handler, then to the host app's. The first
-  /// may drop the view's last holder and the second is still owed the event, so callers keep the view alive.
+  /// The only way of an event out of the framework: to the framework's own handler, then to the host app's. Either
+  /// may drop the view's last holder, so nothing of the view may be touched after this.
   void emitEvent(const AgentEvent& event) override;
 
   /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be
   /// shrunk ends the request without a word.
   void minimize(std::function<void()> completion);
+  /// What follows a minimizing that the page asked for: tells that it is done, if the view still lives by then.
+  [[nodiscard]] std::function<void()> minimizeAnnouncement();
 
   void setEventHandler(AgentEventHandler handler) { eventHandler_ = share(std::move(handler)); }
   void setInternalEventHandler(AgentEventHandler handler) { internalEventHandler_ = share(std::move(handler)); }
@@ -57,7 +59,8 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
 /// Opens a view to the rest of the framework.
 class AgentViewAccess {
  public:
-  static VelnorAgentView::Parts& parts(const VelnorAgentView& view) { return *view.parts_; }
+  using Parts = VelnorAgentView::Parts;
+  static Parts& parts(VelnorAgentView& view) { return *view.parts_; }
 };
 
 }  // namespace corvane

@@ -16,6 +16,8 @@ std::string baseAddress(const Region& region) {
                       [&](const Region::Global&) { return host + "/refresh-us/agent-tool/"; });
 }
 
+std::string asText(bool value) { return value ? "true" : "false"; }
+
 }  // namespace
 
 std::optional<std::string> makePageAddress(const PageAddressParameters& parameters) {
@@ -23,9 +25,9 @@ std::optional<std::string> makePageAddress(const PageAddressParameters& paramete
   if (!components) return std::nullopt;
   const std::array items{
       URLQueryItem{"orgId", parameters.organisationId},
-      URLQueryItem{"isNativeSDK", "true"},
+      URLQueryItem{"isNativeSDK", asText(isNativeSDK)},
       URLQueryItem{"connectId", parameters.connectId},
-      URLQueryItem{"ssoLogin", parameters.enableSSO ? "true" : "false"},
+      URLQueryItem{"ssoLogin", asText(parameters.enableSSO)},
   };
   if (!components->setQueryItems(items)) return std::nullopt;
   return components->url();

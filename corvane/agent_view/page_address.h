@@ -8,6 +8,9 @@
 
 namespace corvane {
 
+/// Tells the page that an app of ours is around it.
+inline constexpr bool isNativeSDK = true;
+
 struct PageAddressParameters {
   const Region& region;
   const std::string& organisationId;

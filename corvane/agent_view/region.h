@@ -16,8 +16,12 @@ class Region {
     std::string url;
     bool operator==(const Custom&) const = default;
   };
-  struct Eu { bool operator==(const Eu&) const = default; };
-  struct Global { bool operator==(const Global&) const = default; };
+  struct Eu {
+    bool operator==(const Eu&) const = default;
+  };
+  struct Global {
+    bool operator==(const Global&) const = default;
+  };
   using Value = std::variant<Custom, Eu, Global>;
 
   /// The page at this base address. Its query is replaced; its path and fragment stay.

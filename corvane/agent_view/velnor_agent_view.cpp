@@ -41,16 +41,15 @@ bool mayCapture() {
 }  // namespace
 
 std::shared_ptr<VelnorAgentView> VelnorAgentView::create(Region region, std::string organisationId, bool enableSSO) {
-  auto view = std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId),
-                                                enableSSO);
+  auto view =
+      std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId), enableSSO);
   MinimizedStore::shared().setAgentView(nullptr);
   view->buildWebView();
   return view;
 }
 
 VelnorAgentView::VelnorAgentView(ConstructionKey key, Region region, std::string organisationId, bool enableSSO)
-    : UIView(key),
-      parts_(std::make_unique<Parts>(*this, std::move(region), std::move(organisationId), enableSSO)) {}
+    : UIView(key), parts_(std::make_unique<Parts>(*this, std::move(region), std::move(organisationId), enableSSO)) {}
 
 VelnorAgentView::~VelnorAgentView() = default;
 
@@ -117,6 +116,7 @@ void VelnorAgentView::webViewRequestMediaCapturePermission(WKWebView& /*webView*
                                                            const WKMediaCaptureRequest& /*request*/,
                                                            WKPermissionDecisionHandler decisionHandler) {
   if (!mayCapture()) return decisionHandler(WKPermissionDecision::prompt);
+  const auto alive = shared_from_this();  // the answer may lead anywhere
   decisionHandler(WKPermissionDecision::grant);
   parts_->emitEvent(AgentEvent::PreviewStarted{});
 }

@@ -40,7 +40,8 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   ~VelnorAgentView() override;
 
   /// Loads the agent tool for a booking, in place of whatever the view shows. It may be called at any time and as
-  /// often as wanted. A region whose address makes no sense loads nothing and raises nothing.
+  /// often as wanted. Where no address can be made (a region whose base address is none or is beyond 64 KiB, an
+  /// identifier that is not valid UTF-8) nothing is loaded and nothing raised; `connectId` changes all the same.
   void loadBooking(std::string connectId);
 
   [[nodiscard]] const Region& region() const;

@@ -26,7 +26,9 @@ namespace corvane {
 class AgentEvent {
  public:
   /// Never raised by the framework; part of the vocabulary.
-  struct Unknown { bool operator==(const Unknown&) const = default; };
+  struct Unknown {
+    bool operator==(const Unknown&) const = default;
+  };
   /// The call has changed its state.
   struct CallStatusUpdate {
     CallSessionStatus status = CallSessionStatus::disconnected;
@@ -38,15 +40,29 @@ class AgentEvent {
     bool operator==(const ClientLocale&) const = default;
   };
   /// The page did not load, or an action could not be posted into it; the view's `error` tells why.
-  struct Error { bool operator==(const Error&) const = default; };
+  struct Error {
+    bool operator==(const Error&) const = default;
+  };
   /// The page has loaded for the first time.
-  struct DidLoad { bool operator==(const DidLoad&) const = default; };
-  struct WillMinimize { bool operator==(const WillMinimize&) const = default; };
-  struct DidMinimize { bool operator==(const DidMinimize&) const = default; };
-  struct WillMaximize { bool operator==(const WillMaximize&) const = default; };
-  struct DidMaximize { bool operator==(const DidMaximize&) const = default; };
+  struct DidLoad {
+    bool operator==(const DidLoad&) const = default;
+  };
+  struct WillMinimize {
+    bool operator==(const WillMinimize&) const = default;
+  };
+  struct DidMinimize {
+    bool operator==(const DidMinimize&) const = default;
+  };
+  struct WillMaximize {
+    bool operator==(const WillMaximize&) const = default;
+  };
+  struct DidMaximize {
+    bool operator==(const DidMaximize&) const = default;
+  };
   /// The page may use the camera and the microphone.
-  struct PreviewStarted { bool operator==(const PreviewStarted&) const = default; };
+  struct PreviewStarted {
+    bool operator==(const PreviewStarted&) const = default;
+  };
   /// The customer's cart holds this line now; a quantity below 1 means that it is gone.
   struct ProductUpdateInCart {
     ProductCartStatus data;
@@ -66,12 +82,13 @@ class AgentEvent {
     bool operator==(const RefreshSsoToken&) const = default;
   };
   /// The page is not, or no longer, signed in.
-  struct Unauthorized { bool operator==(const Unauthorized&) const = default; };
+  struct Unauthorized {
+    bool operator==(const Unauthorized&) const = default;
+  };
 
-  using Value =
-      std::variant<Unknown, CallStatusUpdate, ClientLocale, Error, DidLoad, WillMinimize, DidMinimize, WillMaximize,
-                   DidMaximize, PreviewStarted, ProductUpdateInCart, ProductRemovedFromCall, ProductRemovedFromCart,
-                   RefreshSsoToken, Unauthorized>;
+  using Value = std::variant<Unknown, CallStatusUpdate, ClientLocale, Error, DidLoad, WillMinimize, DidMinimize,
+                             WillMaximize, DidMaximize, PreviewStarted, ProductUpdateInCart, ProductRemovedFromCall,
+                             ProductRemovedFromCart, RefreshSsoToken, Unauthorized>;
 
   /// Any of the cases converts to an event.
   AgentEvent(Value value) : value_(std::move(value)) {}

@@ -14,10 +14,21 @@ namespace corvane {
 
 /// The names of the cases, in the order of `AgentEvent::Value`.
 inline constexpr std::array<std::string_view, std::variant_size_v<AgentEvent::Value>> agentEventNames{
-    "unknown",         "callStatusUpdate",    "clientLocale",           "error",
-    "didLoad",         "willMinimize",        "didMinimize",            "willMaximize",
-    "didMaximize",     "previewStarted",      "productUpdateInCart",    "productRemovedFromCall",
-    "productRemovedFromCart", "refreshSsoToken", "unauthorized",
+    "unknown",
+    "callStatusUpdate",
+    "clientLocale",
+    "error",
+    "didLoad",
+    "willMinimize",
+    "didMinimize",
+    "willMaximize",
+    "didMaximize",
+    "previewStarted",
+    "productUpdateInCart",
+    "productRemovedFromCall",
+    "productRemovedFromCart",
+    "refreshSsoToken",
+    "unauthorized",
 };
 
 /// Cases without values are written as empty objects.

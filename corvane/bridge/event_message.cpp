@@ -24,9 +24,12 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
       if (!platform || !platform->isObject()) return std::nullopt;
       return AgentEvent::ClientLocale{decodeFromJsonObject<ClientPlatform>(*platform).locale};
     }
-    case callStatus: return AgentEvent::CallStatusUpdate{decodeFromJsonObject<CallStatus>(data).status};
-    case minimizeAgentTool: return AgentEvent::DidMinimize{};
-    case productUpdateInCart: return AgentEvent::ProductUpdateInCart{decodeFromJsonObject<ProductCartStatus>(data)};
+    case callStatus:
+      return AgentEvent::CallStatusUpdate{decodeFromJsonObject<CallStatus>(data).status};
+    case minimizeAgentTool:
+      return AgentEvent::DidMinimize{};
+    case productUpdateInCart:
+      return AgentEvent::ProductUpdateInCart{decodeFromJsonObject<ProductCartStatus>(data)};
     // A removal counts only with its quantity, although nobody needs it.
     case productRemovedFromCall:
       return AgentEvent::ProductRemovedFromCall{decodeFromJsonObject<ProductCartStatus>(data).sku};
@@ -37,7 +40,8 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
       if (!responseId) return std::nullopt;
       return AgentEvent::RefreshSsoToken{std::string(*responseId)};
     }
-    case unauthorized: return AgentEvent::Unauthorized{};
+    case unauthorized:
+      return AgentEvent::Unauthorized{};
     case unknown:
     case addProductToCallCallback:
     case addProductToCartCallback:
@@ -47,7 +51,8 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
     case isProductInCartCallback:
     case removeProductInCallCallback:
     case removeProductInCartCallback:
-    case updateProductInCartCallback: return std::nullopt;
+    case updateProductInCartCallback:
+      return std::nullopt;
   }
   std::unreachable();
 }

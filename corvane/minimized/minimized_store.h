@@ -15,7 +15,7 @@ class MinimizedStore {
  public:
   static MinimizedStore& shared();
 
-  [[nodiscard]] const std::shared_ptr<VelnorAgentView>& agentView() const { return agentView_; }
+  [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() const { return agentView_; }
   void setAgentView(std::shared_ptr<VelnorAgentView> view);
 
  private:

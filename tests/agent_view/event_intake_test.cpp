@@ -50,8 +50,7 @@ class EventIntake : public testing::Test {
 using Log = std::vector<std::string>;
 
 TEST_F(EventIntake, TheStateFollowsBeforeTheEventIsHandedOver) {
-  EXPECT_EQ(takeStatus("RUNNING"),
-            Log{R"({"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} RUNNING -)"});
+  EXPECT_EQ(takeStatus("RUNNING"), Log{R"({"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} RUNNING -)"});
   EXPECT_EQ(take(R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"fr"}}}})"),
             Log{R"({"clientLocale":{"locale":"fr"}} RUNNING fr)"});
   EXPECT_EQ(takeCart("UPDATE_IN_CART", 3),
@@ -73,6 +72,20 @@ TEST_F(EventIntake, TheCartFollowsUpdatesAndRemovals) {
   EXPECT_EQ(state_.cart, (decltype(state_.cart){{"B", 1}}));
   EXPECT_EQ(takeCart("REMOVED_FROM_CART", 9, "B").size(), 1U);
   EXPECT_TRUE(state_.cart.empty());
+}
+
+TEST_F(EventIntake, NothingButTheEndOfACallForgetsTheCustomer) {
+  take(R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"fr"}}}})");
+  takeCart("UPDATE_IN_CART", 3);
+  take(R"({"eventType":"SDK_UNAUTHORIZED"})");
+  take(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":"A"}})");
+  for (const CallSessionStatus status : allCases<CallSessionStatus>()) {
+    if (status == CallSessionStatus::disconnecting) continue;
+    takeStatus(std::string(rawValue(status).substr(20)));
+    EXPECT_EQ(state_.callSessionStatus, status);
+  }
+  EXPECT_EQ(state_.clientLocale, "fr");
+  EXPECT_EQ(state_.cart.size(), 1U);
 }
 
 TEST_F(EventIntake, AMessageLeadsToOneOperationAtMost) {

@@ -23,12 +23,22 @@ constexpr std::string_view runningMessage =
 class VelnorAgentViewTest : public HeadlessTest {
  protected:
   VelnorAgentViewTest() {
-    AgentViewAccess::parts(*view_).setInternalEventHandler([this](const AgentEvent& event) {
-      log_.push_back("internal " + encodeJson(event));
-    });
+    parts().setInternalEventHandler(
+        [this](const AgentEvent& event) { log_.push_back("internal " + encodeJson(event)); });
     view_->setEventHandler([this](const AgentEvent& event) { log_.push_back("host " + encodeJson(event)); });
   }
 
+  AgentViewAccess::Parts& parts() { return AgentViewAccess::parts(*view_); }
+  /// A running call with a customer, a cart and a failure.
+  void makeBusy() {
+    engine().postMessage(agentEventChannel, runningMessage);
+    engine().postMessage(agentEventChannel,
+                         R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de"}}}})");
+    engine().postMessage(agentEventChannel,
+                         R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1}})");
+    engine().failLoad({.description = "gone"});
+    takeLog();
+  }
   HeadlessWebEngine& engine() { return *HeadlessWebEngine::of(*view_); }
   std::vector<std::string> takeLog() { return std::exchange(log_, {}); }
   static std::vector<std::string> both(const std::string& event) { return {"internal " + event, "host " + event}; }
@@ -45,7 +55,7 @@ TEST_F(VelnorAgentViewTest, ConstructionInstallsTheBridgeInOrderAndLoadsNothing)
       Engine::ScrollSet{false},
   };
   EXPECT_TRUE(std::ranges::equal(engine().records(), expected));
-  const auto& webView = *AgentViewAccess::parts(*view_).webView;
+  const auto& webView = *parts().webView;
   EXPECT_TRUE(webView.configuration().allowsInlineMediaPlayback);
   EXPECT_EQ(webView.contentInsetAdjustmentBehavior(), UIScrollViewContentInsetAdjustmentBehavior::never);
   EXPECT_EQ(view_->frame(), CGRect{});
@@ -55,14 +65,17 @@ TEST_F(VelnorAgentViewTest, ConstructionInstallsTheBridgeInOrderAndLoadsNothing)
   EXPECT_FALSE(view_->isLoaded() || view_->connectId() || view_->error() || view_->clientLocale());
 }
 
-TEST_F(VelnorAgentViewTest, LoadingABookingStartsAFreshCall) {
-  engine().postMessage(agentEventChannel, runningMessage);
-  engine().failLoad({.description = "gone"});
-  takeLog();
+TEST_F(VelnorAgentViewTest, LoadingABookingResetsErrorAndStatusBeforeTheLoadAndNothingElse) {
+  makeBusy();
+  std::string seen;
+  engine().setLoadObserver([&](const URLRequest&) {
+    seen = std::string(rawValue(view_->callSessionStatus())) + (view_->error() ? " error" : "");
+  });
   view_->loadBooking("b2");
+  EXPECT_EQ(seen, "CALL_SESSION_STATUS_DISCONNECTED");
   EXPECT_EQ(view_->connectId(), "b2");
-  EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::disconnected);
-  EXPECT_FALSE(view_->error());
+  EXPECT_EQ(view_->clientLocale(), "de");
+  EXPECT_EQ(parts().callState.cart.size(), 1U);
   EXPECT_TRUE(takeLog().empty());
   const auto loads = engine().recordsOf<Engine::LoadRequested>();
   ASSERT_EQ(loads.size(), 1U);
@@ -71,53 +84,55 @@ TEST_F(VelnorAgentViewTest, LoadingABookingStartsAFreshCall) {
                                           .timeoutInterval = std::chrono::seconds(60)}));
 }
 
-TEST_F(VelnorAgentViewTest, ABaseAddressThatIsNoneChangesNothingButTheBooking) {
-  view_ = VelnorAgentView::create(Region::custom("not a url"), "o1", false);
-  view_->setEventHandler([this](const AgentEvent& event) { log_.push_back(encodeJson(event)); });
-  engine().postMessage(agentEventChannel, runningMessage);
-  engine().failLoad({.description = "gone"});
-  takeLog();
-  view_->loadBooking("b2");
-  EXPECT_EQ(view_->connectId(), "b2");
-  EXPECT_EQ(AgentViewAccess::parts(*view_).callUrl, std::nullopt);
+TEST_F(VelnorAgentViewTest, WhereNoAddressCanBeMadeOnlyTheBookingChanges) {
+  makeBusy();
+  parts().callUrl = "http://h/earlier";
+  view_->loadBooking("\xff");
+  EXPECT_EQ(view_->connectId(), "\xff");
+  EXPECT_EQ(parts().callUrl, std::nullopt);
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::running);
   EXPECT_EQ(view_->error()->description, "gone");
   EXPECT_TRUE(engine().recordsOf<Engine::LoadRequested>().empty());
   EXPECT_TRUE(takeLog().empty());
+
+  view_ = VelnorAgentView::create(Region::custom("not a url"), "o1", false);
+  view_->loadBooking("b1");
+  EXPECT_TRUE(engine().recordsOf<Engine::LoadRequested>().empty());
 }
 
-TEST_F(VelnorAgentViewTest, DidLoadIsRaisedOnceAndFailuresEachTime) {
+TEST_F(VelnorAgentViewTest, OutcomesAreStoredBeforeTheyAreTold) {
+  const auto note = [this](const AgentEvent& event) {
+    log_.push_back(encodeJson(event) + (view_->isLoaded() ? " loaded " : " - ") +
+                   (view_->error() ? view_->error()->description : "-"));
+  };
+  parts().setInternalEventHandler(nullptr);
+  view_->setEventHandler(note);
+  makeBusy();
   view_->loadBooking("b1");
   engine().failProvisionalLoad({.kind = WebError::Kind::timedOut, .description = "slow"});
-  EXPECT_EQ(takeLog(), both(R"({"error":{}})"));
-  EXPECT_EQ(view_->error(), (WebError{.kind = WebError::Kind::timedOut, .description = "slow"}));
-  EXPECT_FALSE(view_->isLoaded());
-
-  view_->loadBooking("b1");
   engine().finishLoad();
-  EXPECT_TRUE(view_->isLoaded());
-  EXPECT_EQ(takeLog(), both(R"({"didLoad":{}})"));
+  engine().finishLoad();
+  engine().failLoad({.description = "broken"});
   view_->loadBooking("b2");
   engine().finishLoad();
-  EXPECT_TRUE(takeLog().empty());
+  EXPECT_EQ(takeLog(), (std::vector<std::string>{R"({"error":{}} - slow)", R"({"didLoad":{}} loaded slow)",
+                                                 R"({"error":{}} loaded broken)"}));
   engine().postMessage(agentEventChannel, runningMessage);
-  takeLog();
   engine().terminateProcess();
-  EXPECT_EQ(takeLog(), both(R"({"error":{}})"));
   EXPECT_EQ(view_->error()->kind, WebError::Kind::processTerminated);
-  EXPECT_TRUE(view_->isLoaded());
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::running) << "a failure says nothing about the call";
+  EXPECT_EQ(parts().callState.cart.size(), 1U);
 }
 
 TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCalled) {
-  AgentViewAccess::parts(*view_).setInternalEventHandler([this](const AgentEvent&) {
+  parts().setInternalEventHandler([this](const AgentEvent&) {
     log_.emplace_back("internal " + std::string(rawValue(view_->callSessionStatus())));
     view_->setEventHandler([this](const AgentEvent&) { log_.emplace_back("replaced"); });
   });
   engine().postMessage(agentEventChannel, runningMessage);
   EXPECT_EQ(takeLog(), (std::vector<std::string>{"internal CALL_SESSION_STATUS_RUNNING", "replaced"}));
 
-  AgentViewAccess::parts(*view_).setInternalEventHandler(nullptr);
+  parts().setInternalEventHandler(nullptr);
   view_->setEventHandler([this, big = std::string(100, 'x')](const AgentEvent&) {
     view_->setEventHandler(nullptr);
     log_.push_back(big.substr(0, 1));
@@ -125,13 +140,14 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
   engine().postMessage(agentEventChannel, runningMessage);
   EXPECT_EQ(takeLog(), std::vector<std::string>{"x"}) << "a handler may remove itself";
   EXPECT_FALSE(view_->eventHandler());
-  engine().postMessage(agentEventChannel, R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
+  engine().postMessage(agentEventChannel,
+                       R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::paused) << "the state follows without any handler";
 }
 
 TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewAndTheOtherStillGetsTheEvent) {
   const std::weak_ptr<VelnorAgentView> weak = view_;
-  AgentViewAccess::parts(*view_).setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
+  parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
   const auto drop = [&](auto event) {
     event();
     EXPECT_TRUE(weak.expired());
@@ -156,7 +172,7 @@ TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewFromLoadAndCaptureOutcomes) {
 }
 
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
-  const auto webView = AgentViewAccess::parts(*view_).webView;
+  const auto webView = parts().webView;
   auto& orphan = *HeadlessWebEngine::of(*webView);
   const std::weak_ptr<VelnorAgentView> weak = view_;
   view_.reset();
@@ -167,24 +183,23 @@ TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
 }
 
 TEST_F(VelnorAgentViewTest, CaptureNeedsBothAuthorisationsWhateverIsAskedFor) {
-  struct Row {
-    AVAuthorizationStatus video;
-    AVAuthorizationStatus audio;
-    WKPermissionDecision expected;
-  };
   using enum AVAuthorizationStatus;
-  for (const Row& row : {Row{authorized, authorized, WKPermissionDecision::grant},
-                         Row{authorized, notDetermined, WKPermissionDecision::prompt},
-                         Row{denied, authorized, WKPermissionDecision::prompt},
-                         Row{restricted, restricted, WKPermissionDecision::prompt}}) {
+  for (const auto& [video, audio] : {std::pair{authorized, authorized},
+                                     {authorized, notDetermined},
+                                     {authorized, denied},
+                                     {authorized, restricted},
+                                     {notDetermined, authorized},
+                                     {denied, authorized},
+                                     {restricted, authorized},
+                                     {denied, denied}}) {
+    const bool isGranted = video == authorized && audio == authorized;
     for (const auto type : {WKMediaCaptureType::camera, WKMediaCaptureType::microphone}) {
-      backend().setCaptureAuthorization(AVMediaType::video, row.video);
-      backend().setCaptureAuthorization(AVMediaType::audio, row.audio);
+      backend().setCaptureAuthorization(AVMediaType::video, video);
+      backend().setCaptureAuthorization(AVMediaType::audio, audio);
       engine().requestCapture(type, [&](WKPermissionDecision decision) {
-        EXPECT_EQ(decision, row.expected);
+        EXPECT_EQ(decision, isGranted ? WKPermissionDecision::grant : WKPermissionDecision::prompt);
         log_.emplace_back("decided");
       });
-      const bool isGranted = row.expected == WKPermissionDecision::grant;
       EXPECT_EQ(takeLog(), isGranted ? (std::vector<std::string>{"decided", R"(internal {"previewStarted":{}})",
                                                                  R"(host {"previewStarted":{}})"})
                                      : std::vector<std::string>{"decided"});
@@ -198,9 +213,27 @@ TEST_F(VelnorAgentViewTest, ConstructingAViewLetsGoOfAHeldOne) {
   EXPECT_EQ(MinimizedStore::shared().agentView(), nullptr);
 }
 
-TEST_F(VelnorAgentViewTest, AMinimizeRequestThatCannotBeMetRaisesNothing) {
+TEST_F(VelnorAgentViewTest, AMinimizeRequestIsToldWhenItIsDoneIfTheViewStillLives) {
   engine().postMessage(agentEventChannel, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  EXPECT_TRUE(takeLog().empty()) << "it cannot be met here";
+  const auto announce = parts().minimizeAnnouncement();
+  announce();
+  EXPECT_EQ(takeLog(), both(R"({"didMinimize":{}})"));
+  const std::weak_ptr<VelnorAgentView> weak = view_;
+  view_.reset();
+  EXPECT_TRUE(weak.expired());
+  announce();
   EXPECT_TRUE(takeLog().empty());
+}
+
+TEST_F(VelnorAgentViewTest, DelegateMethodsMayBeCalledByAnyoneAndLoseTheViewInside) {
+  backend().setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
+  backend().setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
+  const auto webView = WKWebView::create({}, {});
+  parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
+  view_->webViewRequestMediaCapturePermission(*webView, {}, [](WKPermissionDecision) {});
+  EXPECT_EQ(takeLog(), std::vector<std::string>{R"(host {"previewStarted":{}})"});
+  EXPECT_EQ(view_, nullptr);
 }
 
 }  // namespace

@@ -63,6 +63,9 @@ TEST(AgentEvent, DecodingWantsExactlyOneCase) {
       EXPECT_EQ(error.debugDescription(), "Invalid number of keys found, expected one.") << text;
     }
   }
+  EXPECT_EQ(decodeJson<AgentEvent>(R"({"clientLocale":{"locale":"a"},"clientLocale":{"locale":"b"}})"),
+            AgentEvent(AgentEvent::ClientLocale{"b"}));
+  EXPECT_THROW(static_cast<void>(decodeJson<AgentEvent>(R"({"clientLocale":{"locale":"\ud800"}})")), DecodingError);
   EXPECT_EQ(decodeJson<AgentEvent>(R"({"other":1,"didLoad":{"more":2}})"), AgentEvent(AgentEvent::DidLoad{}));
 }
 

@@ -26,7 +26,8 @@ TEST(EventMessage, OnlyTextualTypesWithThePrefixComeFromTheAgentTool) {
   EXPECT_TRUE(isFromAgentTool(R"({"more":[],"eventType":"SDK_ANYTHING"})"));
   for (const std::string_view text :
        {"{}", "[]", "1", "null", R"("SDK_")", R"({"eventType":1})", R"({"eventType":null})", R"({"eventType":"sdk_X"})",
-        R"({"eventType":" SDK_X"})", R"({"eventType":"unknown"})", R"({"EventType":"SDK_X"})", R"(["eventType","SDK_X"])"}) {
+        R"({"eventType":" SDK_X"})", R"({"eventType":"unknown"})", R"({"EventType":"SDK_X"})",
+        R"(["eventType","SDK_X"])"}) {
     EXPECT_FALSE(isFromAgentTool(text)) << text;
   }
 }
@@ -95,9 +96,15 @@ TEST(EventMessage, TextWithoutAnUtf8FormSpoilsOnlyTheRecordThatHoldsIt) {
   EXPECT_EQ(eventOf(spoiltRecord), std::nullopt);
   const JsonValue value = parse(spoiltRecord);
   EXPECT_THROW(static_cast<void>(decodeFromJsonObject<ProductCartStatus>(*value.find("data"))), JsonError);
+  EXPECT_EQ(
+      eventOf(
+          R"({"eventType":"SDK_CALL_STARTED","data":{"more":"\ud800","clientPlatform":{"language":{"locale":"L"}}}})"),
+      AgentEvent(AgentEvent::ClientLocale{"L"}));
   EXPECT_EQ(eventOf(R"({"eventType":"SDK_UNAUTHORIZED","more":"\ud800"})"), AgentEvent(AgentEvent::Unauthorized{}));
-  EXPECT_EQ(eventOf(R"({"eventType":"SDK_CALL_STATUS","junk":1e1,"data":{"status":"CALL_SESSION_STATUS_READY","n":1000000000000000000000}})"),
-            AgentEvent(AgentEvent::CallStatusUpdate{CallSessionStatus::ready}));
+  EXPECT_EQ(
+      eventOf(
+          R"({"eventType":"SDK_CALL_STATUS","junk":1e1,"data":{"status":"CALL_SESSION_STATUS_READY","n":1000000000000000000000}})"),
+      AgentEvent(AgentEvent::CallStatusUpdate{CallSessionStatus::ready}));
 }
 
 }  // namespace

@@ -95,7 +95,10 @@ TEST_P(AgentViewContract, OnlyOwnMessagesThatAreOrHoldJsonReachTheHost) {
   platform_->pagePostsValue(*view_, tokenMessage("object"));
   platform_->pagePostsValue(*view_, "[" + tokenMessage("array") + "]");
   platform_->pagePostsText(*view_, "{" + tokenMessage("not JSON"));
-  platform_->pagePostsText(*view_, "\"" "SDK_UNAUTHORIZED" "\"");
+  platform_->pagePostsText(*view_,
+                           "\""
+                           "SDK_UNAUTHORIZED"
+                           "\"");
   for (const std::string_view value : {"null", "true", "17", "{}", "{\"eventType\":3}"}) {
     platform_->pagePostsValue(*view_, value);
   }
@@ -113,8 +116,8 @@ TEST_P(AgentViewContract, EventsComeInOrderWithTheStateUpdated) {
                   view_->clientLocale().value_or("-"));
   });
   platform_->pagePostsValue(*view_, statusMessage("CONNECTING"));
-  platform_->pagePostsValue(*view_,
-                            R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de-CH"}}}})");
+  platform_->pagePostsValue(
+      *view_, R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de-CH"}}}})");
   platform_->pagePostsText(*view_, statusMessage("RUNNING"));
   platform_->pagePostsValue(*view_, R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":2}})");
   platform_->pagePostsValue(*view_, statusMessage("FOWARDING"));
@@ -172,7 +175,8 @@ TEST_P(AgentViewContract, LoadsThatFailAreToldAndMayBeTriedAgain) {
 
 TEST_P(AgentViewContract, AServerThatSaysNothingIsGivenUpAfterTheRequestsTime) {
   makeView(PageKind::silent);
-  findWebView(*view_)->load({.url = platform_->address(PageKind::silent), .timeoutInterval = std::chrono::milliseconds(50)});
+  findWebView(*view_)->load(
+      {.url = platform_->address(PageKind::silent), .timeoutInterval = std::chrono::milliseconds(50)});
   ASSERT_TRUE(platform_->runUntil([&] { return !events_.empty(); }));
   EXPECT_EQ(spy_->outcomes, (std::vector<std::string>{"failed provisionally"}));
   EXPECT_EQ(view_->error()->kind, WebError::Kind::timedOut);

@@ -62,10 +62,14 @@ class GtkPlatform final : public RealEnginePlatform {
 
   std::string address(PageKind kind) override {
     switch (kind) {
-      case PageKind::plain: return page("plain.html");
-      case PageKind::closedPort: return closedPortAddress();
-      case PageKind::breaksOff: return trouble_.address("page");
-      case PageKind::silent: return trouble_.address("silent");
+      case PageKind::plain:
+        return page("plain.html");
+      case PageKind::closedPort:
+        return closedPortAddress();
+      case PageKind::breaksOff:
+        return trouble_.address("page");
+      case PageKind::silent:
+        return trouble_.address("silent");
     }
     std::unreachable();
   }
@@ -106,7 +110,8 @@ class GtkPlatform final : public RealEnginePlatform {
       addEventListener("message", (event) => { if (event.origin !== origin) ++window.foreignMessages; });
       const poster = new URL("foreign_poster.html", location.href);
       poster.hostname = "localhost";
-      poster.hash = encodeURIComponent(JSON.stringify()" + std::string(data) + R"());
+      poster.hash = encodeURIComponent(JSON.stringify()" +
+                  std::string(data) + R"());
       const frame = document.createElement("iframe");
       frame.src = poster;
       document.body.append(frame);
@@ -118,8 +123,8 @@ class GtkPlatform final : public RealEnginePlatform {
   }
 
   void pageFloods(const UIView& view, std::string_view data) override {
-    run(view, "setInterval(() => { for (let i = 0; i < 50; ++i) window.postMessage(" + std::string(data) +
-                  ", '*'); }, 0);0");
+    run(view,
+        "setInterval(() => { for (let i = 0; i < 50; ++i) window.postMessage(" + std::string(data) + ", '*'); }, 0);0");
   }
 
   bool pageCaptures(const UIView& view) override {

@@ -2,18 +2,20 @@
 #include <map>
 
 #include "corvane/platform/headless/headless_backend.h"
-#include "corvane/testing/simulated_agent_tool.h"
+#include "corvane/simulation/simulated_agent_tool.h"
 #include "tests/contract/contract_platform.h"
 
 namespace corvane::contract {
 
 namespace {
 
-using testing::SimulatedAgentTool;
+using simulation::SimulatedAgentTool;
 
 class HeadlessPlatform final : public ContractPlatform {
  public:
-  std::string address(PageKind kind) override { return "https://pages.example/" + std::to_string(static_cast<int>(kind)); }
+  std::string address(PageKind kind) override {
+    return "https://pages.example/" + std::to_string(static_cast<int>(kind));
+  }
 
   void show(const std::shared_ptr<UIView>& view) override {
     const auto page = SimulatedAgentTool::attach(view);
@@ -31,7 +33,8 @@ class HeadlessPlatform final : public ContractPlatform {
       const std::string booking(url.substr(begin, url.find('&', begin) - begin));
       backend_->runLoop().post([weak, booking] {
         const auto alive = weak.lock();
-        if (alive) alive->postValue(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":")" + decode(booking) + "\"}}");
+        if (alive)
+          alive->postValue(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":")" + decode(booking) + "\"}}");
       });
       return SimulatedAgentTool::Finishes{};
     });
@@ -59,8 +62,8 @@ class HeadlessPlatform final : public ContractPlatform {
     headless::HeadlessWebEngine::of(view)->requestCapture(
         WKMediaCaptureType::cameraAndMicrophone, [&](WKPermissionDecision decision) {
           if (decision == WKPermissionDecision::prompt) ++promptCount_;
-          isGranted = decision == WKPermissionDecision::grant ||
-                      (decision == WKPermissionDecision::prompt && promptAnswer_);
+          isGranted =
+              decision == WKPermissionDecision::grant || (decision == WKPermissionDecision::prompt && promptAnswer_);
         });
     return isGranted;
   }

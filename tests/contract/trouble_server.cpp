@@ -50,8 +50,8 @@ gboolean serve(GThreadedSocketService*, GSocketConnection* connection, GObject*,
 }  // namespace
 
 TroubleServer::TroubleServer() : service_(std::make_unique<Service>()) {
-  service_->port = g_socket_listener_add_any_inet_port(reinterpret_cast<GSocketListener*>(service_->service), nullptr,
-                                                       nullptr);
+  service_->port =
+      g_socket_listener_add_any_inet_port(reinterpret_cast<GSocketListener*>(service_->service), nullptr, nullptr);
   g_signal_connect(service_->service, "run", reinterpret_cast<GCallback>(&serve), nullptr);
   g_socket_service_start(service_->service);
 }
@@ -68,9 +68,9 @@ SelfSignedServer::SelfSignedServer(const std::string& certificateFile)
   GTlsCertificate* const certificate = g_tls_certificate_new_from_file(certificateFile.c_str(), nullptr);
   soup_server_set_tls_certificate(server_, certificate);
   g_object_unref(certificate);
-  soup_server_listen_local(server_, 0,
-                           static_cast<SoupServerListenOptions>(SOUP_SERVER_LISTEN_HTTPS | SOUP_SERVER_LISTEN_IPV4_ONLY),
-                           nullptr);
+  soup_server_listen_local(
+      server_, 0, static_cast<SoupServerListenOptions>(SOUP_SERVER_LISTEN_HTTPS | SOUP_SERVER_LISTEN_IPV4_ONLY),
+      nullptr);
 }
 
 SelfSignedServer::~SelfSignedServer() {

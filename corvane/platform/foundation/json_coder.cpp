@@ -6,12 +6,18 @@ namespace {
 
 std::string_view nameOf(JsonKind kind) {
   switch (kind) {
-    case JsonKind::null: return "null";
-    case JsonKind::boolean: return "a Boolean";
-    case JsonKind::number: return "a number";
-    case JsonKind::string: return "a string";
-    case JsonKind::array: return "an array";
-    case JsonKind::object: return "an object";
+    case JsonKind::null:
+      return "null";
+    case JsonKind::boolean:
+      return "a Boolean";
+    case JsonKind::number:
+      return "a number";
+    case JsonKind::string:
+      return "a string";
+    case JsonKind::array:
+      return "an array";
+    case JsonKind::object:
+      return "an object";
   }
   std::unreachable();
 }

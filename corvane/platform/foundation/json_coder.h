@@ -2,9 +2,7 @@
 /// directions follow that table.
 #pragma once
 
-#include <array>
 #include <concepts>
-#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -48,25 +46,10 @@ template <class Error>
   }
 }
 
-/// Finds the members of an object for a table of fields in one pass; of a member that occurs twice the last counts.
-template <class Fields>
-[[nodiscard]] auto findMembers(const Fields& fields, JsonView object) {
-  std::array<std::optional<JsonView>, std::tuple_size_v<Fields>> found{};
-  if (!object.isObject()) throw typeMismatch("Object", object);
-  for (const JsonView::Member member : object.members()) {
-    std::size_t index = 0;
-    std::apply(
-        [&](const auto&... field) { ((field.key == member.key ? (found[index++] = member.value) : found[index++]), ...); },
-        fields);
-  }
-  return found;
-}
-
 template <class Record, class Fields>
 void decodeFields(Record& record, const Fields& fields, JsonView object) {
-  const auto found = findMembers(fields, object);
-  std::size_t index = 0;
-  std::apply([&](const auto&... field) { (field.decode(record, found[index++]), ...); }, fields);
+  if (!object.isObject()) throw typeMismatch("Object", object);
+  std::apply([&](const auto&... field) { (field.decode(record, object.find(field.key)), ...); }, fields);
 }
 
 template <class Record, class Fields>

@@ -50,18 +50,23 @@ class DocumentBuilder {
   bool add(simdjson::dom::element element) {
     using simdjson::dom::element_type;
     switch (element.type()) {
-      case element_type::NULL_VALUE: append({}); return true;
+      case element_type::NULL_VALUE:
+        append({});
+        return true;
       case element_type::BOOL:
         append({.kind = JsonKind::boolean, .payload = element.get_bool().value_unsafe()});
         return true;
       case element_type::INT64:
         addNumber(NumberForm::signedInteger, static_cast<std::uint64_t>(element.get_int64().value_unsafe()));
         return true;
-      case element_type::UINT64: addNumber(NumberForm::unsignedInteger, element.get_uint64().value_unsafe()); return true;
+      case element_type::UINT64:
+        addNumber(NumberForm::unsignedInteger, element.get_uint64().value_unsafe());
+        return true;
       case element_type::DOUBLE:
         addNumber(NumberForm::real, std::bit_cast<std::uint64_t>(element.get_double().value_unsafe()));
         return true;
-      case element_type::STRING: return addText(element.get_string().value_unsafe());
+      case element_type::STRING:
+        return addText(element.get_string().value_unsafe());
       case element_type::ARRAY:
         return addContainer(JsonKind::array, [&](Node& container) {
           for (const simdjson::dom::element child : simdjson::dom::array(element.get_array().value_unsafe())) {

@@ -20,6 +20,9 @@ template <class Record>
 Record decodeJson(std::string_view text) {
   const auto value = JsonValue::parse(text);
   if (!value) throw value.error();
+  if (!value->isWellFormed()) {
+    throw DecodingError(DecodingError::Kind::dataCorrupted, "String", {}, "Some text has no UTF-8 form.");
+  }
   return JsonCoding<Record>::decode(*value);
 }
 

@@ -25,10 +25,14 @@ std::optional<bool> JsonView::boolean() const noexcept {
 
 std::optional<double> JsonView::number() const noexcept {
   switch (node_->form) {
-    case NumberForm::none: return std::nullopt;
-    case NumberForm::signedInteger: return static_cast<double>(static_cast<std::int64_t>(node_->payload));
-    case NumberForm::unsignedInteger: return static_cast<double>(node_->payload);
-    case NumberForm::real: return std::bit_cast<double>(node_->payload);
+    case NumberForm::none:
+      return std::nullopt;
+    case NumberForm::signedInteger:
+      return static_cast<double>(static_cast<std::int64_t>(node_->payload));
+    case NumberForm::unsignedInteger:
+      return static_cast<double>(node_->payload);
+    case NumberForm::real:
+      return std::bit_cast<double>(node_->payload);
   }
   std::unreachable();
 }

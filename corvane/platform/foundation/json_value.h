@@ -33,9 +33,7 @@ struct Node {
 
   [[nodiscard]] bool isContainer() const noexcept { return kind == JsonKind::array || kind == JsonKind::object; }
   [[nodiscard]] const Node* next() const noexcept { return this + (isContainer() ? payload : 1); }
-  [[nodiscard]] std::string_view text() const noexcept {
-    return {reinterpret_cast<const char*>(this) + payload, size};
-  }
+  [[nodiscard]] std::string_view text() const noexcept { return {reinterpret_cast<const char*>(this) + payload, size}; }
 };
 
 struct Document;

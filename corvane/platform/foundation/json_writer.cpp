@@ -76,11 +76,21 @@ void JsonWriter::quoted(std::string_view text) {
     const auto character = static_cast<unsigned char>(text.front());
     text.remove_prefix(1);
     switch (character) {
-      case '"': text_ += "\\\""; break;
-      case '\\': text_ += "\\\\"; break;
-      case '\n': text_ += "\\n"; break;
-      case '\r': text_ += "\\r"; break;
-      case '\t': text_ += "\\t"; break;
+      case '"':
+        text_ += "\\\"";
+        break;
+      case '\\':
+        text_ += "\\\\";
+        break;
+      case '\n':
+        text_ += "\\n";
+        break;
+      case '\r':
+        text_ += "\\r";
+        break;
+      case '\t':
+        text_ += "\\t";
+        break;
       default: {
         constexpr std::string_view hex = "0123456789abcdef";
         text_ += "\\u00";

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -42,7 +43,9 @@ consteval bool isConsistent() {
 template <HasRawText Enumeration>
 constexpr std::string_view rawValue(Enumeration value) noexcept {
   static_assert(raw_text_detail::isConsistent<Enumeration>());
-  return RawTextTable<Enumeration>::rows[static_cast<std::size_t>(value)].text;
+  const auto index = static_cast<std::size_t>(value);
+  assert(index < RawTextTable<Enumeration>::rows.size());
+  return RawTextTable<Enumeration>::rows[index].text;
 }
 
 /// The value that a text stands for; none for any other text. Upper and lower case differ.

@@ -17,6 +17,8 @@ RunLoop& RunLoop::main() {
   return *mainLoop;
 }
 
+bool RunLoop::hasMain() { return mainLoop != nullptr; }
+
 void RunLoop::installMain(RunLoop* loop) { mainLoop = loop; }
 
 }  // namespace corvane

@@ -32,6 +32,8 @@ class CORVANE_EXPORT RunLoop {
 
   /// The loop of the installed backend. A backend must be installed.
   static RunLoop& main();
+  /// Whether a backend, any backend, is installed. There can be one at a time.
+  static bool hasMain();
   /// Called by a backend when it is installed, and with null when it ends.
   static void installMain(RunLoop* loop);
 };

@@ -60,7 +60,7 @@ class GlibRunLoop::Queue : public std::enable_shared_from_this<Queue> {
   }
 
   /// Runs what is there now and leaves what these tasks add to the next turn, so that tasks that post one another
-  /// let the screen and the pages have their turns, too.
+  /// let the user's input and the pages have their turns, too.
   void run() {
     for (std::size_t count = admitTimers(); count > 0; --count) {
       Task task;

@@ -1,16 +1,24 @@
 #include "corvane/platform/gtk/gtk_engine_context.h"
 
 #include <filesystem>
-#include <string>
+#include <system_error>
 
 namespace corvane::gtk {
 
 namespace {
 
+/// What tells this app from others. An app that gives itself no name goes by its program file: apps that shared a
+/// folder would share their users' cookies.
+std::filesystem::path appName() {
+  std::error_code unknown;
+  const char* given = g_get_prgname();
+  const auto program = given != nullptr ? given : std::filesystem::read_symlink("/proc/self/exe", unknown);
+  return program.has_filename() ? program.filename() : "corvane";
+}
+
 /// A folder of this app and this library, below one of the user's folders.
 std::filesystem::path folderOfApp(const char* userFolder) {
-  const char* app = g_get_prgname();
-  return std::filesystem::path(userFolder) / (app != nullptr ? app : "corvane") / "pages";
+  return std::filesystem::path(userFolder) / appName() / "pages";
 }
 
 GObjectHandle<WebKitNetworkSession> makeNetworkSession(bool isEphemeral) {

@@ -21,9 +21,14 @@ void LoadTracker::loadsAbandoned() {
   cancelled_.reset();
 }
 
-void LoadTracker::navigationDecided(std::string_view url) {
-  cancelled_.reset();
-  if (awaited_ && awaited_->url == url) awaited_->isDecided = true;
+bool LoadTracker::navigationDecided(std::string_view url) {
+  if (awaited_ && awaited_->isSilent) {
+    // The engine was told to stop before it began this load. It now never will: what begins next is another one.
+    awaited_.reset();
+  } else if (awaited_ && awaited_->url == url) {
+    awaited_->isDecided = true;
+  }
+  return cancelled_ && !std::exchange(cancelled_->isReplacementDecided, true);
 }
 
 bool LoadTracker::loadStarted() {
@@ -72,13 +77,13 @@ std::optional<LoadReport> LoadTracker::loadFailed(LoadPhase phase, WebError erro
   if (isSilent) return std::nullopt;
   LoadFailed failed{phase, std::move(error)};
   if (failed.error.kind != WebError::Kind::cancelled) return failed;
-  cancelled_ = std::move(failed);
+  cancelled_ = CancelledLoad{.failure = std::move(failed)};
   return std::nullopt;
 }
 
 std::optional<LoadReport> LoadTracker::settleCancelledLoad() {
   if (!cancelled_) return std::nullopt;
-  LoadFailed failed = std::move(*cancelled_);
+  LoadFailed failed = std::move(cancelled_->failure);
   cancelled_.reset();
   return failed;
 }

@@ -34,8 +34,9 @@ class CORVANE_EXPORT LoadTracker {
   void loadRequested(std::string url);
   /// Whatever is under way ends without a report; the host has replaced it with a load that never reaches the engine.
   void loadsAbandoned();
-  /// The engine has decided to begin a navigation, of the main frame or of another one.
-  void navigationDecided(std::string_view url);
+  /// The engine has decided to begin a navigation, of the main frame or of another one. True for the first one while a
+  /// cancelled load is held back: it may be that of the load's replacement, so settle the cancelled one later still.
+  [[nodiscard]] bool navigationDecided(std::string_view url);
   /// A load has begun. True for one that the page itself began, by a link or a script.
   bool loadStarted();
   /// The first of the page has arrived, under this address.
@@ -71,10 +72,14 @@ class CORVANE_EXPORT LoadTracker {
     LoadPhase phase = LoadPhase::provisional;
     bool isSilent = false;
   };
+  struct CancelledLoad {
+    LoadFailed failure;
+    bool isReplacementDecided = false;
+  };
 
   std::optional<AwaitedLoad> awaited_;
   std::optional<RunningLoad> running_;
-  std::optional<LoadFailed> cancelled_;
+  std::optional<CancelledLoad> cancelled_;
 };
 
 }  // namespace corvane::gtk

@@ -11,9 +11,10 @@ namespace corvane::gtk {
 
 namespace {
 
-/// How long a cancelled load waits for the load that may have replaced it. The engine announces that one within two
-/// milliseconds or so.
-constexpr std::chrono::milliseconds replacementLimit{100};
+/// How long a cancelled load waits for the load that may have replaced it. The engine decides about that one within
+/// two milliseconds or so; its start then takes longer if a page of another site needs a new process.
+constexpr std::chrono::milliseconds replacementDecisionLimit{100};
+constexpr std::chrono::seconds replacementStartLimit{5};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -56,12 +57,14 @@ PageLoader::PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> co
 
 void PageLoader::begin() {
   timer_.emplace(whileAlive(weak_from_this(), &PageLoader::timedOut));
+  replacementTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::settleCancelledLoad));
   connectSignals();
 }
 
 void PageLoader::end() {
   connections_.clear();
   timer_.reset();
+  replacementTimer_.reset();
 }
 
 void PageLoader::connectSignals() {
@@ -76,8 +79,7 @@ void PageLoader::connectSignals() {
         WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
             objectCast<WebKitNavigationPolicyDecision>(decision));
         if (webkit_navigation_action_is_redirect(action) != FALSE) return FALSE;
-        loader->tracker_.navigationDecided(
-            text(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action))));
+        loader->navigationDecided(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
         return FALSE;
       });
   connect.operator()<void(WebKitWebView*, WebKitLoadEvent)>(
@@ -142,6 +144,10 @@ void PageLoader::refuse(const URLRequest& request) {
   }));
 }
 
+void PageLoader::navigationDecided(const char* url) {
+  if (tracker_.navigationDecided(text(url))) replacementTimer_->setReadyTime(monotonicTime() + replacementStartLimit);
+}
+
 void PageLoader::loadChanged(WebKitLoadEvent event) {
   switch (event) {
     case WEBKIT_LOAD_STARTED:
@@ -161,11 +167,7 @@ void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError
   if (g_error_matches(&error, WEBKIT_MEDIA_ERROR, WEBKIT_MEDIA_ERROR_WILL_HANDLE_LOAD) != FALSE) return;
   const LoadPhase phase = event == WEBKIT_LOAD_STARTED ? LoadPhase::provisional : LoadPhase::committed;
   auto failed = tracker_.loadFailed(phase, {kindOf(error), text(error.message), text(url)});
-  if (tracker_.hasCancelledLoad()) {
-    context_->runLoop->schedule(replacementLimit, whileAlive(weak_from_this(), [](PageLoader& loader) {
-                                  loader.report(loader.tracker_.settleCancelledLoad());
-                                }));
-  }
+  if (tracker_.hasCancelledLoad()) replacementTimer_->setReadyTime(monotonicTime() + replacementDecisionLimit);
   report(std::move(failed));
 }
 
@@ -175,8 +177,15 @@ void PageLoader::processTerminated(WebKitWebProcessTerminationReason reason) {
 }
 
 void PageLoader::timedOut() {
+  // Noted first: what the engine says while it stops is the end of a load that is reported already.
+  auto failed = tracker_.loadTimedOut();
   webkit_web_view_stop_loading(webView_);
-  report(tracker_.loadTimedOut());
+  report(std::move(failed));
+}
+
+void PageLoader::settleCancelledLoad() {
+  replacementTimer_->setNeverReady();
+  report(tracker_.settleCancelledLoad());
 }
 
 void PageLoader::restartTimer() {

@@ -35,10 +35,12 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
 
  private:
   void connectSignals();
+  void navigationDecided(const char* url);
   void loadChanged(WebKitLoadEvent event);
   void loadFailed(WebKitLoadEvent event, const char* url, const GError& error);
   void processTerminated(WebKitWebProcessTerminationReason reason);
   void timedOut();
+  void settleCancelledLoad();
   void refuse(const URLRequest& request);
 
   void restartTimer();
@@ -51,6 +53,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::weak_ptr<WebEngineClient> client_;
   LoadTracker tracker_;
   std::optional<GlibSource> timer_;
+  std::optional<GlibSource> replacementTimer_;
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
   std::uint64_t loadNumber_ = 0;
   std::vector<SignalConnection> connections_;

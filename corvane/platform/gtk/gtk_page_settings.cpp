@@ -57,6 +57,8 @@ GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configu
   webkit_settings_set_enable_media_stream(settings.get(), TRUE);
   webkit_settings_set_enable_mock_capture_devices(settings.get(), options.usesMockCaptureDevices);
   webkit_settings_set_media_playback_allows_inline(settings.get(), configuration.allowsInlineMediaPlayback);
+  // The full screen of a page would be that of the app's window.
+  webkit_settings_set_enable_fullscreen(settings.get(), FALSE);
   webkit_settings_set_enable_developer_extras(settings.get(), options.allowsDeveloperTools);
   keepTimersOfHiddenPages(settings.get());
   return settings;

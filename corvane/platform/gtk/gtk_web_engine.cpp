@@ -1,5 +1,6 @@
 #include "corvane/platform/gtk/gtk_web_engine.h"
 
+#include <gtk/gtk.h>
 #include <webkit/webkit.h>
 
 #include <optional>
@@ -30,6 +31,19 @@ StyleSheetHandle makeFixedPageStyle() {
 constexpr const char* redrawScript =
     "(() => { const style = document.documentElement.style, before = style.opacity; style.opacity = '0.999';"
     " requestAnimationFrame(() => requestAnimationFrame(() => { style.opacity = before; })); })();0";
+
+/// A page's dialog stops its scripts, the host's among them, until somebody answers it, and nobody can in a view that
+/// is hidden or takes no touches. So each is answered at once: questions with no, leaving the page with yes, as
+/// otherwise a page could keep the host from loading another one.
+gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog) {
+  if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
+    webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+  }
+  return TRUE;
+}
+
+/// A page's wish to print would bring a dialog over the app's window.
+gboolean refusePrinting(WebKitWebView*, WebKitPrintOperation*) { return TRUE; }
 
 GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configuration, const EngineContext& context,
                                          WebKitUserContentManager* manager) {
@@ -70,6 +84,10 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
       [context = parts.context, client = std::move(client)](WebKitWebView* webView, WebKitPermissionRequest* request) {
         return handlePermissionRequest(webView, request, context, client) ? TRUE : FALSE;
       }));
+  parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
+      parts.webView.get(), "script-dialog", answerDialog));
+  parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
+      parts.webView.get(), "print", refusePrinting));
 }
 
 GtkWebEngine::~GtkWebEngine() {
@@ -81,6 +99,8 @@ GtkWebEngine::~GtkWebEngine() {
   if (gtk_widget_get_parent(widget()) != nullptr) gtk_widget_unparent(widget());
   // Scripts that are still pending hold the view; the page, and its camera, must end now all the same.
   g_object_run_dispose(objectCast<GObject>(parts.webView.get()));
+  // The view may be in the middle of telling us something, and does not hold itself for that.
+  parts.context->runLoop->post([webView = std::move(parts.webView)] {});
 }
 
 void GtkWebEngine::load(const URLRequest& request) { parts_->loader->load(request); }
@@ -89,7 +109,13 @@ void GtkWebEngine::evaluate(std::string_view script, EvaluationCompletion comple
   parts_->evaluations->run(parts_->webView.get(), script, std::move(completion));
 }
 
-void GtkWebEngine::setInteractionEnabled(bool isEnabled) { gtk_widget_set_can_target(widget(), isEnabled); }
+void GtkWebEngine::setInteractionEnabled(bool isEnabled) {
+  gtk_widget_set_can_target(widget(), isEnabled);
+  gtk_widget_set_can_focus(widget(), isEnabled);
+  // A widget that has the focus keeps it, and with it gets the keys, even where it could no longer take it.
+  GtkRoot* root = gtk_widget_get_root(widget());
+  if (!isEnabled && root != nullptr && gtk_root_get_focus(root) == widget()) gtk_root_set_focus(root, nullptr);
+}
 
 void GtkWebEngine::setScrollEnabled(bool isEnabled) {
   StyleSheetHandle& style = parts_->fixedPageStyle;

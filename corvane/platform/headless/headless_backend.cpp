@@ -7,8 +7,6 @@ namespace corvane::headless {
 
 namespace {
 
-bool isInstalled = false;
-
 class Factory final : public WebEngineFactory {
  public:
   std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
@@ -41,22 +39,22 @@ class Backend::Services {
 };
 
 std::unique_ptr<Backend> Backend::install() {
-  if (isInstalled) throw std::logic_error("a headless backend is installed already");
+  if (RunLoop::hasMain()) throw std::logic_error("a backend is installed already");
   return std::unique_ptr<Backend>(new Backend);
 }
 
 Backend::Backend() : services_(std::make_unique<Services>()) {
-  isInstalled = true;
   RunLoop::installMain(&services_->runLoop);
   WebEngineFactory::install(&services_->factory);
   CaptureAuthorization::install(&services_->authorization);
 }
 
 Backend::~Backend() {
+  // The tasks end first: what they own may still want the loop.
+  services_->runLoop.dropTasks();
   RunLoop::installMain(nullptr);
   WebEngineFactory::install(nullptr);
   CaptureAuthorization::install(nullptr);
-  isInstalled = false;
 }
 
 VirtualRunLoop& Backend::runLoop() { return services_->runLoop; }

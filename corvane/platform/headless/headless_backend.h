@@ -12,8 +12,8 @@ namespace corvane::headless {
 
 /// Lets the framework run with virtual time and simulated pages.
 ///
-/// Ownership: whoever installed it; it must outlive every view. One backend at a time: installing a second one while
-///            the first lives throws `std::logic_error`.
+/// Ownership: whoever installed it; it must outlive every view. One backend at a time: installing this one while any
+///            other lives throws `std::logic_error`.
 /// Threads:   all on the thread that installed it.
 class CORVANE_EXPORT Backend final {
  public:

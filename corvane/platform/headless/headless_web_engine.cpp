@@ -28,8 +28,7 @@ class CaptureAnswer {
 
 }  // namespace
 
-HeadlessWebEngine::HeadlessWebEngine(const WKWebViewConfiguration& configuration,
-                                     std::weak_ptr<WebEngineClient> client)
+HeadlessWebEngine::HeadlessWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client)
     : client_(std::move(client)) {
   for (const auto& content : configuration.userContentController->contents()) {
     match(
@@ -97,12 +96,12 @@ void HeadlessWebEngine::load(const URLRequest& request) {
 
 void HeadlessWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {
   records_.emplace_back(ScriptEvaluated{std::string(script)});
-  RunLoop::main().post([evaluator = evaluator_, script = std::string(script),
-                        completion = std::move(completion)]() mutable {
-    // The evaluator may replace itself.
-    const Evaluator evaluate = *evaluator;
-    completion(evaluate ? evaluate(script) : EvaluationResult(JsonValue()));
-  });
+  RunLoop::main().post(
+      [evaluator = evaluator_, script = std::string(script), completion = std::move(completion)]() mutable {
+        // The evaluator may replace itself.
+        const Evaluator evaluate = *evaluator;
+        completion(evaluate ? evaluate(script) : EvaluationResult(JsonValue()));
+      });
 }
 
 void HeadlessWebEngine::setInteractionEnabled(bool isEnabled) { records_.emplace_back(InteractionSet{isEnabled}); }

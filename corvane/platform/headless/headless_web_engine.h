@@ -24,12 +24,30 @@ namespace corvane::headless {
 /// Threads:   main thread only.
 class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
  public:
-  struct ScriptInstalled { WKUserScript script; bool operator==(const ScriptInstalled&) const = default; };
-  struct ChannelInstalled { std::string name; bool operator==(const ChannelInstalled&) const = default; };
-  struct LoadRequested { URLRequest request; bool operator==(const LoadRequested&) const = default; };
-  struct ScriptEvaluated { std::string script; bool operator==(const ScriptEvaluated&) const = default; };
-  struct InteractionSet { bool isEnabled; bool operator==(const InteractionSet&) const = default; };
-  struct ScrollSet { bool isEnabled; bool operator==(const ScrollSet&) const = default; };
+  struct ScriptInstalled {
+    WKUserScript script;
+    bool operator==(const ScriptInstalled&) const = default;
+  };
+  struct ChannelInstalled {
+    std::string name;
+    bool operator==(const ChannelInstalled&) const = default;
+  };
+  struct LoadRequested {
+    URLRequest request;
+    bool operator==(const LoadRequested&) const = default;
+  };
+  struct ScriptEvaluated {
+    std::string script;
+    bool operator==(const ScriptEvaluated&) const = default;
+  };
+  struct InteractionSet {
+    bool isEnabled;
+    bool operator==(const InteractionSet&) const = default;
+  };
+  struct ScrollSet {
+    bool isEnabled;
+    bool operator==(const ScrollSet&) const = default;
+  };
   using Record =
       std::variant<ScriptInstalled, ChannelInstalled, LoadRequested, ScriptEvaluated, InteractionSet, ScrollSet>;
 

@@ -6,7 +6,17 @@
 namespace corvane::headless {
 
 VirtualRunLoop::VirtualRunLoop() = default;
-VirtualRunLoop::~VirtualRunLoop() = default;
+VirtualRunLoop::~VirtualRunLoop() { dropTasks(); }
+
+void VirtualRunLoop::dropTasks() {
+  // What a task owns may post more on its way out.
+  while (pendingTaskCount() > 0) {
+    const auto timers = std::exchange(timers_, {});
+    std::deque<Task> posted;
+    const std::scoped_lock lock(postedMutex_);
+    posted.swap(posted_);
+  }
+}
 
 void VirtualRunLoop::post(Task task) {
   const std::scoped_lock lock(postedMutex_);
@@ -14,17 +24,19 @@ void VirtualRunLoop::post(Task task) {
 }
 
 void VirtualRunLoop::schedule(std::chrono::nanoseconds delay, Task task) {
-  timers_.push_back({now_ + std::max(delay, std::chrono::nanoseconds(0)), nextSequence_++, std::move(task)});
+  delay = std::clamp(delay, std::chrono::nanoseconds(0), Time::max() - now_);
+  timers_.push_back({now_ + delay, nextSequence_++, std::move(task)});
   std::ranges::push_heap(timers_, IsLater{});
 }
 
 void VirtualRunLoop::runUntilIdle() { advance(std::chrono::nanoseconds(0)); }
 
 void VirtualRunLoop::advance(std::chrono::nanoseconds duration) {
-  const Time end = now_ + duration;
+  const Time end = now_ + std::clamp(duration, std::chrono::nanoseconds(0), Time::max() - now_);
   while (runPostedTask() || runTimerDueBy(end)) {
   }
-  now_ = end;
+  // A task may itself have let time pass, and further.
+  now_ = std::max(now_, end);
 }
 
 std::size_t VirtualRunLoop::pendingTaskCount() const {

@@ -28,6 +28,8 @@ class CORVANE_EXPORT VirtualRunLoop final : public RunLoop {
   void runUntilIdle();
   /// Lets time pass, and runs everything that falls due on the way at its own time, in order.
   void advance(std::chrono::nanoseconds duration);
+  /// Destroys every task that has not run.
+  void dropTasks();
   /// How many tasks have not run yet, timers included.
   [[nodiscard]] std::size_t pendingTaskCount() const;
 

@@ -41,8 +41,8 @@ Span spread(Span span, CGFloat growth, bool isBeforeFlexible, bool isLengthFlexi
 }
 
 CGRect boundingBox(CGSize size, const CGAffineTransform& transform) {
-  const std::array corners{transform.apply({0, 0}), transform.apply({size.width, 0}),
-                           transform.apply({0, size.height}), transform.apply({size.width, size.height})};
+  const std::array corners{transform.apply({0, 0}), transform.apply({size.width, 0}), transform.apply({0, size.height}),
+                           transform.apply({size.width, size.height})};
   CGPoint low = corners.front();
   CGPoint high = low;
   for (const CGPoint corner : corners) {
@@ -52,16 +52,20 @@ CGRect boundingBox(CGSize size, const CGAffineTransform& transform) {
   return {low, {high.x - low.x, high.y - low.y}};
 }
 
-/// The size that a transform turns into a box of the wanted size. A rotation mixes the two lengths, so both are solved
-/// together; without a solution the size stays.
+/// The size that a transform turns into a box of the wanted size. A turn mixes the two lengths, so both are solved
+/// together; where there is no such size the present one stays.
 CGSize sizeBefore(const CGAffineTransform& transform, CGSize box, CGSize present) {
   const CGFloat a = std::abs(transform.a);
   const CGFloat b = std::abs(transform.b);
   const CGFloat c = std::abs(transform.c);
   const CGFloat d = std::abs(transform.d);
   const CGFloat determinant = a * d - b * c;
-  if (determinant == 0 || !std::isfinite(determinant)) return present;
-  return {(d * box.width - c * box.height) / determinant, (a * box.height - b * box.width) / determinant};
+  // Near an eighth of a turn every size has a square box, and rounding would make up the difference.
+  constexpr CGFloat tooSmall = 1e-9;
+  if (!(std::abs(determinant) > tooSmall * (a * d + b * c))) return present;
+  const CGSize size{(d * box.width - c * box.height) / determinant, (a * box.height - b * box.width) / determinant};
+  const bool isSize = std::isfinite(size.width) && std::isfinite(size.height) && size.width >= 0 && size.height >= 0;
+  return isSize ? size : present;
 }
 
 }  // namespace
@@ -120,7 +124,9 @@ void UIView::setUserInteractionEnabled(bool isEnabled) { isUserInteractionEnable
 
 void UIView::resizeSubviews(CGSize from) {
   if (from == bounds_.size) return;
-  for (const auto& view : subviews_) view->autoresize(from, bounds_.size);
+  // A subview may change the tree when it is resized.
+  const auto subviews = subviews_;
+  for (const auto& view : subviews) view->autoresize(from, bounds_.size);
 }
 
 void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
@@ -128,9 +134,9 @@ void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
   if (autoresizingMask_ == none) return;
   const auto isFlexible = [&](UIViewAutoresizing part) { return contains(autoresizingMask_, part); };
   const CGRect now = frame();
-  const Span across = spread({now.minX(), now.size.width, superviewFrom.width - now.maxX()},
-                             superviewTo.width - superviewFrom.width, isFlexible(flexibleLeftMargin),
-                             isFlexible(flexibleWidth), isFlexible(flexibleRightMargin));
+  const Span across =
+      spread({now.minX(), now.size.width, superviewFrom.width - now.maxX()}, superviewTo.width - superviewFrom.width,
+             isFlexible(flexibleLeftMargin), isFlexible(flexibleWidth), isFlexible(flexibleRightMargin));
   const Span down = spread({now.minY(), now.size.height, superviewFrom.height - now.maxY()},
                            superviewTo.height - superviewFrom.height, isFlexible(flexibleTopMargin),
                            isFlexible(flexibleHeight), isFlexible(flexibleBottomMargin));

@@ -56,7 +56,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   /// The smallest rectangle of the superview that holds the transformed view.
   [[nodiscard]] CGRect frame() const;
   /// Moves and sizes the view so that its frame becomes this one. Under a transform the bounds take the size that
-  /// the transform turns into the frame's; a transform without an inverse leaves the size alone.
+  /// the transform turns into the frame's; where no size becomes such a frame, the view only moves.
   virtual void setFrame(CGRect frame);
   [[nodiscard]] CGRect bounds() const { return bounds_; }
   virtual void setBounds(CGRect bounds);
@@ -92,7 +92,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   [[nodiscard]] std::shared_ptr<UIWindow> window() const;
 
  protected:
-  /// The tree or its geometry below this view has changed; the window tells its host once for each change.
+  /// The tree or its geometry below this view has changed; the window tells its host.
   void noteChange();
 
  private:

@@ -11,7 +11,7 @@ namespace corvane {
 class CORVANE_EXPORT UIWindowHost {
  public:
   virtual ~UIWindowHost();
-  /// Called for each change of the window's tree or geometry, inside the change.
+  /// Called inside each change of the window's tree or geometry, at least once for every change.
   virtual void viewTreeDidChange() = 0;
 };
 

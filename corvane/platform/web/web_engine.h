@@ -51,7 +51,7 @@ class CORVANE_EXPORT WebEngine {
   virtual ~WebEngine();
   /// Replaces the page. A load that is still under way ends without a word.
   virtual void load(const URLRequest& request) = 0;
-  /// Runs a script in the main frame.
+  /// Runs a script in the main frame. The completion is never empty.
   virtual void evaluate(std::string_view script, EvaluationCompletion completion) = 0;
   /// Whether the page takes touches, clicks and keys.
   virtual void setInteractionEnabled(bool isEnabled) = 0;

@@ -21,8 +21,7 @@ struct WKScriptMessage {
 class CORVANE_EXPORT WKScriptMessageHandler {
  public:
   virtual ~WKScriptMessageHandler();
-  virtual void userContentControllerDidReceive(WKUserContentController& controller,
-                                               const WKScriptMessage& message) = 0;
+  virtual void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) = 0;
 };
 
 }  // namespace corvane

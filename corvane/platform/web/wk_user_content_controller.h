@@ -35,7 +35,8 @@ class CORVANE_EXPORT WKUserContentController {
   void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name);
 
   [[nodiscard]] std::span<const Content> contents() const { return contents_; }
-  /// Hands a message to the handler of its channel; drops it where there is none. The caller keeps the controller alive.
+  /// Hands a message to the handler of its channel; drops it where there is none. The caller keeps the controller
+  /// alive.
   void deliver(const WKScriptMessage& message);
 
  private:

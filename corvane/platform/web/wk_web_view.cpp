@@ -40,6 +40,7 @@ void WKWebView::setUserInteractionEnabled(bool isEnabled) {
 void WKWebView::load(const URLRequest& request) { engine_->load(request); }
 
 void WKWebView::evaluateJavaScript(std::string_view script, EvaluationCompletion completion) {
+  if (!completion) completion = [](const EvaluationResult&) {};
   engine_->evaluate(script, std::move(completion));
 }
 

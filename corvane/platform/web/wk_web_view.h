@@ -28,7 +28,9 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
   WKWebView(ConstructionKey key, CGRect frame, WKWebViewConfiguration configuration);
   ~WKWebView() override;
 
-  void setNavigationDelegate(std::weak_ptr<WKNavigationDelegate> delegate) { navigationDelegate_ = std::move(delegate); }
+  void setNavigationDelegate(std::weak_ptr<WKNavigationDelegate> delegate) {
+    navigationDelegate_ = std::move(delegate);
+  }
   /// Without a delegate a page's request for the camera or the microphone is put to the user.
   void setUIDelegate(std::weak_ptr<WKUIDelegate> delegate) { uiDelegate_ = std::move(delegate); }
 
@@ -42,7 +44,7 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
 
   void load(const URLRequest& request);
   /// Runs a script in the page's main frame. The completion comes later on the main thread, exactly once, also when
-  /// the web view has ended by then.
+  /// the web view has ended by then. It may be empty.
   void evaluateJavaScript(std::string_view script, EvaluationCompletion completion);
 
   /// The engine behind this view, for backends and for tests that play the page.

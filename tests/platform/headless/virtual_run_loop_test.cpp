@@ -1,8 +1,11 @@
 #include "corvane/platform/headless/virtual_run_loop.h"
 
+#include "corvane/platform/headless/headless_backend.h"
+
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -16,9 +19,7 @@ TEST(VirtualRunLoop, RunsTasksAndTimersInOrderAtTheirTimes) {
   VirtualRunLoop loop;
   std::vector<std::string> log;
   const auto note = [&](std::string name) {
-    return [&log, &loop, name = std::move(name)] {
-      log.push_back(name + "@" + std::to_string(loop.now() / 1ms));
-    };
+    return [&log, &loop, name = std::move(name)] { log.push_back(name + "@" + std::to_string(loop.now() / 1ms)); };
   };
   loop.schedule(20ms, note("late"));
   loop.schedule(10ms, note("first of two"));
@@ -37,6 +38,34 @@ TEST(VirtualRunLoop, RunsTasksAndTimersInOrderAtTheirTimes) {
   loop.advance(1us);
   EXPECT_EQ(log.back(), "late@20");
   EXPECT_EQ(loop.now(), 20ms);
+}
+
+TEST(VirtualRunLoop, TimeNeverRunsBackwardsOrOver) {
+  VirtualRunLoop loop;
+  bool hasRun = false;
+  loop.schedule(RunLoop::Time::max(), [&] { hasRun = true; });
+  loop.post([&] { loop.advance(10s); });
+  loop.advance(5s);
+  EXPECT_EQ(loop.now(), 10s);
+  loop.advance(-1s);
+  EXPECT_EQ(loop.now(), 10s);
+  EXPECT_FALSE(hasRun);
+}
+
+TEST(VirtualRunLoop, TasksThatNeverRanAreDestroyedAndMayPostOnTheirWayOut) {
+  const auto backend = Backend::install();
+  struct Poster {
+    Poster(int& endCount) : endCount_(endCount) {}
+    ~Poster() {
+      if (++endCount_ < 5) RunLoop::main().post([next = std::make_shared<Poster>(endCount_)] {});
+    }
+    int& endCount_;
+  };
+  int endCount = 0;
+  backend->runLoop().schedule(1s, [poster = std::make_shared<Poster>(endCount)] {});
+  backend->runLoop().dropTasks();
+  EXPECT_EQ(endCount, 5);
+  EXPECT_EQ(backend->runLoop().pendingTaskCount(), 0U);
 }
 
 TEST(VirtualRunLoop, TasksMayBePostedFromOtherThreads) {

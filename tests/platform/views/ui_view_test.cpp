@@ -37,6 +37,13 @@ TEST(UIView, FrameOfARotatedViewIsItsBoundingBox) {
   view->setFrame(frame);
   EXPECT_NEAR(view->bounds().size.width, 100, 1e-9);
   EXPECT_NEAR(view->bounds().size.height, 40, 1e-9);
+  view->setFrame({{0, 0}, {200, 10}});
+  EXPECT_NEAR(view->bounds().size.width, 100, 1e-9) << "no size has this box at this angle";
+
+  const double eighth = std::numbers::pi / 4;
+  view->setTransform({.a = std::cos(eighth), .b = std::sin(eighth), .c = -std::sin(eighth), .d = std::cos(eighth)});
+  view->setFrame({{0, 0}, {100, 40}});
+  EXPECT_NEAR(view->bounds().size.width, 100, 1e-9);
 }
 
 TEST(UIView, PointsMapToTheSuperviewThroughBoundsOriginAndTransform) {
@@ -75,6 +82,25 @@ TEST(UIView, AViewMadeInAnEmptySuperviewFillsIt) {
   parent->addSubview(child);
   parent->setFrame({{0, 0}, {390, 844}});
   EXPECT_EQ(child->frame(), (CGRect{{0, 0}, {390, 844}}));
+  parent->setBounds({{0, 0}, {844, 390}});
+  EXPECT_EQ(child->frame(), (CGRect{{0, 0}, {844, 390}}));
+}
+
+TEST(UIView, ASubviewMayLeaveWhileItIsResized) {
+  class Leaver : public UIView {
+   public:
+    using UIView::UIView;
+    static std::shared_ptr<Leaver> create() { return std::make_shared<Leaver>(ConstructionKey{}); }
+    void setFrame(CGRect) override { removeFromSuperview(); }
+  };
+  const auto parent = UIView::create();
+  for (int i = 0; i < 3; ++i) {
+    const auto child = Leaver::create();
+    child->setAutoresizingMask(flexibleWidth);
+    parent->addSubview(child);
+  }
+  parent->setFrame({{0, 0}, {10, 10}});
+  EXPECT_TRUE(parent->subviews().empty());
 }
 
 TEST(UIView, SubviewsMoveBetweenSuperviewsAndKeepTheirOrder) {
@@ -124,11 +150,21 @@ TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
   const auto view = UIView::create();
   view->setCenter({1, 1});
   EXPECT_EQ(host->changes, 0) << "outside of the window";
-  window->addSubview(view);
-  view->setCenter({2, 2});
-  view->setHidden(true);
-  view->removeFromSuperview();
-  EXPECT_EQ(host->changes, 4);
+  const auto other = UIView::create();
+  window->addSubview(other);
+  const auto expectChange = [&](auto change, const char* what) {
+    host->changes = 0;
+    change();
+    EXPECT_GE(host->changes, 1) << what;
+  };
+  expectChange([&] { window->addSubview(view); }, "addSubview");
+  expectChange([&] { window->bringSubviewToFront(other); }, "bringSubviewToFront");
+  expectChange([&] { view->setFrame({{1, 1}, {1, 1}}); }, "frame");
+  expectChange([&] { view->setBounds({{0, 0}, {2, 2}}); }, "bounds");
+  expectChange([&] { view->setCenter({2, 2}); }, "center");
+  expectChange([&] { view->setTransform(CGAffineTransform::makeScale(2, 2)); }, "transform");
+  expectChange([&] { view->setHidden(true); }, "hidden");
+  expectChange([&] { view->removeFromSuperview(); }, "removeFromSuperview");
 }
 
 }  // namespace

@@ -36,9 +36,8 @@ TEST_F(WKWebViewTest, EvaluationsCompleteLaterInOrderAndAlsoAfterTheViewHasEnded
     return JsonValue::parse(script).value();
   });
   std::vector<std::string> log;
-  view_->evaluateJavaScript("42", [&](const EvaluationResult& result) {
-    log.push_back(std::to_string(result->integer().value()));
-  });
+  view_->evaluateJavaScript(
+      "42", [&](const EvaluationResult& result) { log.push_back(std::to_string(result->integer().value())); });
   view_->evaluateJavaScript("bad", [&](const EvaluationResult& result) { log.push_back(result.error().description); });
   EXPECT_TRUE(log.empty());
   view_.reset();
@@ -49,7 +48,8 @@ TEST_F(WKWebViewTest, EvaluationsCompleteLaterInOrderAndAlsoAfterTheViewHasEnded
 TEST_F(WKWebViewTest, ACaptureRequestIsAnsweredOnceAndRefusedWhenNobodyAnswers) {
   std::vector<WKPermissionDecision> answers;
   const auto ask = [&] {
-    engine().requestCapture(WKMediaCaptureType::camera, [&](WKPermissionDecision answer) { answers.push_back(answer); });
+    engine().requestCapture(WKMediaCaptureType::camera,
+                            [&](WKPermissionDecision answer) { answers.push_back(answer); });
   };
   ask();
   EXPECT_EQ(answers, (std::vector{WKPermissionDecision::prompt})) << "without a delegate the user decides";
@@ -66,6 +66,18 @@ TEST_F(WKWebViewTest, ACaptureRequestIsAnsweredOnceAndRefusedWhenNobodyAnswers) 
   ask();
   decider->decisionHandler = nullptr;
   EXPECT_EQ(answers.back(), WKPermissionDecision::deny);
+}
+
+TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
+  view_->setUserInteractionEnabled(false);
+  view_->setScrollEnabled(false);
+  view_->evaluateJavaScript("1", nullptr);
+  loop().runUntilIdle();
+  using Engine = HeadlessWebEngine;
+  EXPECT_EQ(std::vector(engine().records().begin(), engine().records().end()),
+            (std::vector<Engine::Record>{Engine::InteractionSet{false}, Engine::ScrollSet{false},
+                                         Engine::ScriptEvaluated{"1"}}));
+  EXPECT_FALSE(view_->isUserInteractionEnabled() || view_->isScrollEnabled());
 }
 
 TEST_F(WKWebViewTest, DelegatesAreHeldWeakly) {

@@ -1,4 +1,4 @@
-#include "corvane/testing/simulated_agent_tool.h"
+#include "corvane/simulation/simulated_agent_tool.h"
 
 #include <array>
 #include <utility>
@@ -8,7 +8,7 @@
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
-namespace corvane::testing {
+namespace corvane::simulation {
 
 namespace {
 
@@ -54,8 +54,10 @@ bool hasForwarder(const headless::HeadlessWebEngine& engine) {
 std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared_ptr<UIView>& view) {
   std::shared_ptr<SimulatedAgentTool> page(new SimulatedAgentTool(view));
   if (auto* const engine = page->engine()) {
-    engine->setLoadObserver(whileAlive(
-        std::weak_ptr(page), [](SimulatedAgentTool& alive, const URLRequest& request) { alive.beginLoad(request.url); }));
+    page->hasForwarder_ = hasForwarder(*engine);
+    engine->setLoadObserver(whileAlive(std::weak_ptr(page), [](SimulatedAgentTool& alive, const URLRequest& request) {
+      alive.beginLoad(request.url);
+    }));
   }
   return page;
 }
@@ -66,21 +68,24 @@ headless::HeadlessWebEngine* SimulatedAgentTool::engine() const {
 }
 
 void SimulatedAgentTool::beginLoad(std::string_view url) {
-  ++load_;
-  outcome_ = loadPlan_ ? loadPlan_(url) : LoadOutcome(Finishes{});
-  isTour_ = url.ends_with("#tour");
-  RunLoop::main().post(whileAlive(weak_from_this(), [load = load_](SimulatedAgentTool& self) { self.endLoad(load); }));
+  const unsigned load = ++load_;
+  const bool isTour = url.ends_with("#tour");
+  // The plan may replace itself, and even load something else.
+  const LoadPlan plan = loadPlan_;
+  RunLoop::main().post(whileAlive(
+      weak_from_this(), [load, isTour, outcome = plan ? plan(url) : LoadOutcome(Finishes{})](SimulatedAgentTool& self) {
+        self.endLoad(load, outcome, isTour);
+      }));
 }
 
-void SimulatedAgentTool::endLoad(unsigned load) {
+void SimulatedAgentTool::endLoad(unsigned load, const LoadOutcome& outcome, bool isTour) {
   auto* const engine = this->engine();
   if (engine == nullptr || load != load_) return;
-  const LoadOutcome outcome = outcome_;
   match(
       outcome,
       [&](const Finishes&) {
         engine->finishLoad();
-        if (isTour_) runTourFrom(load, 0);
+        if (isTour) runTourFrom(load, 0);
       },
       [&](const Fails& failure) { engine->failLoad(failure.error); },
       [&](const FailsBeforeAnythingArrived& failure) { engine->failProvisionalLoad(failure.error); },
@@ -90,12 +95,14 @@ void SimulatedAgentTool::endLoad(unsigned load) {
 void SimulatedAgentTool::runTourFrom(unsigned load, std::size_t step) {
   if (load != load_ || step == tour.size()) return;
   RunLoop::main().schedule(tourStep, whileAlive(weak_from_this(), [load, step](SimulatedAgentTool& self) {
-    auto* const engine = self.engine();
-    if (engine == nullptr || load != self.load_) return;
-    if (step == previewStep) engine->requestCapture(WKMediaCaptureType::cameraAndMicrophone, [](WKPermissionDecision) {});
-    self.postText(tour[step]);
-    self.runTourFrom(load, step + 1);
-  }));
+                             auto* const engine = self.engine();
+                             if (engine == nullptr || load != self.load_) return;
+                             if (step == previewStep)
+                               engine->requestCapture(WKMediaCaptureType::cameraAndMicrophone,
+                                                      [](WKPermissionDecision) {});
+                             self.postText(tour[step]);
+                             self.runTourFrom(load, step + 1);
+                           }));
 }
 
 void SimulatedAgentTool::postText(std::string_view text, Origin origin) {
@@ -104,8 +111,8 @@ void SimulatedAgentTool::postText(std::string_view text, Origin origin) {
 
 void SimulatedAgentTool::postValue(std::string_view jsonText, Origin origin) {
   auto* const engine = this->engine();
-  if (engine == nullptr || origin == Origin::another || !hasForwarder(*engine)) return;
+  if (engine == nullptr || origin == Origin::another || !hasForwarder_) return;
   engine->postMessage(agentEventChannel, jsonText);
 }
 
-}  // namespace corvane::testing
+}  // namespace corvane::simulation

@@ -14,7 +14,7 @@
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/web/web_error.h"
 
-namespace corvane::testing {
+namespace corvane::simulation {
 
 /// Plays the agent tool in the web view of an agent view on the headless backend.
 ///
@@ -28,8 +28,12 @@ namespace corvane::testing {
 class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_this<SimulatedAgentTool> {
  public:
   struct Finishes {};
-  struct Fails { WebError error; };
-  struct FailsBeforeAnythingArrived { WebError error; };
+  struct Fails {
+    WebError error;
+  };
+  struct FailsBeforeAnythingArrived {
+    WebError error;
+  };
   struct NeverEnds {};
   using LoadOutcome = std::variant<Finishes, Fails, FailsBeforeAnythingArrived, NeverEnds>;
   /// Decides how the load of an address ends.
@@ -54,15 +58,15 @@ class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_t
 
   [[nodiscard]] headless::HeadlessWebEngine* engine() const;
   void beginLoad(std::string_view url);
-  void endLoad(unsigned load);
+  void endLoad(unsigned load, const LoadOutcome& outcome, bool isTour);
   void runTourFrom(unsigned load, std::size_t step);
 
   std::weak_ptr<UIView> view_;
   LoadPlan loadPlan_;
-  LoadOutcome outcome_;
-  bool isTour_ = false;
+  /// Whether the web view was set up so that a page's messages can reach its host.
+  bool hasForwarder_ = false;
   /// Counts the loads, so that what belongs to an earlier one is recognised.
   unsigned load_ = 0;
 };
 
-}  // namespace corvane::testing
+}  // namespace corvane::simulation
