@@ -31,7 +31,7 @@ void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
   if (const auto handler = eventHandler_) (*handler)(event);
 }
 
-void VelnorAgentView::Parts::minimize(std::function<void()> /*completion*/) {
+void VelnorAgentView::Parts::minimize(const std::function<void()>& /*completion*/) {
   // There is no container to float in yet, so that every request ends here.
 }
 

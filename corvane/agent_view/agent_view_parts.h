@@ -27,7 +27,7 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
 
   /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be
   /// shrunk ends the request without a word.
-  void minimize(std::function<void()> completion);
+  void minimize(const std::function<void()>& completion);
   /// What follows a minimizing that the page asked for: tells that it is done, if the view still lives by then.
   [[nodiscard]] std::function<void()> minimizeAnnouncement();
 

@@ -68,10 +68,10 @@ void VelnorAgentView::buildWebView() {
 void VelnorAgentView::loadBooking(std::string connectId) {
   Parts& parts = *parts_;
   if (parts.webView == nullptr) return;
-  parts.connectId = connectId;
+  parts.connectId = std::move(connectId);
   parts.callUrl = makePageAddress({.region = parts.region,
                                    .organisationId = parts.organisationId,
-                                   .connectId = connectId,
+                                   .connectId = *parts.connectId,
                                    .enableSSO = parts.enableSSO});
   if (!parts.callUrl) return;
   parts.error.reset();

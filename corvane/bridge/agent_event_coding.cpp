@@ -28,7 +28,7 @@ struct FoundCase {
 std::optional<FoundCase> findOnlyCase(JsonView object) {
   std::optional<FoundCase> found;
   for (const JsonView::Member member : object.members()) {
-    const auto name = std::ranges::find(agentEventNames, member.key);
+    const auto* const name = std::ranges::find(agentEventNames, member.key);
     if (name == agentEventNames.end()) continue;
     const auto index = static_cast<std::size_t>(name - agentEventNames.begin());
     if (found && found->index != index) return std::nullopt;

@@ -22,7 +22,7 @@ using json_detail::Node;
 using json_detail::NumberForm;
 
 // A parser keeps its buffers; beyond this size they would keep more than a page message ever needs.
-constexpr std::size_t largestReusedText = 64 * 1024;
+constexpr std::size_t largestReusedText = std::size_t{64} * 1024;
 
 /// Builds one document in a block that is as large as its text can make it. Memory that is never written costs little,
 /// and a second pass would cost more.

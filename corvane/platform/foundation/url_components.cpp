@@ -11,7 +11,7 @@ namespace {
 
 // The parser descends once for each character of a path, so an endless address could exhaust the stack. No server
 // takes addresses anywhere near this long.
-constexpr std::size_t longestAddress = 64 * 1024;
+constexpr std::size_t longestAddress = std::size_t{64} * 1024;
 
 bool isUriReference(std::string_view text) {
   if (text.size() > longestAddress) return false;

@@ -4,6 +4,7 @@
 #include <array>
 #include <cassert>
 #include <cmath>
+#include <utility>
 
 #include "corvane/platform/views/ui_window.h"
 
@@ -143,14 +144,13 @@ void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
   setFrame({{across.before, down.before}, {across.length, down.length}});
 }
 
-void UIView::addSubview(const std::shared_ptr<UIView>& view) {
+void UIView::addSubview(std::shared_ptr<UIView> view) {
   const bool isMistake = view == nullptr || isDescendantOf(*view);
   assert(!isMistake && "a view cannot be inside itself");
   if (isMistake) return;
-  const std::shared_ptr<UIView> added = view;
-  added->removeFromSuperview();
-  added->superview_ = weak_from_this();
-  subviews_.push_back(added);
+  view->removeFromSuperview();
+  view->superview_ = weak_from_this();
+  subviews_.push_back(std::move(view));
   noteChange();
 }
 
@@ -158,8 +158,8 @@ void UIView::removeFromSuperview() {
   const std::shared_ptr<UIView> parent = superview();
   if (parent == nullptr) return;
   const auto place = std::ranges::find(parent->subviews_, this, [](const auto& view) { return view.get(); });
-  // The parent may have been the last holder.
-  const std::shared_ptr<UIView> alive = *place;
+  // The superview may be the last holder.
+  const std::shared_ptr<UIView> alive = std::move(*place);
   parent->subviews_.erase(place);
   superview_.reset();
   parent->noteChange();
@@ -190,7 +190,7 @@ std::shared_ptr<UIWindow> UIView::window() const {
   return std::dynamic_pointer_cast<UIWindow>(root);
 }
 
-void UIView::noteChange() {
+void UIView::noteChange() const {
   const auto window = this->window();
   if (window == nullptr) return;
   if (const auto host = window->host_.lock()) host->viewTreeDidChange();

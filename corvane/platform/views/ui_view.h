@@ -83,7 +83,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   [[nodiscard]] std::span<const std::shared_ptr<UIView>> subviews() const { return subviews_; }
   /// Takes the view out of its present superview and puts it in front of this view's other subviews. Adding a view
   /// to itself or to something inside it is a mistake of the caller and changes nothing.
-  void addSubview(const std::shared_ptr<UIView>& view);
+  void addSubview(std::shared_ptr<UIView> view);
   void removeFromSuperview();
   /// Does nothing for a view that is no subview of this one.
   void bringSubviewToFront(const std::shared_ptr<UIView>& view);
@@ -93,7 +93,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
 
  protected:
   /// The tree or its geometry below this view has changed; the window tells its host.
-  void noteChange();
+  void noteChange() const;
 
  private:
   void resizeSubviews(CGSize from);
