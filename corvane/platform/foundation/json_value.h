@@ -1,6 +1,7 @@
 /// JSON values: the form in which page messages and answers travel through the framework.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <cstdint>
 #include <expected>
@@ -46,8 +47,10 @@ CORVANE_EXPORT extern const Node emptyObjectNode;
 class CORVANE_EXPORT JsonView {
  public:
   struct Member;
-  class Elements;
-  class Members;
+  template <class Item>
+  class Range;
+  using Elements = Range<JsonView>;
+  using Members = Range<Member>;
 
   /// A null.
   JsonView() noexcept : node_(&json_detail::nullNode) {}
@@ -118,54 +121,34 @@ class CORVANE_EXPORT JsonValue : public JsonView {
   const json_detail::Document* document_ = nullptr;
 };
 
-/// The elements of an array, for range-based loops.
-class JsonView::Elements {
- public:
-  class Iterator {
-   public:
-    JsonView operator*() const noexcept { return JsonView(node_); }
-    Iterator& operator++() noexcept {
-      node_ = node_->next();
-      return *this;
-    }
-    bool operator==(const Iterator&) const = default;
-
-   private:
-    friend class Elements;
-    explicit Iterator(const json_detail::Node* node) noexcept : node_(node) {}
-    const json_detail::Node* node_;
-  };
-
-  [[nodiscard]] Iterator begin() const noexcept { return Iterator(first_); }
-  [[nodiscard]] Iterator end() const noexcept { return Iterator(last_); }
-
- private:
-  friend class JsonView;
-  Elements(const json_detail::Node* first, const json_detail::Node* last) noexcept : first_(first), last_(last) {}
-  const json_detail::Node* first_;
-  const json_detail::Node* last_;
-};
-
 /// A member of an object.
 struct JsonView::Member {
   std::string_view key;
   JsonView value;
 };
 
-/// The members of an object, for range-based loops.
-class JsonView::Members {
+/// The elements of an array or the members of an object, for range-based loops.
+template <class Item>
+class JsonView::Range {
  public:
   class Iterator {
    public:
-    Member operator*() const noexcept { return {node_->text(), JsonView(node_ + 1)}; }
+    Item operator*() const noexcept {
+      if constexpr (isOfMembers) {
+        return {node_->text(), JsonView(node_ + 1)};
+      } else {
+        return JsonView(node_);
+      }
+    }
     Iterator& operator++() noexcept {
-      node_ = (node_ + 1)->next();
+      node_ = (isOfMembers ? node_ + 1 : node_)->next();
       return *this;
     }
     bool operator==(const Iterator&) const = default;
 
    private:
-    friend class Members;
+    friend class Range;
+    static constexpr bool isOfMembers = std::same_as<Item, Member>;
     explicit Iterator(const json_detail::Node* node) noexcept : node_(node) {}
     const json_detail::Node* node_;
   };
@@ -175,7 +158,7 @@ class JsonView::Members {
 
  private:
   friend class JsonView;
-  Members(const json_detail::Node* first, const json_detail::Node* last) noexcept : first_(first), last_(last) {}
+  Range(const json_detail::Node* first, const json_detail::Node* last) noexcept : first_(first), last_(last) {}
   const json_detail::Node* first_;
   const json_detail::Node* last_;
 };
