@@ -3,6 +3,7 @@
 
 #include <functional>
 #include <memory>
+#include <ostream>
 #include <string>
 #include <string_view>
 
@@ -54,6 +55,8 @@ struct PlatformMaker {
   /// Null, and a reason, where the platform cannot run here.
   std::function<std::unique_ptr<ContractPlatform>(std::string& reason)> make;
 };
+
+inline void PrintTo(const PlatformMaker& maker, std::ostream* out) { *out << maker.name; }
 
 [[nodiscard]] PlatformMaker headlessPlatform();
 /// Only where the backend is built.

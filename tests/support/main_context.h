@@ -1,0 +1,21 @@
+/// Waiting in tests for what happens on the GLib default main context.
+#pragma once
+
+#include <glib.h>
+
+#include <chrono>
+
+namespace corvane::test {
+
+/// Runs the main context until the condition holds. Gives up, with false, far beyond what anything here takes.
+template <class Condition>
+[[nodiscard]] bool runMainContextUntil(Condition condition) {
+  const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+  // Wakes the context up when nothing else does, so that waiting can be given up.
+  const guint ticker = g_timeout_add(50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+  while (!condition() && std::chrono::steady_clock::now() < end) g_main_context_iteration(nullptr, TRUE);
+  g_source_remove(ticker);
+  return condition();
+}
+
+}  // namespace corvane::test
