@@ -3,6 +3,14 @@ find_package(PkgConfig REQUIRED)
 find_package(simdjson REQUIRED)
 pkg_check_modules(uriparser REQUIRED IMPORTED_TARGET liburiparser)
 
+# The static archive is small and position independent, and spares host apps a dependency.
+find_library(UTF8PROC_ARCHIVE libutf8proc.a REQUIRED)
+add_library(corvane_utf8proc STATIC IMPORTED)
+set_target_properties(corvane_utf8proc PROPERTIES IMPORTED_LOCATION ${UTF8PROC_ARCHIVE})
+
+# What the core is made with; nothing of it shows in its headers.
+set(CORVANE_PRIVATE_LIBRARIES simdjson::simdjson PkgConfig::uriparser corvane_utf8proc)
+
 set(CORVANE_HAS_GTK OFF)
 if(NOT CORVANE_GTK STREQUAL "OFF")
   pkg_check_modules(gtk_stack IMPORTED_TARGET gtk4>=4.8 webkitgtk-6.0)

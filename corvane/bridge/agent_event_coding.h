@@ -1,9 +1,13 @@
 /// The JSON form of events.
 #pragma once
 
+#include <algorithm>
 #include <array>
+#include <cstddef>
+#include <optional>
 #include <string_view>
 #include <tuple>
+#include <utility>
 #include <variant>
 
 #include "corvane/bridge/agent_event.h"
@@ -64,8 +68,42 @@ struct JsonFields<AgentEvent::RefreshSsoToken> {
 
 template <>
 struct JsonCoding<AgentEvent> {
-  static AgentEvent decode(JsonView value);
+  template <class Source>
+  static AgentEvent decode(Source value) {
+    if (!value.isObject()) throw json_detail::typeMismatch("Object", value.kind());
+    const auto [index, content] = findOnlyCase(value);
+    return json_detail::at(agentEventNames[index], [&] {
+      return decodeCase(index, content, std::make_index_sequence<agentEventNames.size()>{});
+    });
+  }
   static void encode(const AgentEvent& event, JsonWriter& writer);
+
+ private:
+  /// The one case that an object names.
+  template <class Source>
+  static std::pair<std::size_t, Source> findOnlyCase(Source object) {
+    std::optional<std::pair<std::size_t, Source>> found;
+    for (const auto member : object.members()) {
+      const auto* const name = std::ranges::find(agentEventNames, member.key);
+      if (name == agentEventNames.end()) continue;
+      const auto index = static_cast<std::size_t>(name - agentEventNames.begin());
+      if (found && found->first != index) throw wrongNumberOfKeys();
+      found.emplace(index, member.value);
+    }
+    if (!found) throw wrongNumberOfKeys();
+    return *found;
+  }
+
+  template <class Source, std::size_t... Indexes>
+  static AgentEvent decodeCase(std::size_t index, Source value, std::index_sequence<Indexes...>) {
+    using Decode = AgentEvent (*)(Source);
+    static constexpr std::array<Decode, sizeof...(Indexes)> decoders{[](Source content) {
+      return AgentEvent(JsonCoding<std::variant_alternative_t<Indexes, AgentEvent::Value>>::decode(content));
+    }...};
+    return decoders[index](value);
+  }
+
+  static DecodingError wrongNumberOfKeys();
 };
 
 }  // namespace corvane

@@ -22,14 +22,20 @@ std::string_view nameOf(JsonKind kind) {
   std::unreachable();
 }
 
+CodingPath pathBelow(CodingKey key, const CodingPath& rest) {
+  CodingPath path{std::move(key)};
+  path.insert(path.end(), rest.begin(), rest.end());
+  return path;
+}
+
 }  // namespace
 
 namespace json_detail {
 
-DecodingError typeMismatch(std::string_view typeName, JsonView found) {
-  const auto kind = found.isNull() ? DecodingError::Kind::valueNotFound : DecodingError::Kind::typeMismatch;
+DecodingError typeMismatch(std::string_view typeName, JsonKind found) {
+  const auto kind = found == JsonKind::null ? DecodingError::Kind::valueNotFound : DecodingError::Kind::typeMismatch;
   std::string description = "Expected ";
-  description.append(typeName).append(" but found ").append(nameOf(found.kind())).append(".");
+  description.append(typeName).append(" but found ").append(nameOf(found)).append(".");
   return {kind, std::string(typeName), {}, std::move(description)};
 }
 
@@ -41,12 +47,21 @@ DecodingError unknownRawValue(std::string_view text) {
   return {DecodingError::Kind::dataCorrupted, "String", {}, "No value is written as \"" + std::string(text) + "\"."};
 }
 
-}  // namespace json_detail
-
-std::int64_t JsonCoding<std::int64_t>::decode(JsonView value) {
-  if (const auto number = value.integer()) return *number;
-  if (value.kind() != JsonKind::number) throw json_detail::typeMismatch("Int", value);
-  throw DecodingError(DecodingError::Kind::dataCorrupted, "Int", {}, "The number is not a whole one within 64 bits.");
+DecodingError doesNotFit(std::string_view typeName) {
+  return {DecodingError::Kind::dataCorrupted,
+          std::string(typeName),
+          {},
+          "The number does not fit in " + std::string(typeName) + "."};
 }
+
+DecodingError below(CodingKey key, const DecodingError& error) {
+  return {error.kind(), error.typeName(), pathBelow(std::move(key), error.codingPath()), error.debugDescription()};
+}
+
+EncodingError below(CodingKey key, const EncodingError& error) {
+  return {error.kind(), pathBelow(std::move(key), error.codingPath()), error.debugDescription()};
+}
+
+}  // namespace json_detail
 
 }  // namespace corvane

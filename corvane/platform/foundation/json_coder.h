@@ -2,13 +2,17 @@
 /// directions follow that table.
 #pragma once
 
-#include <concepts>
+#include <array>
+#include <cmath>
+#include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <utility>
+#include <vector>
 
 #include "corvane/platform/foundation/coding_error.h"
 #include "corvane/platform/foundation/json_value.h"
@@ -17,11 +21,13 @@
 
 namespace corvane {
 
-/// `static Type decode(JsonView)` and `static void encode(const Type&, JsonWriter&)`; specialised for each type.
+/// `static Type decode(Source)` and `static void encode(const Type&, JsonWriter&)`; specialised for each type. A source
+/// is a JsonView, or whatever else offers its reading operations.
 template <class Type>
 struct JsonCoding;
 
-/// Specialised for each record with `static constexpr auto fields = std::tuple{required(...), ...}`.
+/// Specialised for each record with `static constexpr auto fields = std::tuple{required(...), ...}`, and for records
+/// that cannot be made from nothing with `static Record blank()`.
 template <class Record>
 struct JsonFields;
 
@@ -30,45 +36,79 @@ concept HasJsonFields = requires { JsonFields<Record>::fields; };
 
 namespace json_detail {
 
-[[nodiscard]] DecodingError typeMismatch(std::string_view typeName, JsonView found);
+[[nodiscard]] DecodingError typeMismatch(std::string_view typeName, JsonKind found);
 [[nodiscard]] DecodingError keyNotFound(std::string_view key);
 [[nodiscard]] DecodingError unknownRawValue(std::string_view text);
+[[nodiscard]] DecodingError doesNotFit(std::string_view typeName);
 
-/// An error that was found below a member, told from one level further up.
-template <class Error>
-[[nodiscard]] Error below(CodingKey key, const Error& error) {
-  CodingPath path{std::move(key)};
-  path.insert(path.end(), error.codingPath().begin(), error.codingPath().end());
-  if constexpr (std::same_as<Error, DecodingError>) {
-    return {error.kind(), error.typeName(), std::move(path), error.debugDescription()};
-  } else {
-    return {error.kind(), std::move(path), error.debugDescription()};
+/// An error that was found below a member or an element, told from one level further up.
+[[nodiscard]] DecodingError below(CodingKey key, const DecodingError& error);
+[[nodiscard]] EncodingError below(CodingKey key, const EncodingError& error);
+
+/// Runs a step of coding for one member or element, so that its errors name it.
+template <class Key, class Step>
+decltype(auto) at(const Key& key, Step step) {
+  const auto codingKey = [&] {
+    if constexpr (std::is_integral_v<Key>) {
+      return CodingKey(std::size_t{key});
+    } else {
+      return CodingKey(std::string(key));
+    }
+  };
+  try {
+    return step();
+  } catch (const DecodingError& error) {
+    throw below(codingKey(), error);
+  } catch (const EncodingError& error) {
+    throw below(codingKey(), error);
   }
 }
 
+/// Finds the members of an object for a table of fields in one pass; of a member that occurs twice the last counts.
+/// Members mostly come in the order of the table, so the search for each begins behind the one before.
+template <class Source, class... Fields>
+[[nodiscard]] auto findMembers(const std::tuple<Fields...>& fields, Source object) {
+  constexpr std::size_t count = sizeof...(Fields);
+  std::array<std::optional<Source>, count> found{};
+  const auto keys =
+      std::apply([](const auto&... field) { return std::array<std::string_view, count>{field.key...}; }, fields);
+  std::size_t next = 0;
+  for (const auto member : object.members()) {
+    for (std::size_t tried = 0; tried < count; ++tried) {
+      const std::size_t index = next + tried < count ? next + tried : next + tried - count;
+      if (keys[index] != member.key) continue;
+      found[index] = member.value;
+      next = index + 1 < count ? index + 1 : 0;
+      break;
+    }
+  }
+  return found;
+}
+
+template <class Record, class Fields, class Source>
+void decodeFields(Record& record, const Fields& fields, Source object) {
+  if (!object.isObject()) throw typeMismatch("Object", object.kind());
+  const auto found = findMembers(fields, object);
+  std::size_t index = 0;
+  std::apply([&](const auto&... field) { (field.decode(record, found[index++]), ...); }, fields);
+}
+
 template <class Record, class Fields>
-void decodeFields(Record& record, const Fields& fields, JsonView object) {
-  if (!object.isObject()) throw typeMismatch("Object", object);
-  std::apply([&](const auto&... field) { (field.decode(record, object.find(field.key)), ...); }, fields);
+void encodeMembers(const Record& record, const Fields& fields, JsonWriter& writer) {
+  std::apply([&](const auto&... field) { (field.encode(record, writer), ...); }, fields);
 }
 
 template <class Record, class Fields>
 void encodeFields(const Record& record, const Fields& fields, JsonWriter& writer) {
   writer.beginObject();
-  std::apply([&](const auto&... field) { (field.encode(record, writer), ...); }, fields);
+  encodeMembers(record, fields, writer);
   writer.endObject();
 }
 
-/// Runs a step of coding for one member, so that its errors name the member.
-template <class Step>
-decltype(auto) atMember(std::string_view key, Step step) {
-  try {
-    return step();
-  } catch (const DecodingError& error) {
-    throw below(std::string(key), error);
-  } catch (const EncodingError& error) {
-    throw below(std::string(key), error);
-  }
+template <class Value>
+void encodeMember(std::string_view key, const Value& value, JsonWriter& writer) {
+  writer.key(key);
+  at(key, [&] { JsonCoding<Value>::encode(value, writer); });
 }
 
 template <class Record, class Value>
@@ -76,13 +116,37 @@ struct RequiredField {
   std::string_view key;
   Value Record::* member;
 
-  void decode(Record& record, const std::optional<JsonView>& value) const {
+  template <class Source>
+  void decode(Record& record, const std::optional<Source>& value) const {
     if (!value) throw keyNotFound(key);
-    atMember(key, [&] { record.*member = JsonCoding<Value>::decode(*value); });
+    at(key, [&] { record.*member = JsonCoding<Value>::decode(*value); });
+  }
+  void encode(const Record& record, JsonWriter& writer) const { encodeMember(key, record.*member, writer); }
+};
+
+enum class WhenUnreadable { fails, countsAsAbsent };
+
+template <class Record, class Value, WhenUnreadable whenUnreadable>
+struct OptionalField {
+  std::string_view key;
+  std::optional<Value> Record::* member;
+
+  template <class Source>
+  void decode(Record& record, const std::optional<Source>& value) const {
+    (record.*member).reset();
+    if (!value || value->isNull()) return;
+    if constexpr (whenUnreadable == WhenUnreadable::fails) {
+      at(key, [&] { record.*member = JsonCoding<Value>::decode(*value); });
+    } else {
+      try {
+        record.*member = JsonCoding<Value>::decode(*value);
+      } catch (const DecodingError&) {
+        // The member is left out, and reading goes on.
+      }
+    }
   }
   void encode(const Record& record, JsonWriter& writer) const {
-    writer.key(key);
-    atMember(key, [&] { JsonCoding<Value>::encode(record.*member, writer); });
+    if (record.*member) encodeMember(key, *(record.*member), writer);
   }
 };
 
@@ -91,15 +155,15 @@ struct NestedFields {
   std::string_view key;
   std::tuple<Fields...> fields;
 
-  template <class Record>
-  void decode(Record& record, const std::optional<JsonView>& value) const {
+  template <class Record, class Source>
+  void decode(Record& record, const std::optional<Source>& value) const {
     if (!value) throw keyNotFound(key);
-    atMember(key, [&] { decodeFields(record, fields, *value); });
+    at(key, [&] { decodeFields(record, fields, *value); });
   }
   template <class Record>
   void encode(const Record& record, JsonWriter& writer) const {
     writer.key(key);
-    atMember(key, [&] { encodeFields(record, fields, writer); });
+    at(key, [&] { encodeFields(record, fields, writer); });
   }
 };
 
@@ -111,6 +175,19 @@ constexpr auto required(std::string_view key, Value Record::* member) {
   return json_detail::RequiredField<Record, Value>{key, member};
 }
 
+/// A member that is left out when there is no value. Read, an absent one or a null gives none, and a value of another
+/// type fails.
+template <class Record, class Value>
+constexpr auto optional(std::string_view key, std::optional<Value> Record::* member) {
+  return json_detail::OptionalField<Record, Value, json_detail::WhenUnreadable::fails>{key, member};
+}
+
+/// As `optional`, but whatever cannot be read gives none.
+template <class Record, class Value>
+constexpr auto lenient(std::string_view key, std::optional<Value> Record::* member) {
+  return json_detail::OptionalField<Record, Value, json_detail::WhenUnreadable::countsAsAbsent>{key, member};
+}
+
 /// Members that stand one level deeper in the JSON than in the record.
 template <class... Fields>
 constexpr auto nested(std::string_view key, Fields... fields) {
@@ -119,24 +196,75 @@ constexpr auto nested(std::string_view key, Fields... fields) {
 
 template <>
 struct JsonCoding<std::string> {
-  static std::string decode(JsonView value) {
+  template <class Source>
+  static std::string decode(Source value) {
     if (const auto text = value.string()) return std::string(*text);
-    throw json_detail::typeMismatch("String", value);
+    throw json_detail::typeMismatch("String", value.kind());
   }
   static void encode(const std::string& text, JsonWriter& writer) { writer.text(text); }
 };
 
 template <>
+struct JsonCoding<bool> {
+  template <class Source>
+  static bool decode(Source value) {
+    if (const auto boolean = value.boolean()) return *boolean;
+    throw json_detail::typeMismatch("Bool", value.kind());
+  }
+  static void encode(bool boolean, JsonWriter& writer) { writer.boolean(boolean); }
+};
+
+template <>
 struct JsonCoding<std::int64_t> {
-  static std::int64_t decode(JsonView value);
+  template <class Source>
+  static std::int64_t decode(Source value) {
+    if (const auto number = value.integer()) return *number;
+    if (value.kind() != JsonKind::number) throw json_detail::typeMismatch("Int", value.kind());
+    throw json_detail::doesNotFit("Int");
+  }
   static void encode(std::int64_t number, JsonWriter& writer) { writer.integer(number); }
+};
+
+template <>
+struct JsonCoding<float> {
+  template <class Source>
+  static float decode(Source value) {
+    const auto number = value.number();
+    if (!number) throw json_detail::typeMismatch("Float", value.kind());
+    const auto rounded = static_cast<float>(*number);
+    if (!std::isfinite(rounded)) throw json_detail::doesNotFit("Float");
+    return rounded;
+  }
+  static void encode(float number, JsonWriter& writer) { writer.real(number); }
+};
+
+template <class Element>
+struct JsonCoding<std::vector<Element>> {
+  template <class Source>
+  static std::vector<Element> decode(Source value) {
+    if (!value.isArray()) throw json_detail::typeMismatch("Array", value.kind());
+    std::vector<Element> elements;
+    elements.reserve(value.size());
+    for (const Source element : value.elements()) {
+      json_detail::at(elements.size(), [&] { elements.push_back(JsonCoding<Element>::decode(element)); });
+    }
+    return elements;
+  }
+  static void encode(const std::vector<Element>& elements, JsonWriter& writer) {
+    writer.beginArray();
+    for (std::size_t index = 0; index < elements.size(); ++index) {
+      json_detail::at(index, [&] { JsonCoding<Element>::encode(elements[index], writer); });
+    }
+    writer.endArray();
+  }
 };
 
 template <HasRawText Enumeration>
 struct JsonCoding<Enumeration> {
-  static Enumeration decode(JsonView value) {
+  template <class Source>
+  static Enumeration decode(Source value) {
     const auto text = value.string();
-    if (!text) throw json_detail::typeMismatch("String", value);
+    if (!text) throw json_detail::typeMismatch("String", value.kind());
     if (const auto enumerator = fromRawValue<Enumeration>(*text)) return *enumerator;
     throw json_detail::unknownRawValue(*text);
   }
@@ -145,8 +273,15 @@ struct JsonCoding<Enumeration> {
 
 template <HasJsonFields Record>
 struct JsonCoding<Record> {
-  static Record decode(JsonView value) {
-    Record record{};
+  template <class Source>
+  static Record decode(Source value) {
+    auto record = [] {
+      if constexpr (requires { JsonFields<Record>::blank(); }) {
+        return JsonFields<Record>::blank();
+      } else {
+        return Record{};
+      }
+    }();
     json_detail::decodeFields(record, JsonFields<Record>::fields, value);
     return record;
   }

@@ -1,11 +1,14 @@
 /// What stands behind `encodeJson` and `decodeJson`; included where they are instantiated.
 #pragma once
 
+#include <simdjson.h>
+
 #include <string>
 #include <string_view>
 
 #include "corvane/platform/foundation/json_coder.h"
 #include "corvane/platform/foundation/json_coding.h"
+#include "corvane/platform/foundation/json_dom_view.h"
 
 namespace corvane {
 
@@ -18,12 +21,18 @@ std::string encodeJson(const Record& record) {
 
 template <class Record>
 Record decodeJson(std::string_view text) {
+  simdjson::dom::parser parser;
+  simdjson::dom::element root;
+  if (parser.parse(text.data(), text.size()).get(root) == simdjson::SUCCESS) {
+    return JsonCoding<Record>::decode(JsonDomView(root));
+  }
+  // What the parser refuses may still be read by way of a document, which also has the words for what cannot.
   const auto value = JsonValue::parse(text);
   if (!value) throw value.error();
   if (!value->isWellFormed()) {
     throw DecodingError(DecodingError::Kind::dataCorrupted, "String", {}, "Some text has no UTF-8 form.");
   }
-  return JsonCoding<Record>::decode(*value);
+  return JsonCoding<Record>::decode(JsonView(*value));
 }
 
 }  // namespace corvane

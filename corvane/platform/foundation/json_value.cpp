@@ -18,6 +18,13 @@ constinit const Node emptyObjectNode{.kind = JsonKind::object, .payload = 1};
 
 using json_detail::NumberForm;
 
+std::optional<std::int64_t> wholeNumber(double number) noexcept {
+  // 2^63 itself is the first double above the range; its negative is still inside.
+  constexpr double limit = 0x1p63;
+  if (!(number >= -limit && number < limit) || std::trunc(number) != number) return std::nullopt;
+  return static_cast<std::int64_t>(number);
+}
+
 std::optional<bool> JsonView::boolean() const noexcept {
   if (kind() != JsonKind::boolean) return std::nullopt;
   return node_->payload != 0;
@@ -40,11 +47,7 @@ std::optional<double> JsonView::number() const noexcept {
 std::optional<std::int64_t> JsonView::integer() const noexcept {
   if (node_->form == NumberForm::signedInteger) return static_cast<std::int64_t>(node_->payload);
   if (node_->form != NumberForm::real) return std::nullopt;
-  // 2^63 itself is the first double above the range; its negative is still inside.
-  constexpr double limit = 0x1p63;
-  const auto value = std::bit_cast<double>(node_->payload);
-  if (value < -limit || value >= limit || std::trunc(value) != value) return std::nullopt;
-  return static_cast<std::int64_t>(value);
+  return wholeNumber(std::bit_cast<double>(node_->payload));
 }
 
 std::size_t JsonView::size() const noexcept { return node_->isContainer() ? node_->size : 0; }

@@ -15,6 +15,9 @@ namespace corvane {
 
 enum class JsonKind : std::uint8_t { null, boolean, number, string, array, object };
 
+/// The number as an integer, where it is a whole one within 64 bits.
+[[nodiscard]] CORVANE_EXPORT std::optional<std::int64_t> wholeNumber(double number) noexcept;
+
 namespace json_detail {
 
 enum class NumberForm : std::uint8_t { none, signedInteger, unsignedInteger, real };

@@ -2,8 +2,11 @@
 
 #include <simdjson.h>
 
-#include <array>
+#include <algorithm>
+#include <bit>
 #include <charconv>
+#include <cmath>
+#include <cstring>
 #include <utility>
 
 #include "corvane/platform/foundation/coding_error.h"
@@ -12,94 +15,182 @@ namespace corvane {
 
 namespace {
 
-bool needsEscape(char character) {
-  return static_cast<unsigned char>(character) < 0x20 || character == '"' || character == '\\';
+static_assert(std::endian::native == std::endian::little, "the scan finds the first byte at the low end of a word");
+
+constexpr std::uint64_t everyByte(std::uint8_t value) { return 0x0101010101010101ULL * value; }
+
+/// The high bit of every byte that is zero; bytes above the first such one may be marked wrongly.
+constexpr std::uint64_t zeroBytes(std::uint64_t word) { return (word - everyByte(1)) & ~word & everyByte(0x80); }
+
+/// The high bit of every byte that needs an escape, the first of them for certain. Bytes beyond ASCII need none.
+constexpr std::uint64_t bytesToEscape(std::uint64_t word) {
+  const std::uint64_t quote = zeroBytes(word ^ everyByte('"'));
+  const std::uint64_t backslash = zeroBytes(word ^ everyByte('\\'));
+  const std::uint64_t control = zeroBytes(word & everyByte(0xE0));
+  return quote | backslash | control;
+}
+
+struct PlainRun {
+  std::size_t length;
+  bool isAscii;
+};
+
+/// How far a text goes on without anything to escape.
+PlainRun plainRun(std::string_view text) {
+  std::uint64_t seen = 0;
+  std::size_t length = 0;
+  for (; length + 8 <= text.size(); length += 8) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + length, 8);
+    if (const std::uint64_t marks = bytesToEscape(word); marks != 0) {
+      // What lies behind the first mark does not matter: the rest of the text is looked at again.
+      return {length + static_cast<std::size_t>(std::countr_zero(marks)) / 8, ((seen | word) & everyByte(0x80)) == 0};
+    }
+    seen |= word;
+  }
+  for (; length < text.size(); ++length) {
+    const auto byte = static_cast<unsigned char>(text[length]);
+    if (byte < 0x20 || byte == '"' || byte == '\\') break;
+    seen |= byte;
+  }
+  return {length, (seen & everyByte(0x80)) == 0};
+}
+
+/// The escape of a character that needs one, at most six characters long.
+std::size_t writeEscape(unsigned char character, char* to) {
+  constexpr std::string_view hex = "0123456789abcdef";
+  to[0] = '\\';
+  switch (character) {
+    case '"':
+    case '\\':
+      to[1] = static_cast<char>(character);
+      return 2;
+    case '\n':
+      to[1] = 'n';
+      return 2;
+    case '\r':
+      to[1] = 'r';
+      return 2;
+    case '\t':
+      to[1] = 't';
+      return 2;
+    default:
+      break;
+  }
+  to[1] = 'u';
+  to[2] = '0';
+  to[3] = '0';
+  to[4] = hex[character >> 4U];
+  to[5] = hex[character & 0xFU];
+  return 6;
+}
+
+[[noreturn]] void refuse(const char* description) {
+  throw EncodingError(EncodingError::Kind::invalidValue, {}, description);
 }
 
 }  // namespace
 
 void JsonWriter::key(std::string_view name) {
-  separate();
-  quoted(name);
-  text_ += ':';
+  char* const room = roomFor(name.size() + 4);
+  char* to = room;
+  if (needsComma_) *to++ = ',';
+  *to++ = '"';
+  std::memcpy(to, name.data(), name.size());
+  to += name.size();
+  *to++ = '"';
+  *to++ = ':';
+  size_ += static_cast<std::size_t>(to - room);
   needsComma_ = false;
 }
 
 void JsonWriter::text(std::string_view value) {
-  if (!simdjson::validate_utf8(value)) {
-    throw EncodingError(EncodingError::Kind::invalidValue, {}, "The text is not valid UTF-8.");
-  }
   separate();
-  quoted(value);
+  append("\"");
+  const std::string_view whole = value;
+  bool isChecked = false;
+  while (true) {
+    const PlainRun run = plainRun(value);
+    if (!run.isAscii && !isChecked) {
+      if (!simdjson::validate_utf8(whole)) refuse("The text is not valid UTF-8.");
+      isChecked = true;
+    }
+    append(value.substr(0, run.length));
+    value.remove_prefix(run.length);
+    if (value.empty()) break;
+    size_ += writeEscape(static_cast<unsigned char>(value.front()), roomFor(6));
+    value.remove_prefix(1);
+  }
+  append("\"");
 }
 
 void JsonWriter::integer(std::int64_t value) {
   separate();
-  std::array<char, 24> digits{};
-  text_.append(digits.data(), std::to_chars(digits.data(), digits.data() + digits.size(), value).ptr);
+  char* const room = roomFor(24);
+  size_ += static_cast<std::size_t>(std::to_chars(room, room + 24, value).ptr - room);
+}
+
+void JsonWriter::real(float value) {
+  if (!std::isfinite(value)) refuse("JSON has no form for a number that is not finite.");
+  separate();
+  char* const room = roomFor(32);
+  // Prices read best without an exponent; far from them digits without one would be all zeros.
+  const float magnitude = std::abs(value);
+  const bool isFixed = magnitude == 0 || (magnitude >= 1e-6F && magnitude < 0x1p24F);
+  const auto result =
+      isFixed ? std::to_chars(room, room + 32, value, std::chars_format::fixed) : std::to_chars(room, room + 32, value);
+  size_ += static_cast<std::size_t>(result.ptr - room);
 }
 
 void JsonWriter::boolean(bool value) {
   separate();
-  text_ += value ? "true" : "false";
+  append(value ? "true" : "false");
 }
 
 std::string JsonWriter::take() {
+  buffer_.resize(size_);
+  size_ = 0;
   needsComma_ = false;
-  return std::exchange(text_, {});
+  sharedTexts_.clear();
+  return std::exchange(buffer_, {});
+}
+
+void JsonWriter::copyOf(Extent extent) {
+  separate();
+  char* const room = roomFor(extent.size);
+  std::memcpy(room, buffer_.data() + extent.begin, extent.size);
+  size_ += extent.size;
 }
 
 void JsonWriter::beginContainer(char bracket) {
   separate();
-  text_ += bracket;
+  append({&bracket, 1});
   needsComma_ = false;
 }
 
 void JsonWriter::endContainer(char bracket) {
-  text_ += bracket;
+  append({&bracket, 1});
   needsComma_ = true;
 }
 
 void JsonWriter::separate() {
-  if (needsComma_) text_ += ',';
+  if (needsComma_) append(",");
   needsComma_ = true;
 }
 
-void JsonWriter::quoted(std::string_view text) {
-  text_ += '"';
-  while (!text.empty()) {
-    std::size_t plain = 0;
-    while (plain < text.size() && !needsEscape(text[plain])) ++plain;
-    text_ += text.substr(0, plain);
-    text.remove_prefix(plain);
-    if (text.empty()) break;
-    const auto character = static_cast<unsigned char>(text.front());
-    text.remove_prefix(1);
-    switch (character) {
-      case '"':
-        text_ += "\\\"";
-        break;
-      case '\\':
-        text_ += "\\\\";
-        break;
-      case '\n':
-        text_ += "\\n";
-        break;
-      case '\r':
-        text_ += "\\r";
-        break;
-      case '\t':
-        text_ += "\\t";
-        break;
-      default: {
-        constexpr std::string_view hex = "0123456789abcdef";
-        text_ += "\\u00";
-        text_ += hex[character >> 4U];
-        text_ += hex[character & 0xFU];
-      }
-    }
+char* JsonWriter::roomFor(std::size_t count) {
+  constexpr std::size_t smallest = 256;
+  if (buffer_.size() - size_ < count) {
+    const std::size_t size = std::max({smallest, buffer_.size() * 2, size_ + count});
+    buffer_.resize_and_overwrite(size, [](char*, std::size_t whole) { return whole; });
   }
-  text_ += '"';
+  return buffer_.data() + size_;
+}
+
+void JsonWriter::append(std::string_view characters) {
+  char* const room = roomFor(characters.size());
+  std::memcpy(room, characters.data(), characters.size());
+  size_ += characters.size();
 }
 
 }  // namespace corvane

@@ -1,0 +1,75 @@
+/// One purchasable article of a product.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "corvane/product/comparable_variation_attribute.h"
+#include "corvane/product/detail.h"
+#include "corvane/product/price.h"
+#include "corvane/product/rating.h"
+#include "corvane/product/variation_attribute.h"
+
+namespace corvane {
+
+/// What a variation is made from; see `Variation` for the meaning of each.
+struct VariationFields {
+  std::vector<VariationAttribute> attributes{};
+  std::optional<std::vector<ComparableVariationAttribute>> comparableAttributes{};
+  std::optional<std::vector<Detail>> details{};
+  std::vector<std::string> imageUrls{};
+  bool inStock = false;
+  std::string name{};
+  Price price;
+  std::optional<Rating> rating{};
+  std::string sku{};
+  std::optional<std::string> subtitle{};
+  std::optional<std::string> url{};
+};
+
+/// An article with its own SKU. Nothing is checked before it becomes part of a product. `encodeJson` and `decodeJson`
+/// take it.
+class Variation {
+ public:
+  explicit Variation(VariationFields fields) : fields_(std::move(fields)) {}
+
+  /// The option that it takes for each attribute of the product.
+  [[nodiscard]] const std::vector<VariationAttribute>& attributes() const { return fields_.attributes; }
+  [[nodiscard]] const std::optional<std::vector<ComparableVariationAttribute>>& comparableAttributes() const {
+    return fields_.comparableAttributes;
+  }
+  void setComparableAttributes(std::optional<std::vector<ComparableVariationAttribute>> attributes) {
+    fields_.comparableAttributes = std::move(attributes);
+  }
+  [[nodiscard]] const std::optional<std::vector<Detail>>& details() const { return fields_.details; }
+  void setDetails(std::optional<std::vector<Detail>> details) { fields_.details = std::move(details); }
+  [[nodiscard]] const std::vector<std::string>& imageUrls() const { return fields_.imageUrls; }
+  [[nodiscard]] bool inStock() const { return fields_.inStock; }
+  [[nodiscard]] const std::string& name() const { return fields_.name; }
+  [[nodiscard]] const Price& price() const { return fields_.price; }
+  [[nodiscard]] const std::optional<Rating>& rating() const { return fields_.rating; }
+  void setRating(std::optional<Rating> rating) { fields_.rating = rating; }
+  [[nodiscard]] const std::string& sku() const { return fields_.sku; }
+  [[nodiscard]] const std::optional<std::string>& subtitle() const { return fields_.subtitle; }
+  void setSubtitle(std::optional<std::string> subtitle) { fields_.subtitle = std::move(subtitle); }
+  /// The article's page in the shop.
+  [[nodiscard]] const std::optional<std::string>& url() const { return fields_.url; }
+
+  friend bool operator==(const Variation& left, const Variation& right) {
+    const VariationFields& a = left.fields_;
+    const VariationFields& b = right.fields_;
+    return a.attributes == b.attributes && a.comparableAttributes == b.comparableAttributes && a.details == b.details &&
+           a.imageUrls == b.imageUrls && a.inStock == b.inStock && a.name == b.name && a.price == b.price &&
+           a.rating == b.rating && a.sku == b.sku && a.subtitle == b.subtitle && a.url == b.url;
+  }
+
+ private:
+  friend class ProductChecks;
+  friend struct JsonCoding<Variation>;
+
+  VariationFields fields_;
+};
+
+}  // namespace corvane
