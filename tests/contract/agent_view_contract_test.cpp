@@ -212,6 +212,18 @@ TEST_P(AgentViewContract, APageThatLosesItsProcessFailsOnceAndTheNextLoadWorks) 
   EXPECT_EQ(spy_->outcomes, (std::vector<std::string>{"finished", "failed", "finished"}));
 }
 
+TEST_P(AgentViewContract, AViewMayBeReleasedWhenItsPageLosesItsProcess) {
+  ASSERT_NO_FATAL_FAILURE(makeLoadedView());
+  const std::weak_ptr<VelnorAgentView> weak = view_;
+  view_->setEventHandler([&](const AgentEvent&) {
+    view_->removeFromSuperview();
+    view_.reset();
+  });
+  platform_->pageLosesItsProcess(*view_);
+  EXPECT_TRUE(platform_->runUntil([&] { return weak.expired(); }));
+  ASSERT_NO_FATAL_FAILURE(makeLoadedView());
+}
+
 TEST_P(AgentViewContract, AViewMayBeReleasedWhileItsPageKeepsPosting) {
   for (const bool isInsideHandler : {true, false}) {
     ASSERT_NO_FATAL_FAILURE(makeLoadedView());

@@ -73,6 +73,14 @@ TEST_F(RealEngine, EvaluationGivesJsonOrTheReason) {
   EXPECT_EQ(platform_->evaluate(*view_, "1").error().kind, WebError::Kind::processTerminated);
 }
 
+TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  EXPECT_EQ(platform_->evaluate(*view_, "alert('stop'); print(); confirm('stop')")->boolean(), false);
+  EXPECT_TRUE(platform_->evaluate(*view_, "addEventListener('beforeunload', (event) => event.preventDefault())"));
+  view_->loadBooking("b2");
+  EXPECT_TRUE(waitFor(token("b2"))) << "a page cannot refuse to be left";
+}
+
 TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {
   if (!std::string_view(CORVANE_TEST_CERTIFICATE).ends_with(".pem")) GTEST_SKIP() << "openssl is missing";
   const SelfSignedServer server(CORVANE_TEST_CERTIFICATE);
