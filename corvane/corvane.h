@@ -13,3 +13,6 @@
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/web/web_error.h"
+#include "corvane/product/product.h"
+#include "corvane/product/product_spec_error.h"
+#include "corvane/product/variation_factory.h"

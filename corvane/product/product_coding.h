@@ -5,6 +5,7 @@
 #include <optional>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "corvane/platform/foundation/json_coder.h"
@@ -57,6 +58,32 @@ using SharedSkus = std::shared_ptr<const std::vector<std::string>>;
 
 namespace product_coding_detail {
 
+/// While one of these lives, lists of SKUs are checked when they are read, but not kept: a product makes its own anew,
+/// and most of what a large product takes to read would go into lists that nobody ever sees.
+class SkusAreMadeAnew {
+ public:
+  SkusAreMadeAnew() : before_(std::exchange(isActive_, true)) {}
+  SkusAreMadeAnew(const SkusAreMadeAnew&) = delete;
+  SkusAreMadeAnew& operator=(const SkusAreMadeAnew&) = delete;
+  ~SkusAreMadeAnew() { isActive_ = before_; }
+
+  [[nodiscard]] static bool isActive() { return isActive_; }
+
+ private:
+  static inline thread_local bool isActive_ = false;
+  bool before_;
+};
+
+/// Reads a list of texts for the errors in it.
+template <class Source>
+void checkTexts(Source value) {
+  if (!value.isArray()) throw json_detail::typeMismatch("Array", value.kind());
+  std::size_t index = 0;
+  for (const Source element : value.elements()) {
+    json_detail::at(index++, [&] { static_cast<void>(json_detail::textOf(element)); });
+  }
+}
+
 /// A list that several records share: written once and copied after that.
 template <class Record>
 struct SharedSkusField {
@@ -68,6 +95,7 @@ struct SharedSkusField {
     (record.*member).reset();
     if (!value || value->isNull()) return;
     json_detail::at(key, [&] {
+      if (SkusAreMadeAnew::isActive()) return checkTexts(*value);
       record.*member =
           std::make_shared<const std::vector<std::string>>(JsonCoding<std::vector<std::string>>::decode(*value));
     });
@@ -208,6 +236,7 @@ struct JsonCoding<Product> {
       throw product_coding_detail::unsupportedVersion(envelope.schemaVersion);
     json_detail::decodeFields(
         envelope, std::tuple{required("currency", &Envelope::currency), required("locale", &Envelope::locale)}, value);
+    const product_coding_detail::SkusAreMadeAnew skusAreMadeAnew;
     struct Inner {
       ProductFields fields;
     };

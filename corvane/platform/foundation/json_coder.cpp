@@ -1,5 +1,10 @@
 #include "corvane/platform/foundation/json_coder.h"
 
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
 namespace corvane {
 
 namespace {
@@ -52,6 +57,29 @@ DecodingError doesNotFit(std::string_view typeName) {
           std::string(typeName),
           {},
           "The number does not fit in " + std::string(typeName) + "."};
+}
+
+DecodingError hasNoUtf8Form() {
+  return {DecodingError::Kind::dataCorrupted, "String", {}, "The text has half a surrogate pair and no UTF-8 form."};
+}
+
+float nearestFloat(double number) {
+  const auto nearest = static_cast<float>(number);
+  if (!std::isfinite(nearest) || static_cast<double>(nearest) == number) return nearest;
+  const float other =
+      std::nextafter(nearest, number > static_cast<double>(nearest) ? std::numeric_limits<float>::infinity()
+                                                                    : -std::numeric_limits<float>::infinity());
+  // Rounding twice goes wrong where the first rounding ends just between two floats. A decimal that we wrote is the
+  // shortest one of its float, so the float whose decimal reads like this is the one that was meant.
+  if ((static_cast<double>(nearest) + static_cast<double>(other)) / 2 != number) return nearest;
+  const auto readsAs = [number](float candidate) {
+    std::array<char, 32> text{};
+    const char* const end = std::to_chars(text.data(), text.data() + text.size(), candidate).ptr;
+    double value = 0;
+    std::from_chars(text.data(), end, value);
+    return value == number;
+  };
+  return !readsAs(nearest) && readsAs(other) ? other : nearest;
 }
 
 DecodingError below(CodingKey key, const DecodingError& error) {

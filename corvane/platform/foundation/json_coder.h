@@ -41,6 +41,23 @@ namespace json_detail {
 [[nodiscard]] DecodingError unknownRawValue(std::string_view text);
 [[nodiscard]] DecodingError doesNotFit(std::string_view typeName);
 
+/// The 32-bit float that a decimal stood for, as far as its 64-bit reading tells; infinite beyond their range.
+[[nodiscard]] float nearestFloat(double number);
+
+[[nodiscard]] DecodingError hasNoUtf8Form();
+
+/// The text of a value that must be one.
+template <class Source>
+[[nodiscard]] std::string_view textOf(Source value) {
+  const auto text = value.string();
+  if (!text) throw typeMismatch("String", value.kind());
+  // Not every source lets halves of surrogate pairs through.
+  if constexpr (requires { value.isWellFormed(); }) {
+    if (!value.isWellFormed()) throw hasNoUtf8Form();
+  }
+  return *text;
+}
+
 /// An error that was found below a member or an element, told from one level further up.
 [[nodiscard]] DecodingError below(CodingKey key, const DecodingError& error);
 [[nodiscard]] EncodingError below(CodingKey key, const EncodingError& error);
@@ -198,8 +215,7 @@ template <>
 struct JsonCoding<std::string> {
   template <class Source>
   static std::string decode(Source value) {
-    if (const auto text = value.string()) return std::string(*text);
-    throw json_detail::typeMismatch("String", value.kind());
+    return std::string(json_detail::textOf(value));
   }
   static void encode(const std::string& text, JsonWriter& writer) { writer.text(text); }
 };
@@ -231,9 +247,9 @@ struct JsonCoding<float> {
   static float decode(Source value) {
     const auto number = value.number();
     if (!number) throw json_detail::typeMismatch("Float", value.kind());
-    const auto rounded = static_cast<float>(*number);
-    if (!std::isfinite(rounded)) throw json_detail::doesNotFit("Float");
-    return rounded;
+    const float nearest = json_detail::nearestFloat(*number);
+    if (!std::isfinite(nearest)) throw json_detail::doesNotFit("Float");
+    return nearest;
   }
   static void encode(float number, JsonWriter& writer) { writer.real(number); }
 };
@@ -263,10 +279,9 @@ template <HasRawText Enumeration>
 struct JsonCoding<Enumeration> {
   template <class Source>
   static Enumeration decode(Source value) {
-    const auto text = value.string();
-    if (!text) throw json_detail::typeMismatch("String", value.kind());
-    if (const auto enumerator = fromRawValue<Enumeration>(*text)) return *enumerator;
-    throw json_detail::unknownRawValue(*text);
+    const std::string_view text = json_detail::textOf(value);
+    if (const auto enumerator = fromRawValue<Enumeration>(text)) return *enumerator;
+    throw json_detail::unknownRawValue(text);
   }
   static void encode(Enumeration enumerator, JsonWriter& writer) { writer.text(rawValue(enumerator)); }
 };

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <bit>
 #include <charconv>
+#include <cmath>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -24,13 +25,40 @@ using json_detail::NumberForm;
 // A parser keeps its buffers; beyond this size they would keep more than a page message ever needs.
 constexpr std::size_t largestReusedText = std::size_t{64} * 1024;
 
+/// What a document holds that the parser does not take, by its place among the texts (keys included) and among the
+/// numbers of the document.
+struct Oddities {
+  std::vector<std::size_t> illFormedTexts;
+  std::vector<std::size_t> overflowingNumbers;
+  std::vector<std::size_t> largeIntegers;
+};
+
+/// Tells for one thing after the other whether its place is on a list of places.
+class PlaceCounter {
+ public:
+  explicit PlaceCounter(const std::vector<std::size_t>& places) : next_(places.begin()), end_(places.end()) {}
+
+  bool isNextListed() {
+    const bool isListed = next_ != end_ && *next_ == count_;
+    if (isListed) ++next_;
+    ++count_;
+    return isListed;
+  }
+
+ private:
+  std::vector<std::size_t>::const_iterator next_;
+  std::vector<std::size_t>::const_iterator end_;
+  std::size_t count_ = 0;
+};
+
 /// Builds one document in a block that is as large as its text can make it. Memory that is never written costs little,
 /// and a second pass would cost more.
 class DocumentBuilder {
  public:
-  /// Of the texts, numbered in the order of the document with keys included, some are known to be ill-formed.
-  DocumentBuilder(std::size_t textSize, const std::vector<std::size_t>& illFormedTexts)
-      : nextIllFormed_(illFormedTexts.begin()), endIllFormed_(illFormedTexts.end()) {
+  DocumentBuilder(std::size_t textSize, const Oddities& oddities)
+      : illFormedTexts_(oddities.illFormedTexts),
+        overflowingNumbers_(oddities.overflowingNumbers),
+        largeIntegers_(oddities.largeIntegers) {
     // Every value takes a character and, but for the last, something that ends it.
     const std::size_t mostNodes = textSize / 2 + 1;
     void* const block = ::operator new(sizeof(Document) + mostNodes * sizeof(Node) + textSize);
@@ -89,13 +117,17 @@ class DocumentBuilder {
   Node* append(const Node& node) { return new (nextNode_++) Node(node); }
 
   void addNumber(NumberForm form, std::uint64_t bits) {
+    if (overflowingNumbers_.isNextListed()) {
+      // The zero in its place has its sign.
+      bits = std::bit_cast<std::uint64_t>(
+          std::copysign(std::numeric_limits<double>::infinity(), std::bit_cast<double>(bits)));
+    }
+    if (largeIntegers_.isNextListed()) form = NumberForm::largeInteger;
     append({.kind = JsonKind::number, .form = form, .payload = bits});
   }
 
   bool addText(std::string_view text) {
-    const bool isIllFormed = nextIllFormed_ != endIllFormed_ && *nextIllFormed_ == textCount_;
-    if (isIllFormed) ++nextIllFormed_;
-    ++textCount_;
+    const bool isIllFormed = illFormedTexts_.isNextListed();
     append({.kind = JsonKind::string,
             .isWellFormed = !isIllFormed,
             .size = static_cast<std::uint32_t>(text.size()),
@@ -116,13 +148,36 @@ class DocumentBuilder {
   Document* document_;
   Node* nextNode_;
   char* nextText_;
-  std::vector<std::size_t>::const_iterator nextIllFormed_;
-  std::vector<std::size_t>::const_iterator endIllFormed_;
-  std::size_t textCount_ = 0;
+  PlaceCounter illFormedTexts_;
+  PlaceCounter overflowingNumbers_;
+  PlaceCounter largeIntegers_;
 };
 
+/// Whether a text is a number by the grammar of JSON.
+bool isNumber(std::string_view text) {
+  const auto takeDigits = [&] {
+    const std::size_t length = std::min(text.find_first_not_of("0123456789"), text.size());
+    text.remove_prefix(length);
+    return length;
+  };
+  if (text.starts_with('-')) text.remove_prefix(1);
+  const bool hasLeadingZero = text.starts_with('0');
+  const std::size_t wholeDigits = takeDigits();
+  if (wholeDigits == 0 || (hasLeadingZero && wholeDigits > 1)) return false;
+  if (text.starts_with('.')) {
+    text.remove_prefix(1);
+    if (takeDigits() == 0) return false;
+  }
+  if (text.starts_with('e') || text.starts_with('E')) {
+    text.remove_prefix(1);
+    if (text.starts_with('+') || text.starts_with('-')) text.remove_prefix(1);
+    if (takeDigits() == 0) return false;
+  }
+  return text.empty();
+}
+
 /// A copy of a JSON text in which simdjson can read what it refuses although script engines write it: integers
-/// beyond 64 bits got a fraction, and halves of surrogate pairs became U+FFFD.
+/// beyond 64 bits got a fraction, numbers beyond doubles became 0, and halves of surrogate pairs became U+FFFD.
 class ReadableCopy {
  public:
   explicit ReadableCopy(std::string_view text) : rest_(text) {
@@ -140,8 +195,7 @@ class ReadableCopy {
   }
 
   [[nodiscard]] const std::string& text() const { return copy_; }
-  /// Which texts of the document lost half a surrogate pair, counted in the order of their quotes.
-  [[nodiscard]] const std::vector<std::size_t>& illFormedTexts() const { return illFormedTexts_; }
+  [[nodiscard]] const Oddities& oddities() const { return oddities_; }
 
  private:
   static bool isDigit(char character) { return character >= '0' && character <= '9'; }
@@ -155,15 +209,29 @@ class ReadableCopy {
   void copyNumber() {
     const std::size_t length = std::min(rest_.find_first_not_of("+-.0123456789eE"), rest_.size());
     const std::string_view number = rest_.substr(0, length);
-    take(length);
-    if (number.find_first_of(".eE") != std::string_view::npos) return;
+    rest_.remove_prefix(length);
+    const bool isLarge = isBeyond64Bits(number);
+    if (isLarge) oddities_.largeIntegers.push_back(numberCount_);
+    const std::string readable = std::string(number) + (isLarge ? ".0" : "");
+    if (isNumber(number) && parser_.parse(readable).error() == simdjson::NUMBER_ERROR) {
+      // By the grammar a number, in the form that suits the parser, and refused all the same: it is too large.
+      oddities_.overflowingNumbers.push_back(numberCount_);
+      copy_ += number.starts_with('-') ? "-0.0" : "0.0";
+    } else {
+      copy_ += readable;
+    }
+    ++numberCount_;
+  }
+
+  static bool isBeyond64Bits(std::string_view number) {
+    if (number.find_first_of(".eE") != std::string_view::npos) return false;
     std::uint64_t magnitude = 0;
     const bool isNegative = number.starts_with('-');
     const std::string_view digits = number.substr(isNegative ? 1 : 0);
     const bool fits =
         std::from_chars(digits.data(), digits.data() + digits.size(), magnitude).ec != std::errc::result_out_of_range;
     constexpr std::uint64_t largestNegative = 1ULL << 63;
-    if (!fits || (isNegative && magnitude > largestNegative)) copy_ += ".0";
+    return !fits || (isNegative && magnitude > largestNegative);
   }
 
   void copyText() {
@@ -186,7 +254,7 @@ class ReadableCopy {
       }
     }
     take(1);
-    if (isIllFormed) illFormedTexts_.push_back(textCount_);
+    if (isIllFormed) oddities_.illFormedTexts.push_back(textCount_);
     ++textCount_;
   }
 
@@ -203,8 +271,10 @@ class ReadableCopy {
 
   std::string_view rest_;
   std::string copy_;
-  std::vector<std::size_t> illFormedTexts_;
+  simdjson::dom::parser parser_;
+  Oddities oddities_;
   std::size_t textCount_ = 0;
+  std::size_t numberCount_ = 0;
 };
 
 DecodingError notJson(const char* reason) {
@@ -213,11 +283,10 @@ DecodingError notJson(const char* reason) {
 
 using ParsedDocument = std::expected<const Document*, simdjson::error_code>;
 
-ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parser,
-                             const std::vector<std::size_t>& illFormedTexts) {
+ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parser, const Oddities& oddities) {
   simdjson::dom::element root;
   if (const auto error = parser.parse(text.data(), text.size()).get(root)) return std::unexpected(error);
-  return DocumentBuilder(text.size(), illFormedTexts).build(root);
+  return DocumentBuilder(text.size(), oddities).build(root);
 }
 
 ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parser) {
@@ -226,7 +295,7 @@ ParsedDocument parseDocument(std::string_view text, simdjson::dom::parser& parse
     return document;
   }
   const ReadableCopy readable(text);
-  return parseDocument(readable.text(), parser, readable.illFormedTexts());
+  return parseDocument(readable.text(), parser, readable.oddities());
 }
 
 }  // namespace

@@ -29,9 +29,6 @@ Record decodeJson(std::string_view text) {
   // What the parser refuses may still be read by way of a document, which also has the words for what cannot.
   const auto value = JsonValue::parse(text);
   if (!value) throw value.error();
-  if (!value->isWellFormed()) {
-    throw DecodingError(DecodingError::Kind::dataCorrupted, "String", {}, "Some text has no UTF-8 form.");
-  }
   return JsonCoding<Record>::decode(JsonView(*value));
 }
 

@@ -38,6 +38,7 @@ std::optional<double> JsonView::number() const noexcept {
       return static_cast<double>(static_cast<std::int64_t>(node_->payload));
     case NumberForm::unsignedInteger:
       return static_cast<double>(node_->payload);
+    case NumberForm::largeInteger:
     case NumberForm::real:
       return std::bit_cast<double>(node_->payload);
   }

@@ -20,7 +20,8 @@ enum class JsonKind : std::uint8_t { null, boolean, number, string, array, objec
 
 namespace json_detail {
 
-enum class NumberForm : std::uint8_t { none, signedInteger, unsignedInteger, real };
+/// An integer beyond 64 bits is kept as a double, but is none of the integers that fit.
+enum class NumberForm : std::uint8_t { none, signedInteger, unsignedInteger, largeInteger, real };
 
 /// A value of a parsed document. Documents are flat: a container is followed by everything inside it, so that
 /// neither reading nor freeing one ever recurses.
@@ -73,7 +74,7 @@ class CORVANE_EXPORT JsonView {
     if (kind() != JsonKind::string) return std::nullopt;
     return node_->text();
   }
-  /// The number, rounded to the nearest double, or none for any other kind of value.
+  /// The number, rounded to the nearest double and infinite beyond their range, or none for any other kind of value.
   [[nodiscard]] std::optional<double> number() const noexcept;
   /// The number if it is a whole one within 64 bits, however it is written (3, 3.0, 3e0); none otherwise.
   [[nodiscard]] std::optional<std::int64_t> integer() const noexcept;
@@ -115,7 +116,7 @@ class CORVANE_EXPORT JsonValue : public JsonView {
   static constexpr std::size_t maximumDepth = 1024;
 
   /// Reads a JSON text (UTF-8, RFC 8259). Integers beyond 64 bits are read as doubles. Anything else than one valid
-  /// value, a number beyond the range of doubles included, gives a `dataCorrupted` error.
+  /// value gives a `dataCorrupted` error.
   [[nodiscard]] static std::expected<JsonValue, DecodingError> parse(std::string_view text);
 
  private:

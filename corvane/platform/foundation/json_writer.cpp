@@ -105,21 +105,34 @@ void JsonWriter::key(std::string_view name) {
 }
 
 void JsonWriter::text(std::string_view value) {
-  separate();
-  append("\"");
-  const std::string_view whole = value;
-  bool isChecked = false;
-  while (true) {
-    const PlainRun run = plainRun(value);
-    if (!run.isAscii && !isChecked) {
-      if (!simdjson::validate_utf8(whole)) refuse("The text is not valid UTF-8.");
-      isChecked = true;
-    }
-    append(value.substr(0, run.length));
-    value.remove_prefix(run.length);
-    if (value.empty()) break;
-    size_ += writeEscape(static_cast<unsigned char>(value.front()), roomFor(6));
-    value.remove_prefix(1);
+  // Most texts need no escape and take one step.
+  const PlainRun run = plainRun(value);
+  if (!run.isAscii && !simdjson::validate_utf8(value)) refuse("The text is not valid UTF-8.");
+  char* const room = roomFor(value.size() + 3);
+  char* to = room;
+  if (needsComma_) *to++ = ',';
+  *to++ = '"';
+  std::memcpy(to, value.data(), run.length);
+  to += run.length;
+  needsComma_ = true;
+  if (run.length == value.size()) {
+    *to++ = '"';
+    size_ += static_cast<std::size_t>(to - room);
+    return;
+  }
+  size_ += static_cast<std::size_t>(to - room);
+  appendEscaped(value.substr(run.length), run.isAscii);
+}
+
+void JsonWriter::appendEscaped(std::string_view rest, bool isBeforeAscii) {
+  // What came before was looked at up to its first escape only.
+  if (isBeforeAscii && !simdjson::validate_utf8(rest)) refuse("The text is not valid UTF-8.");
+  while (!rest.empty()) {
+    size_ += writeEscape(static_cast<unsigned char>(rest.front()), roomFor(6));
+    rest.remove_prefix(1);
+    const std::size_t length = plainRun(rest).length;
+    append(rest.substr(0, length));
+    rest.remove_prefix(length);
   }
   append("\"");
 }
@@ -133,6 +146,8 @@ void JsonWriter::integer(std::int64_t value) {
 void JsonWriter::real(float value) {
   if (!std::isfinite(value)) refuse("JSON has no form for a number that is not finite.");
   separate();
+  // Without its fraction it would be read as an integer, which has no sign at zero.
+  if (value == 0 && std::signbit(value)) return append("-0.0");
   char* const room = roomFor(32);
   // Prices read best without an exponent; far from them digits without one would be all zeros.
   const float magnitude = std::abs(value);

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory_resource>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -16,6 +17,9 @@ namespace corvane {
 ///          knows where the value stands adds it.
 class JsonWriter {
  public:
+  /// Makes room for this many more characters at once.
+  void reserve(std::size_t count) { static_cast<void>(roomFor(count)); }
+
   void beginObject() { beginContainer('{'); }
   void endObject() { endContainer('}'); }
   void beginArray() { beginContainer('['); }
@@ -52,6 +56,8 @@ class JsonWriter {
     std::size_t size;
   };
 
+  /// The end of a text, from its first character that needs an escape on.
+  void appendEscaped(std::string_view rest, bool isBeforeAscii);
   void copyOf(Extent extent);
   void beginContainer(char bracket);
   void endContainer(char bracket);
@@ -63,7 +69,9 @@ class JsonWriter {
   std::string buffer_;
   std::size_t size_ = 0;
   bool needsComma_ = false;
-  std::unordered_map<const void*, Extent> sharedTexts_;
+  /// Takes its memory in few large pieces, however many values are shared.
+  std::pmr::monotonic_buffer_resource sharedTextMemory_;
+  std::pmr::unordered_map<const void*, Extent> sharedTexts_{&sharedTextMemory_};
 };
 
 }  // namespace corvane

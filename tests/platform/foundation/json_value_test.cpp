@@ -76,8 +76,16 @@ TEST(JsonValue, IntegersBeyond64BitsDoNotLoseTheMessage) {
       parse(R"({"a":100000000000000000000,"b":[-9223372036854775809],"c":"100000000000000000000\"1"})");
   EXPECT_EQ(value.find("a")->number(), 1e20);
   EXPECT_EQ(elementsOf(*value.find("b"))[0].number(), -0x1p63);
+  EXPECT_FALSE(elementsOf(*value.find("b"))[0].integer()) << "although its double would fit";
   EXPECT_EQ(value.find("c")->string(), "100000000000000000000\"1");
-  EXPECT_FALSE(JsonValue::parse("[1" + std::string(400, '0') + "]")) << "beyond the range of doubles";
+  for (const std::string& number : {"1" + std::string(400, '0'), std::string("-1.5e+999"), std::string("12E999")}) {
+    const JsonValue numbers = parse("[0," + number + ",1e-999,2]");
+    const double infinity = std::numeric_limits<double>::infinity();
+    EXPECT_EQ(elementsOf(numbers)[1].number(), number.starts_with('-') ? -infinity : infinity) << number;
+    EXPECT_FALSE(elementsOf(numbers)[1].integer());
+    EXPECT_EQ(elementsOf(numbers)[2].number(), 0) << "next to nothing";
+    EXPECT_EQ(elementsOf(numbers)[3].integer(), 2);
+  }
 }
 
 TEST(JsonValue, HalfASurrogatePairMarksItsTextAndWhatHoldsIt) {
@@ -101,8 +109,9 @@ TEST(JsonValue, OfAKeyThatOccursTwiceTheLastMemberCounts) {
 
 TEST(JsonValue, RefusesWhatIsNoJson) {
   for (const std::string_view text :
-       {"", " ", "{", "{]", "[1,]", "{\"a\"}", "nul", "'a'", "NaN", "01", "1 2", "\"\xff\"", "\"\\x\"", "\"a\nb\"",
-        "\"\\ud800", "{\"a\":1}}", "1e999", "[\"\\ud800\",01]"}) {
+       {"",       " ",      "{",   "{]",       "[1,]",      "{\"a\"}",         "nul",       "'a'",
+        "NaN",    "01",     "1 2", "\"\xff\"", "\"\\x\"",   "\"a\nb\"",        "\"\\ud800", "{\"a\":1}}",
+        "01e999", "1.e999", "1e+", "--1e999",  "[1e999 2]", "[\"\\ud800\",01]"}) {
     const auto value = JsonValue::parse(text);
     ASSERT_FALSE(value) << text;
     EXPECT_EQ(value.error().kind(), DecodingError::Kind::dataCorrupted);

@@ -1,0 +1,386 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <initializer_list>
+#include <limits>
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "tests/support/product_samples.h"
+
+namespace corvane {
+namespace {
+
+using Kind = DecodingError::Kind;
+using Json = nlohmann::json;
+
+/// A product that uses everything, written by hand.
+constexpr std::string_view lampJson = R"({
+  "currency": "CHF", "locale": "fr-CH", "vendor": "hydratable-product", "_schemaVersion": 4,
+  "product": {
+    "attributes": [{"id": "shade", "name": "Shade", "significant": true,
+                    "options": [{"id": "milk", "name": "milk"}, {"id": "smoke", "name": "Smoked glass"}]}],
+    "brandName": "Lumen", "description": "A lamp", "defaultVariationIndex": 7, "name": "Lamp", "sku": "L",
+    "url": "https://shop.example/l",
+    "variations": [
+      {"attributes": [{"id": "shade", "option": "milk", "productOptions": ["L-1"]}],
+       "comparableAttributes": [{"id": "w", "name": "w", "option": "5 W"}, {"id": "h", "name": "Height", "option": "1 m"}],
+       "details": [{"detailType": "PARAGRAPH", "detailContent": "Bright."},
+                   {"detailType": "BULLETS", "detailContent": ["x", "y"]},
+                   {"detailType": "BULLETS", "detailContent": ["z"]}],
+       "imageUrls": ["a.png", "b.png"], "inStock": false, "name": "Milk lamp",
+       "price": {"currency": "CHF", "current": 12.5, "original": 20},
+       "rating": {"rating": 4.5, "maxValue": 5, "numberOfRatings": 12},
+       "relatedProducts": [], "sku": "L-1", "subtitle": "warm", "url": "https://shop.example/l-1",
+       "meta": {"data": {"subtitle": "warm", "uniqueSellingPoints": ["x", "y", "z"],
+                         "rating": {"rating": 4.5, "maxValue": 5, "numberOfRatings": 12},
+                         "specs": [{"name": "w", "value": "5 W"}, {"name": "Height", "value": "1 m"}]}}},
+      {"attributes": [{"id": "shade", "option": "smoke", "productOptions": ["L-2"]}],
+       "imageUrls": [], "inStock": true, "name": "Smoke lamp", "price": {"currency": "CHF", "current": 0.25},
+       "relatedProducts": [], "sku": "L-2", "meta": {"data": {}}}]}})";
+
+Product lamp() {
+  auto smoke = plainFields("L-2", {{"shade", "smoke"}});
+  smoke.imageUrls = {};
+  smoke.name = "Smoke lamp";
+  smoke.price = Price("CHF", 0.25F, std::nullopt);
+  const Variation milk(
+      {.attributes = {{"shade", "milk"}},
+       .comparableAttributes = {{{"w", std::nullopt, "5 W"}, {"h", "Height", "1 m"}}},
+       .details = {{Detail::paragraph("Bright."), Detail::bullets({"x", "y"}), Detail::bullets({"z"})}},
+       .imageUrls = {"a.png", "b.png"},
+       .inStock = false,
+       .name = "Milk lamp",
+       .price = Price("CHF", 12.5F, 20.0F),
+       .rating = Rating(4.5F, 5, 12),
+       .sku = "L-1",
+       .subtitle = "warm",
+       .url = "https://shop.example/l-1"});
+  return Product(
+      {.attributes = {AttributeDefinition("shade", "Shade", {{"milk", std::nullopt}, {"smoke", "Smoked glass"}})},
+       .brandName = "Lumen",
+       .currency = "CHF",
+       .description = "A lamp",
+       .defaultVariationIndex = 7,
+       .locale = "fr-CH",
+       .name = "Lamp",
+       .sku = "L",
+       .url = "https://shop.example/l",
+       .variations = {milk, Variation(smoke)}});
+}
+
+/// The lamp with the value at a place replaced, or left out.
+std::string lampWith(const Json::json_pointer& place, const std::optional<Json>& value) {
+  Json json = Json::parse(lampJson);
+  if (value) {
+    json[place] = *value;
+  } else {
+    json[place.parent_pointer()].erase(place.back());
+  }
+  return json.dump();
+}
+
+Product readLamp(std::string_view place, const std::optional<Json>& value) {
+  return decodeJson<Product>(lampWith(Json::json_pointer(std::string(place)), value));
+}
+
+template <class Record>
+void expectForm(const Record& record, std::string_view json) {
+  EXPECT_EQ(written(record), Json::parse(json));
+  EXPECT_EQ(decodeJson<Record>(json), record) << json;
+}
+
+TEST(ProductJson, ProductsHaveTheFormThatThePageReads) {
+  expectForm(lamp(), lampJson);
+  auto bare = shirtFields();
+  bare.variations.resize(1, bare.variations.front());
+  EXPECT_EQ(written(Product(bare))["product"].size(), 4U) << "what is not there must not be written as null";
+}
+
+TEST(ProductJson, RecordsHaveAFormOfTheirOwn) {
+  expectForm(AttributeDefinitionOption("red", std::nullopt), R"({"id":"red","name":"red"})");
+  expectForm(AttributeDefinition("size", std::nullopt, {{"m", "Medium"}}),
+             R"({"id":"size","name":"size","significant":false,"options":[{"id":"m","name":"Medium"}]})");
+  expectForm(VariationAttribute("size", "m"), R"({"id":"size","option":"m"})");
+  expectForm(VariationAttribute(definitionOf("size", {}), {"m", "Medium"}), R"({"id":"size","option":"m"})");
+  expectForm(ComparableVariationAttribute("fabric", std::nullopt, "wool"),
+             R"({"id":"fabric","name":"fabric","option":"wool"})");
+  expectForm(Price("EUR", 3, std::nullopt), R"({"currency":"EUR","current":3})");
+  expectForm(Rating(0.5F, -9223372036854775807 - 1, std::nullopt), R"({"rating":0.5,"maxValue":-9223372036854775808})");
+  expectForm(Rating(0, 1, 9223372036854775807), R"({"rating":0,"maxValue":1,"numberOfRatings":9223372036854775807})");
+  expectForm(Detail::bullets({}), R"({"detailType":"BULLETS","detailContent":[]})");
+  EXPECT_EQ(written(Detail::unknown()), Json::object());
+}
+
+TEST(ProductJson, ReadingAddsNoNamesToOptionsAndComparableAttributes) {
+  for (const std::string_view name : {"", R"(,"name":null)"}) {
+    const std::string json = R"({"id":"a","option":"b")" + std::string(name) + "}";
+    EXPECT_EQ(decodeJson<ComparableVariationAttribute>(json).name(), std::nullopt);
+    EXPECT_EQ(written(decodeJson<AttributeDefinitionOption>(json)), Json::parse(R"({"id":"a"})"));
+  }
+  const auto definition = decodeJson<AttributeDefinition>(R"({"id":"a","options":[{"id":"b"}]})");
+  EXPECT_EQ(written(definition), Json::parse(R"({"id":"a","name":"a","options":[{"id":"b"}]})"));
+}
+
+TEST(ProductJson, MetaDataHoldsOnlyWhatThereIs) {
+  const auto metaOf = [](const std::optional<std::vector<Detail>>& details, std::string_view comparable) {
+    Variation variation = plainVariation("A", {});
+    variation.setDetails(details);
+    variation.setComparableAttributes(readFrom<Variation>({{"attributes", Json::array()},
+                                                           {"comparableAttributes", Json::parse(comparable)},
+                                                           {"imageUrls", Json::array()},
+                                                           {"inStock", true},
+                                                           {"name", ""},
+                                                           {"price", {{"currency", ""}, {"current", 0}}},
+                                                           {"sku", ""}})
+                                          .comparableAttributes());
+    const Json json = written(variation);
+    EXPECT_EQ(json["relatedProducts"], Json::array());
+    EXPECT_EQ(json.contains("details"), details.has_value());
+    return json["meta"];
+  };
+  EXPECT_EQ(metaOf(std::nullopt, "null"), Json::parse(R"({"data":{}})"));
+  EXPECT_EQ(metaOf({{}}, "[]"), Json::parse(R"({"data":{}})"));
+  EXPECT_EQ(metaOf({{Detail::paragraph("p"), Detail::unknown(), Detail::bullets({})}}, R"([{"id":"a","option":"b"}])"),
+            Json::parse(R"({"data":{}})"));
+  EXPECT_EQ(metaOf({{Detail::bullets({}), Detail::unknown(), Detail::bullets({"\"x\""})}},
+                   R"([{"id":"a","option":"b"},{"id":"c","name":"","option":"d"}])"),
+            Json::parse(R"({"data":{"uniqueSellingPoints":["\"x\""],"specs":[{"name":"","value":"d"}]}})"));
+}
+
+TEST(ProductJson, EveryRequiredMemberIsMissedWithItsPath) {
+  struct Row {
+    std::string_view place;
+    std::string_view typeName;
+    std::string_view parentPath;
+  };
+  for (const auto& [place, typeName, parentPath] : {
+           Row{"/_schemaVersion", "Int", ""},
+           Row{"/currency", "String", ""},
+           Row{"/locale", "String", ""},
+           Row{"/product", "Object", ""},
+           Row{"/product/attributes", "Array", "product"},
+           Row{"/product/description", "String", "product"},
+           Row{"/product/defaultVariationIndex", "Int", "product"},
+           Row{"/product/variations", "Array", "product"},
+           Row{"/product/attributes/0/id", "String", "product.attributes[0]"},
+           Row{"/product/attributes/0/options", "Array", "product.attributes[0]"},
+           Row{"/product/attributes/0/options/1/id", "String", "product.attributes[0].options[1]"},
+           Row{"/product/variations/1/attributes", "Array", "product.variations[1]"},
+           Row{"/product/variations/1/imageUrls", "Array", "product.variations[1]"},
+           Row{"/product/variations/1/inStock", "Bool", "product.variations[1]"},
+           Row{"/product/variations/1/name", "String", "product.variations[1]"},
+           Row{"/product/variations/1/price", "Object", "product.variations[1]"},
+           Row{"/product/variations/1/sku", "String", "product.variations[1]"},
+           Row{"/product/variations/1/price/currency", "String", "product.variations[1].price"},
+           Row{"/product/variations/1/price/current", "Float", "product.variations[1].price"},
+           Row{"/product/variations/0/attributes/0/id", "String", "product.variations[0].attributes[0]"},
+           Row{"/product/variations/0/attributes/0/option", "String", "product.variations[0].attributes[0]"},
+       }) {
+    const Json::json_pointer pointer{std::string(place)};
+    const std::string& key = pointer.back();
+    const std::string path = (parentPath.empty() ? "" : std::string(parentPath) + ".") + key;
+
+    const auto absent = decodingError<Product>(lampWith(pointer, std::nullopt));
+    EXPECT_EQ(absent.kind(), Kind::keyNotFound) << place;
+    EXPECT_EQ(absent.typeName(), key);
+    EXPECT_EQ(toText(absent.codingPath()), parentPath);
+
+    const auto null = decodingError<Product>(lampWith(pointer, Json()));
+    EXPECT_EQ(null.kind(), Kind::valueNotFound) << place;
+    EXPECT_EQ(null.typeName(), typeName);
+    EXPECT_EQ(toText(null.codingPath()), path);
+
+    const auto mismatch =
+        decodingError<Product>(lampWith(pointer, typeName == "Array" ? Json::object() : Json::array()));
+    EXPECT_EQ(mismatch.kind(), Kind::typeMismatch) << place;
+    EXPECT_EQ(mismatch.typeName(), typeName);
+    EXPECT_EQ(toText(mismatch.codingPath()), path);
+  }
+}
+
+TEST(ProductJson, OptionalMembersMayBeNullButNotOfAnotherType) {
+  struct Row {
+    std::string_view place;
+    Json wrong;
+    std::string_view path;
+  };
+  for (const auto& [place, wrong, path] :
+       {Row{"/product/attributes/0/options/1/name", 1, "product.attributes[0].options[1].name"},
+        Row{"/product/variations/0/price/original", "20", "product.variations[0].price.original"},
+        Row{"/product/variations/0/attributes/0/productOptions", Json{1},
+            "product.variations[0].attributes[0].productOptions[0]"}}) {
+    EXPECT_EQ(toText(decodingError<Product>(lampWith(Json::json_pointer(std::string(place)), wrong)).codingPath()),
+              path);
+    EXPECT_NO_THROW(readLamp(place, Json())) << place;
+    EXPECT_NO_THROW(readLamp(place, std::nullopt)) << place;
+  }
+  EXPECT_EQ(decodeJson<Rating>(R"({"rating":1,"maxValue":2,"numberOfRatings":null})").numberOfRatings(), std::nullopt);
+  EXPECT_EQ(decodingError<Rating>(R"({"rating":1,"maxValue":2,"numberOfRatings":"3"})").kind(), Kind::typeMismatch);
+}
+
+TEST(ProductJson, MembersThatDoNotMatterAreLeftOutWhenUnreadable) {
+  Product nameless = lamp();
+  nameless.setBrandName(std::nullopt);
+  nameless.setName(std::nullopt);
+  nameless.setSku(std::nullopt);
+  nameless.setUrl(std::nullopt);
+  for (const Json& value : {Json(), Json(1), Json::array({"Lamp"})}) {
+    Json json = Json::parse(lampJson);
+    for (const char* key : {"brandName", "name", "sku", "url"}) json["product"][key] = value;
+    EXPECT_EQ(readFrom<Product>(json), nameless) << value;
+  }
+  for (const auto& [key, values] : std::initializer_list<std::pair<std::string, std::string_view>>{
+           {"comparableAttributes",
+            R"([null, 1, {}, [{"id":"a","option":"b"},{"id":"a"}], [{"id":"","name":1,"option":""}]])"},
+           {"details", R"([null, "x", [{"detailType":"BULLETS","detailContent":["a"]},{"detailContent":["a"]}],
+                           [{"detailType":"BULLETS","detailContent":"a"}], [{"detailType":"PARAGRAPH"}], [7]])"},
+           {"rating", R"([null, 4, {"rating":4}, {"rating":4,"maxValue":5.5}, {"rating":1e39,"maxValue":5}])"},
+           {"subtitle", R"([null, 1, ["warm"]])"},
+           {"url", R"([null, false])"}}) {
+    for (const Json& value : Json::parse(values)) {
+      const Json expected = written(readLamp("/product/variations/0/" + key, std::nullopt));
+      EXPECT_FALSE(expected["product"]["variations"][0].contains(key));
+      EXPECT_EQ(written(readLamp("/product/variations/0/" + key, value)), expected) << key << value;
+    }
+  }
+  EXPECT_EQ(readLamp("/product/attributes/0/name", 5).attributes()[0].name(), "shade");
+  for (const Json& value : {Json("true"), Json(1), Json()}) {
+    const Json definition{{"id", "a"}, {"significant", value}, {"options", Json::array()}};
+    EXPECT_EQ(readFrom<AttributeDefinition>(definition).significant(), std::nullopt) << value;
+  }
+}
+
+TEST(ProductJson, OnlyTheSchemaThatIsKnownIsRead) {
+  for (const std::string_view other : {"5", "3", "-4", "0"}) {
+    // An unknown schema is told before anything else that may be wrong in it.
+    const auto error = decodingError<Product>(R"({"product":7,"_schemaVersion":)" + std::string(other) + "}");
+    EXPECT_EQ(error.kind(), Kind::dataCorrupted);
+    EXPECT_EQ(error.debugDescription(), "product spec version " + std::string(other) + " not supported");
+    EXPECT_TRUE(error.codingPath().empty());
+  }
+  EXPECT_EQ(readLamp("/_schemaVersion", 4.0), lamp());
+  EXPECT_EQ(decodingError<Product>(R"({"_schemaVersion":4.5})").debugDescription(), "The number does not fit in Int.");
+  for (const std::optional<Json>& vendor : {std::optional<Json>(), std::optional<Json>(3)}) {
+    EXPECT_EQ(written(readLamp("/vendor", vendor)), Json::parse(lampJson));
+  }
+}
+
+TEST(ProductJson, DetailsOfAnotherKindAreUnknown) {
+  for (const std::string_view json : {R"({"detailType":"bullets","detailContent":["a"]})", R"({"detailType":"VIDEO"})",
+                                      R"({"detailType":"paragraph","detailContent":{"a":[null]}})",
+                                      R"({"detailType":""})", R"({"detailType":"BULLETS "})"}) {
+    const auto detail = decodeJson<Detail>(json);
+    EXPECT_TRUE(std::holds_alternative<Detail::Unknown>(detail.value())) << json;
+    EXPECT_FALSE(detail == Detail::unknown()) << "what is unknown cannot be told to be the same";
+  }
+  struct Row {
+    std::string_view json;
+    Kind kind;
+    std::string_view typeName;
+    std::string_view path;
+  };
+  for (const Row& row :
+       {Row{R"({"detailContent":"a"})", Kind::keyNotFound, "detailType", ""},
+        Row{R"({"detailType":1})", Kind::typeMismatch, "String", "detailType"},
+        Row{R"({"detailType":"BULLETS"})", Kind::keyNotFound, "detailContent", ""},
+        Row{R"({"detailType":"BULLETS","detailContent":["a",1]})", Kind::typeMismatch, "String", "detailContent[1]"},
+        Row{R"({"detailType":"PARAGRAPH","detailContent":["a"]})", Kind::typeMismatch, "String", "detailContent"},
+        Row{R"({"detailType":"PARAGRAPH","detailContent":null})", Kind::valueNotFound, "String", "detailContent"}}) {
+    const auto error = decodingError<Detail>(row.json);
+    EXPECT_EQ(error.kind(), row.kind) << row.json;
+    EXPECT_EQ(error.typeName(), row.typeName) << row.json;
+    EXPECT_EQ(toText(error.codingPath()), row.path) << row.json;
+  }
+  EXPECT_FALSE(Detail::bullets({"a"}) == Detail::paragraph("a"));
+  EXPECT_FALSE(Detail::bullets({}) == Detail::unknown());
+}
+
+TEST(ProductJson, OfMembersThatOccurTwiceTheLastCounts) {
+  EXPECT_EQ(decodeJson<Price>(R"({"current":"x","currency":"A","current":1,"currency":"B","current":2})"),
+            Price("B", 2, std::nullopt));
+  EXPECT_EQ(decodeJson<Price>(R"({"original":1,"current":2,"\u0063urrent":3,"currency":"B","original":null})"),
+            Price("B", 3, std::nullopt));
+  EXPECT_EQ(decodeJson<Detail>(
+                R"({"detailContent":"a","detailType":"BULLETS","detailType":"PARAGRAPH","detailContent":"b"})"),
+            Detail::paragraph("b"));
+}
+
+TEST(ProductJson, NumbersThatDoNotFitAreRefusedWhereTheyAreRead) {
+  EXPECT_EQ(decodeJson<Rating>(R"({"rating":3,"maxValue":5.0,"numberOfRatings":2e2})"), Rating(3, 5, 200));
+  for (const std::string_view number :
+       {"9223372036854775808", "-9223372036854775809", "1e30", "-1e400", "0.5", "123456789012345678901234567890"}) {
+    const auto error = decodingError<Rating>(R"({"rating":1,"maxValue":)" + std::string(number) + "}");
+    EXPECT_EQ(error.kind(), Kind::dataCorrupted) << number;
+    EXPECT_EQ(toText(error.codingPath()), "maxValue") << number;
+  }
+  for (const std::string_view number : {"3.5e38", "-1e300", "1e400"}) {
+    const auto error = decodingError<Price>(R"({"currency":"","current":)" + std::string(number) + "}");
+    EXPECT_EQ(error.kind(), Kind::dataCorrupted) << number;
+    EXPECT_EQ(error.typeName(), "Float") << number;
+    EXPECT_EQ(toText(error.codingPath()), "current") << number;
+  }
+  EXPECT_EQ(decodeJson<Price>(R"({"currency":"","current":18446744073709551616})").current(), 0x1p64F);
+  EXPECT_EQ(decodeJson<Price>(R"({"currency":"","current":1e-300})").current(), 0.0F);
+}
+
+TEST(ProductJson, WhatNobodyReadsMayBeAnyJson) {
+  const std::string deep = std::string(900, '[') + std::string(900, ']');
+  for (const std::string& value :
+       {std::string("123456789012345678901234567890"), std::string("1e300"), std::string("1e400"),
+        std::string("-1e400"), std::string("-123456789012345678901234567890e999"), deep}) {
+    const std::string price = R"({"currency":"EUR","more":)" + value + R"(,"current":2})";
+    EXPECT_NO_THROW(EXPECT_EQ(decodeJson<Price>(price).current(), 2.0F)) << value.substr(0, 40);
+    std::string product(lampJson);
+    product.insert(product.find(R"("relatedProducts")"), R"("relatedProducts":[)" + value + R"(],)");
+    product.insert(product.find(R"("meta")"), R"("meta":)" + value + ",");
+    EXPECT_NO_THROW(EXPECT_EQ(decodeJson<Product>(product), lamp())) << value.substr(0, 40);
+  }
+}
+
+TEST(ProductJson, TextWithoutUtf8FormIsRefused) {
+  for (const std::string_view text : {"\xff", "\xc3", "\xed\xa0\x80", "\\ud800", "\\udc00x", "\\ud83d\\u0041"}) {
+    const auto error =
+        decodingError<Detail>(R"({"detailType":"PARAGRAPH","detailContent":")" + std::string(text) + "\"}");
+    EXPECT_EQ(error.kind(), Kind::dataCorrupted) << text;
+  }
+  const auto definition = decodeJson<AttributeDefinition>(R"({"id":"a","name":"\ud800","more":"\udc00","options":[]})");
+  EXPECT_EQ(definition.name(), "a") << "read leniently, so that the identifier serves instead";
+  EXPECT_EQ(decodeJson<Detail>(R"({"detailType":"PARAGRAPH","detailContent":"\ud83d\ude00\u0000"})"),
+            Detail::paragraph(std::string("\xf0\x9f\x98\x80\0", 5)));
+}
+
+TEST(ProductJson, WhatHasNoJsonFormIsRefusedWithItsPath) {
+  ProductFields empty = shirtFields();
+  empty.variations.clear();
+  const auto noVariations = encodingError(Product(empty));
+  EXPECT_EQ(noVariations.debugDescription(), "Need at least one(1) variation");
+  EXPECT_TRUE(noVariations.codingPath().empty());
+
+  constexpr float infinity = std::numeric_limits<float>::infinity();
+  for (const float number : {infinity, -infinity, std::nanf("")}) {
+    auto fields = plainFields("A", {});
+    fields.price = Price("EUR", number, std::nullopt);
+    EXPECT_EQ(toText(encodingError(Variation(fields)).codingPath()), "price.current");
+    fields.price = Price("EUR", 1, number);
+    EXPECT_EQ(toText(encodingError(Variation(fields)).codingPath()), "price.original");
+  }
+  ProductFields shirt = shirtFields();
+  for (const char* bad : {"\xff", "\"plain\xc3", "\xff\"", "long enough for a word\n and another \xed\xa0\x80"}) {
+    auto fields = plainFields("A", {});
+    fields.details = {{Detail::unknown(), Detail::bullets({"a", bad})}};
+    shirt.variations[1] = Variation(fields);
+    EXPECT_EQ(toText(encodingError(Product(shirt)).codingPath()), "product.variations[1].details[1].detailContent[1]");
+  }
+  shirt.variations[1] = plainVariation("\xc3", {{"color", "red"}});
+  EXPECT_EQ(toText(encodingError(Product(shirt)).codingPath()),
+            "product.variations[0].attributes[0].productOptions[1]");
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,82 @@
+#include "corvane/product/variation_factory.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/product_samples.h"
+
+namespace corvane {
+namespace {
+
+TEST(VariationFactory, TellsTheFirstMandatoryValueThatIsMissing) {
+  VariationFactory factory;
+  VariationValues given;
+  const auto missing = [&] {
+    const auto error = refusal([&] { static_cast<void>(factory.createVariation("A", {}, given)); });
+    EXPECT_EQ(error.kind(), ProductSpecError::Kind::typeError);
+    return error.debugDescription();
+  };
+  EXPECT_EQ(missing(), "Missing mandatory property imageUrls");
+  given.imageUrls.emplace();
+  EXPECT_EQ(missing(), "Missing mandatory property name");
+  factory.name = "Lamp";
+  EXPECT_EQ(missing(), "Missing mandatory property price");
+  given.price = Price("EUR", 1, std::nullopt);
+  EXPECT_EQ(factory.createVariation("A", {}, given).price(), *given.price);
+  factory.name = std::nullopt;
+  EXPECT_EQ(missing(), "Missing mandatory property name");
+}
+
+TEST(VariationFactory, GivenValuesComeBeforeItsOwn) {
+  VariationFactory factory{.comparableAttributes = {{{"fabric", "Fabric", "wool"}}},
+                           .details = {{Detail::paragraph("own")}},
+                           .imageUrls = {{"own.png"}},
+                           .inStock = true,
+                           .name = "own name",
+                           .price = Price("EUR", 1, 2.0F),
+                           .rating = Rating(1, 2, 3),
+                           .subtitle = "own subtitle",
+                           .url = "own url"};
+  const VariationFields own{.attributes = {{"size", "S"}},
+                            .comparableAttributes = factory.comparableAttributes,
+                            .details = factory.details,
+                            .imageUrls = {"own.png"},
+                            .inStock = true,
+                            .name = "own name",
+                            .price = Price("EUR", 1, 2.0F),
+                            .rating = Rating(1, 2, 3),
+                            .sku = "A",
+                            .subtitle = "own subtitle",
+                            .url = "own url"};
+  const Variation made = factory.createVariation("A", {{"size", "S"}});
+  EXPECT_EQ(made, Variation(own));
+
+  // What is empty is given all the same.
+  const Variation other = factory.createVariation("B", {},
+                                                  {.comparableAttributes = {{}},
+                                                   .details = {{}},
+                                                   .imageUrls = {{}},
+                                                   .inStock = false,
+                                                   .name = "",
+                                                   .price = Price("CHF", 0, std::nullopt),
+                                                   .rating = Rating(0, 0, std::nullopt),
+                                                   .subtitle = "",
+                                                   .url = ""});
+  EXPECT_EQ(other, Variation({.comparableAttributes = {{}},
+                              .details = {{}},
+                              .price = Price("CHF", 0, std::nullopt),
+                              .rating = Rating(0, 0, std::nullopt),
+                              .sku = "B",
+                              .subtitle = "",
+                              .url = ""}));
+
+  factory.name = "changed";
+  factory.inStock = false;
+  EXPECT_EQ(made, Variation(own));
+  EXPECT_EQ(factory.createVariation("A", {{"size", "S"}}).name(), "changed");
+  EXPECT_TRUE(factory.createVariation("A", {}, {.inStock = true}).inStock());
+}
+
+}  // namespace
+}  // namespace corvane
