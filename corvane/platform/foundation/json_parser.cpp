@@ -9,6 +9,7 @@
 #include <limits>
 #include <new>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "corvane/platform/foundation/json_document.h"
@@ -39,7 +40,9 @@ class PlaceCounter {
   explicit PlaceCounter(const std::vector<std::size_t>& places) : next_(places.begin()), end_(places.end()) {}
 
   bool isNextListed() {
-    const bool isListed = next_ != end_ && *next_ == count_;
+    // Almost always there is no list at all, and nothing to count for.
+    if (next_ == end_) return false;
+    const bool isListed = *next_ == count_;
     if (isListed) ++next_;
     ++count_;
     return isListed;
@@ -50,6 +53,28 @@ class PlaceCounter {
   std::vector<std::size_t>::const_iterator end_;
   std::size_t count_ = 0;
 };
+
+/// Copies the texts of page messages, most of which are a few characters long, without a call for each.
+void copyText(char* to, std::string_view text) {
+  const char* const from = text.data();
+  const std::size_t size = text.size();
+  // The two halves of a fixed size overlap as far as the text is shorter than both.
+  const auto copyHalves = [&]<std::size_t half>(std::integral_constant<std::size_t, half>) {
+    std::memcpy(to, from, half);
+    std::memcpy(to + size - half, from + size - half, half);
+  };
+  if (size > 32) {
+    std::memcpy(to, from, size);
+  } else if (size >= 16) {
+    copyHalves(std::integral_constant<std::size_t, 16>{});
+  } else if (size >= 8) {
+    copyHalves(std::integral_constant<std::size_t, 8>{});
+  } else if (size >= 4) {
+    copyHalves(std::integral_constant<std::size_t, 4>{});
+  } else {
+    for (std::size_t index = 0; index < size; ++index) to[index] = from[index];
+  }
+}
 
 /// Builds one document in a block that is as large as its text can make it. Memory that is never written costs little,
 /// and a second pass would cost more.
@@ -132,7 +157,7 @@ class DocumentBuilder {
             .isWellFormed = !isIllFormed,
             .size = static_cast<std::uint32_t>(text.size()),
             .payload = static_cast<std::uint64_t>(nextText_ - reinterpret_cast<char*>(nextNode_))});
-    std::memcpy(nextText_, text.data(), text.size());
+    copyText(nextText_, text);
     nextText_ += text.size();
     return !isIllFormed;
   }
