@@ -9,14 +9,14 @@
 #include <system_error>
 #include <utility>
 
+#include "corvane/platform/capture/stored_authorization.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
 
 namespace corvane::gtk {
 
 namespace {
-
-bool isInstalled = false;
 
 /// Says no in case of doubt: drawing without a graphics processor works everywhere, emulating one is slow.
 bool hasGraphicsProcessor() {
@@ -43,20 +43,6 @@ class EngineFactory final : public WebEngineFactory {
   std::shared_ptr<EngineContext> context_;
 };
 
-class StatedAuthorization final : public CaptureAuthorization {
- public:
-  [[nodiscard]] AVAuthorizationStatus status(AVMediaType mediaType) const override {
-    return mediaType == AVMediaType::video ? video_ : audio_;
-  }
-  void setStatus(AVMediaType mediaType, AVAuthorizationStatus status) {
-    (mediaType == AVMediaType::video ? video_ : audio_) = status;
-  }
-
- private:
-  AVAuthorizationStatus video_ = AVAuthorizationStatus::notDetermined;
-  AVAuthorizationStatus audio_ = AVAuthorizationStatus::notDetermined;
-};
-
 }  // namespace
 
 struct Backend::Parts {
@@ -64,11 +50,11 @@ struct Backend::Parts {
 
   std::shared_ptr<EngineContext> context;
   EngineFactory factory;
-  StatedAuthorization authorization;
+  StoredAuthorization authorization;
 };
 
 std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOptions options) {
-  if (isInstalled) return std::unexpected("A GTK backend is already installed");
+  if (RunLoop::hasMain()) return std::unexpected("A backend is already installed");
   if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
   // Without a display the toolkit would crash as soon as a web view is made.
   if (gtk_init_check() == FALSE) {
@@ -78,7 +64,6 @@ std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOpt
 }
 
 Backend::Backend(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {
-  isInstalled = true;
   RunLoop::installMain(parts_->context->runLoop.get());
   WebEngineFactory::install(&parts_->factory);
   CaptureAuthorization::install(&parts_->authorization);
@@ -90,11 +75,10 @@ Backend::~Backend() {
   CaptureAuthorization::install(nullptr);
   WebEngineFactory::install(nullptr);
   RunLoop::installMain(nullptr);
-  isInstalled = false;
 }
 
 void Backend::setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) {
-  parts_->authorization.setStatus(mediaType, status);
+  parts_->authorization.set(mediaType, status);
 }
 
 void Backend::setCapturePrompt(CapturePrompt prompt) { parts_->context->capturePrompt = std::move(prompt); }

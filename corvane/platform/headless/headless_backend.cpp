@@ -3,6 +3,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "corvane/platform/capture/stored_authorization.h"
+
 namespace corvane::headless {
 
 namespace {
@@ -15,27 +17,13 @@ class Factory final : public WebEngineFactory {
   }
 };
 
-class Authorization final : public CaptureAuthorization {
- public:
-  AVAuthorizationStatus status(AVMediaType mediaType) const override {
-    return mediaType == AVMediaType::video ? video_ : audio_;
-  }
-  void set(AVMediaType mediaType, AVAuthorizationStatus status) {
-    (mediaType == AVMediaType::video ? video_ : audio_) = status;
-  }
-
- private:
-  AVAuthorizationStatus video_ = AVAuthorizationStatus::notDetermined;
-  AVAuthorizationStatus audio_ = AVAuthorizationStatus::notDetermined;
-};
-
 }  // namespace
 
 class Backend::Services {
  public:
   VirtualRunLoop runLoop;
   Factory factory;
-  Authorization authorization;
+  StoredAuthorization authorization;
 };
 
 std::unique_ptr<Backend> Backend::install() {
