@@ -7,7 +7,7 @@ namespace corvane {
 namespace {
 
 template <class Value>
-std::optional<Value> firstOf(std::optional<Value>&& given, const std::optional<Value>& otherwise) {
+std::optional<Value> firstOf(std::optional<Value> given, const std::optional<Value>& otherwise) {
   return given ? std::move(given) : otherwise;
 }
 
@@ -33,7 +33,7 @@ Variation VariationFactory::createVariation(std::string sku, std::vector<Variati
                     .inStock = values.inStock.value_or(inStock),
                     .name = std::move(givenName),
                     .price = std::move(givenPrice),
-                    .rating = firstOf(std::move(values.rating), rating),
+                    .rating = firstOf(values.rating, rating),
                     .sku = std::move(sku),
                     .subtitle = firstOf(std::move(values.subtitle), subtitle),
                     .url = firstOf(std::move(values.url), url)});

@@ -158,7 +158,7 @@ struct OptionalField {
       try {
         record.*member = JsonCoding<Value>::decode(*value);
       } catch (const DecodingError&) {
-        // The member is left out, and reading goes on.
+        (record.*member).reset();
       }
     }
   }

@@ -21,7 +21,8 @@ using json_detail::NumberForm;
 std::optional<std::int64_t> wholeNumber(double number) noexcept {
   // 2^63 itself is the first double above the range; its negative is still inside.
   constexpr double limit = 0x1p63;
-  if (!(number >= -limit && number < limit) || std::trunc(number) != number) return std::nullopt;
+  const bool isInRange = number >= -limit && number < limit;
+  if (!isInRange || std::trunc(number) != number) return std::nullopt;
   return static_cast<std::int64_t>(number);
 }
 

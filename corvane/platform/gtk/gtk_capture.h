@@ -12,7 +12,7 @@ namespace corvane::gtk {
 
 /// Puts a permission request of the engine to the web view's client. False for kinds of requests that are none of
 /// ours; the engine's own default, a refusal, then holds. A client that is gone refuses.
-[[nodiscard]] bool handlePermissionRequest(WebKitWebView* webView, WebKitPermissionRequest* request,
+[[nodiscard]] bool handlePermissionRequest(WebKitWebView* webView, WebKitPermissionRequest* permission,
                                            const std::shared_ptr<EngineContext>& context,
                                            const std::weak_ptr<WebEngineClient>& client);
 

@@ -17,7 +17,7 @@ namespace corvane::gtk {
 /// Ownership: shared by the backend and its engines, so that an engine that outlives the backend finds everything.
 /// Threads:   main thread only.
 struct EngineContext {
-  explicit EngineContext(const BackendOptions& options);
+  explicit EngineContext(const BackendOptions& chosen);
 
   BackendOptions options;
   std::shared_ptr<GlibRunLoop> runLoop;

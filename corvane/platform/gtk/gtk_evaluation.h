@@ -34,7 +34,7 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
 
  private:
   struct Pending;
-  static void answer(GObject* webView, GAsyncResult* result, gpointer pending) noexcept;
+  static void answer(GObject* webView, GAsyncResult* result, gpointer data) noexcept;
 
   void settleLater(EvaluationCompletion completion, WebError error);
   [[nodiscard]] EvaluationResult finish(WebKitWebView* webView, GAsyncResult* result) const;

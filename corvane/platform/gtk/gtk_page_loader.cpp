@@ -137,8 +137,8 @@ void PageLoader::refuse(const URLRequest& request) {
   tracker_.loadsAbandoned();
   restartTimer();
   webkit_web_view_stop_loading(webView_);
-  LoadFailed failed{LoadPhase::provisional,
-                    {WebError::Kind::cannotLoad, "This is not an address of a page", request.url}};
+  const LoadFailed failed{LoadPhase::provisional,
+                          {WebError::Kind::cannotLoad, "This is not an address of a page", request.url}};
   context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, failed](PageLoader& loader) {
     if (loader.loadNumber_ == number) loader.report(failed);
   }));
