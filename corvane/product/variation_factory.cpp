@@ -8,7 +8,8 @@ namespace {
 
 template <class Value>
 std::optional<Value> firstOf(std::optional<Value> given, const std::optional<Value>& otherwise) {
-  return given ? std::move(given) : otherwise;
+  if (!given) return otherwise;
+  return given;
 }
 
 template <class Value>
