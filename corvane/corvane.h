@@ -3,8 +3,10 @@
 
 #include "corvane/agent_view/region.h"
 #include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/bridge/agent_error.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"
+#include "corvane/bridge/completion.h"
 #include "corvane/bridge/product_cart_status.h"
 #include "corvane/platform/capture/capture_authorization.h"
 #include "corvane/platform/foundation/coding_error.h"

@@ -17,9 +17,20 @@ std::function<void()> VelnorAgentView::Parts::minimizeAnnouncement() {
                     [](VelnorAgentView& alive) { AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{}); });
 }
 
-void VelnorAgentView::Parts::handleCallbackEvent(JsonView /*data*/) {
-  // Nothing is ever asked of the page yet, so that there is no request which an answer could complete.
+void VelnorAgentView::Parts::handleCallbackEvent(JsonView data) { requests->handleCallbackEvent(data); }
+
+bool VelnorAgentView::Parts::hasActiveCall() const { return callState.callSessionStatus == CallSessionStatus::running; }
+
+void VelnorAgentView::Parts::evaluate(std::string_view script, EvaluationCompletion completion) {
+  if (webView != nullptr) webView->evaluateJavaScript(script, std::move(completion));
 }
+
+void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
+  error = scriptError;
+  emitEvent(AgentEvent::Error{});
+}
+
+void VelnorAgentView::Parts::maximize(std::function<void()> completion) { completion(); }
 
 void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
   std::shared_ptr<UIView> alive;

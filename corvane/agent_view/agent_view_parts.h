@@ -7,15 +7,16 @@
 
 #include "corvane/agent_view/call_state.h"
 #include "corvane/agent_view/event_intake.h"
+#include "corvane/agent_view/request_channel.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane {
 
-/// The state behind the public view, and the receiver of its page's messages.
+/// The state behind the public view, the receiver of its page's messages and the host of its requests.
 ///
 /// Ownership: owned by its view, which it refers back to.
-class VelnorAgentView::Parts final : public PageMessageReceiver {
+class VelnorAgentView::Parts final : public PageMessageReceiver, public RequestChannelHost {
  public:
   Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO);
 
@@ -24,6 +25,12 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
   /// The only way of an event out of the framework: to the framework's own handler, then to the host app's. Either
   /// may drop the view's last holder, so nothing of the view may be touched after this.
   void emitEvent(const AgentEvent& event) override;
+
+  [[nodiscard]] bool hasActiveCall() const override;
+  [[nodiscard]] const CartQuantities& cart() const override { return callState.cart; }
+  void evaluate(std::string_view script, EvaluationCompletion completion) override;
+  void scriptDidFail(const WebError& error) override;
+  void maximize(std::function<void()> completion) override;
 
   /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be
   /// shrunk ends the request without a word.
@@ -45,6 +52,8 @@ class VelnorAgentView::Parts final : public PageMessageReceiver {
   bool isLoaded = false;
   std::optional<WebError> error;
   CallState callState;
+  std::shared_ptr<RequestChannel> requests;
+  bool isMinimized = false;
 
  private:
   /// Shared so that a handler may replace itself, and be called without copying what it captured.

@@ -1,14 +1,12 @@
 /// What the agent view knows of the call, kept in step with the page's events.
 #pragma once
 
-#include <cstdint>
-#include <functional>
-#include <map>
 #include <optional>
 #include <string>
 
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"
+#include "corvane/bridge/completion.h"
 
 namespace corvane {
 
@@ -17,7 +15,7 @@ struct CallState {
   /// The customer's language and region, from the start of the call to its end.
   std::optional<std::string> clientLocale;
   /// The customer's cart: quantities by SKU, each at least 1.
-  std::map<std::string, std::int64_t, std::less<>> cart;
+  CartQuantities cart;
 
   /// Follows an event of the page.
   void apply(const AgentEvent& event);

@@ -1,5 +1,8 @@
 #include "corvane/agent_view/script_bridge.h"
 
+#include <algorithm>
+#include <array>
+
 namespace corvane {
 
 namespace {
@@ -37,6 +40,41 @@ constexpr std::string_view poster =
     "        }";
 static_assert(poster.size() == 421);
 
+/// A character that JSON allows as it is, but not every reader of scripts.
+struct Escape {
+  std::string_view character;
+  std::string_view escape;
+};
+constexpr std::array escapes{Escape{"<", "\\u003c"}, Escape{"\u2028", "\\u2028"}, Escape{"\u2029", "\\u2029"}};
+
+/// Where a text holds the next of such characters, looked for from one to the next.
+class NextOf {
+ public:
+  NextOf(std::string_view text, const Escape& escape) : text_(text), escape_(escape) { moveTo(0); }
+  [[nodiscard]] std::size_t place() const { return place_; }
+  [[nodiscard]] const Escape& escape() const { return escape_; }
+  void moveTo(std::size_t from) { place_ = text_.find(escape_.character, from); }
+
+ private:
+  std::string_view text_;
+  const Escape& escape_;
+  std::size_t place_ = 0;
+};
+
+/// Such characters can stand only inside the texts of a JSON text, so that they may be looked for without reading it.
+void appendEscaped(std::string_view json, std::string& to) {
+  std::array next{NextOf(json, escapes[0]), NextOf(json, escapes[1]), NextOf(json, escapes[2])};
+  std::size_t done = 0;
+  while (true) {
+    NextOf& first = *std::ranges::min_element(next, {}, &NextOf::place);
+    to += json.substr(done, first.place() - done);
+    if (first.place() == std::string_view::npos) return;
+    to += first.escape().escape;
+    done = first.place() + first.escape().character.size();
+    first.moveTo(done);
+  }
+}
+
 }  // namespace
 
 std::string messageForwarderScript() {
@@ -46,5 +84,16 @@ std::string messageForwarderScript() {
 }
 
 std::string actionPosterScript() { return std::string(poster); }
+
+std::string postActionScript(std::string_view action) {
+  constexpr std::string_view before = "postAction(";
+  constexpr std::string_view after = ");";
+  std::string script;
+  script.reserve(before.size() + action.size() + after.size());
+  script += before;
+  appendEscaped(action, script);
+  script += after;
+  return script;
+}
 
 }  // namespace corvane

@@ -16,4 +16,8 @@ inline constexpr std::string_view agentEventChannel = "agentEventHandler";
 /// the document has one, else to the document itself.
 [[nodiscard]] std::string actionPosterScript();
 
+/// The script that posts one action, given as JSON text. Whatever the texts in it hold, they stay texts: what ends a
+/// line or a script element in some reader is escaped.
+[[nodiscard]] std::string postActionScript(std::string_view action);
+
 }  // namespace corvane

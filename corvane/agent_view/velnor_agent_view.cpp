@@ -44,6 +44,7 @@ std::shared_ptr<VelnorAgentView> VelnorAgentView::create(Region region, std::str
   auto view =
       std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId), enableSSO);
   MinimizedStore::shared().setAgentView(nullptr);
+  view->parts_->requests = RequestChannel::create(std::shared_ptr<RequestChannelHost>(view, view->parts_.get()));
   view->buildWebView();
   return view;
 }

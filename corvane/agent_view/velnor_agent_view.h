@@ -1,6 +1,7 @@
 /// The view that shows a sales agent the agent tool.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
@@ -8,12 +9,14 @@
 #include "corvane/agent_view/region.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"
+#include "corvane/bridge/completion.h"
 #include "corvane/export.h"
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/web/web_error.h"
 #include "corvane/platform/web/wk_navigation_delegate.h"
 #include "corvane/platform/web/wk_script_message.h"
 #include "corvane/platform/web/wk_ui_delegate.h"
+#include "corvane/product/product.h"
 
 namespace corvane {
 
@@ -64,6 +67,40 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// Replaces the handler. The view's state already follows an event when its handler is called. The handler may be
   /// replaced, and the view dropped, from inside it.
   void setEventHandler(AgentEventHandler handler);
+
+  /// The product and cart operations. Each returns at once and calls its completion exactly once: inside the call where
+  /// the request is refused, else later. Requests wait for each other: the page is asked one at a time, in the order of
+  /// the calls, and has five seconds to answer each (`RequestTimeout` after that). All are refused with `NoActiveCall`
+  /// unless the call is `running`; an error of the page comes as `AgentToolError` with the page's own text. A SKU is
+  /// passed on as it is; the page never sees one that is not valid UTF-8, so that such a request times out. When the
+  /// view ends before an answer has come, the completion is not called.
+
+  /// Shows a product in the call. A product that has no JSON form is refused with `EncodingError`.
+  void addProductToCall(Product product, AgentErrorCompletion completion);
+  /// The SKUs of the products in the call, in the page's order.
+  void getProductsInCall(SkuListCompletion completion);
+  void isProductInCall(std::string sku, BooleanCompletion completion);
+  void removeProductInCall(std::string sku, AgentErrorCompletion completion);
+  void addProductToCart(std::string sku, AgentErrorCompletion completion);
+  void updateProductInCart(std::string sku, std::int64_t quantity, AgentErrorCompletion completion);
+  /// The SKUs in the customer's cart, in the page's order.
+  void getProductsInCart(SkuListCompletion completion);
+  /// The quantities of the cart's SKUs that the page lists, as the page's events have told them so far.
+  void getCartStatus(CartStatusCompletion completion);
+  void isProductInCart(std::string sku, BooleanCompletion completion);
+  void removeProductInCart(std::string sku, AgentErrorCompletion completion);
+  /// Lowers the quantity by one; at 1 the line goes. `SkuNotFound` where the cart has none of it.
+  void decrementProductInCart(std::string sku, AgentErrorCompletion completion);
+
+  /// Hands over the token that the event `RefreshSsoToken` asked for, with the identifier that came with it. Sent in
+  /// every state of the call.
+  void refreshSsoToken(std::string ssoToken, std::string responseId);
+  /// Signs the agent out; only while a call is running, and nothing otherwise.
+  void signOut();
+  /// Grows a minimized view back to its full size, tells the page, and raises `DidMaximize` when the page knows. Does
+  /// nothing for a view that is not minimized.
+  void maximizeView();
+  [[nodiscard]] bool isMinimized() const;
 
   /// Takes in a message of the page; called by the web view.
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;

@@ -11,11 +11,6 @@ namespace corvane {
 
 namespace {
 
-std::optional<std::string_view> findText(JsonView object, std::string_view key) {
-  const auto member = object.find(key);
-  return member ? member->string() : std::nullopt;
-}
-
 std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
   switch (type) {
     using enum WebAgentEventType;
@@ -36,7 +31,7 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
     case productRemovedFromCart:
       return AgentEvent::ProductRemovedFromCart{decodeFromJsonObject<ProductCartStatus>(data).sku};
     case WebAgentEventType::refreshSsoToken: {
-      const auto responseId = findText(data, "responseId");
+      const auto responseId = data.findString("responseId");
       if (!responseId) return std::nullopt;
       return AgentEvent::RefreshSsoToken{std::string(*responseId)};
     }

@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "corvane/agent_view/script_bridge.h"
+#include "corvane/bridge/web_agent_event_type.h"
+#include "corvane/platform/foundation/json_writer.h"
 #include "corvane/platform/foundation/match.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
@@ -49,6 +51,21 @@ bool hasForwarder(const headless::HeadlessWebEngine& engine) {
   return hasScript && hasChannel;
 }
 
+std::string answerText(std::string_view eventType, std::string_view id, const ActionOutcome& outcome) {
+  JsonWriter writer;
+  writer.beginObject();
+  writer.key("_id");
+  writer.text(id);
+  if (outcome.error) {
+    writer.key("error");
+    writer.text(*outcome.error);
+  }
+  writer.endObject();
+  std::string data = writer.take();
+  if (outcome.result) data.replace(data.size() - 1, 1, ",\"result\":" + *outcome.result + "}");
+  return R"({"eventType":")" + std::string(eventType) + std::string(answerSuffix) + R"(","data":)" + data + "}";
+}
+
 }  // namespace
 
 std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared_ptr<UIView>& view) {
@@ -58,6 +75,10 @@ std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared
     engine->setLoadObserver(whileAlive(std::weak_ptr(page), [](SimulatedAgentTool& alive, const URLRequest& request) {
       alive.beginLoad(request.url);
     }));
+    engine->setEvaluator([weak = std::weak_ptr(page)](std::string_view script) -> EvaluationResult {
+      const auto alive = weak.lock();
+      return alive == nullptr ? EvaluationResult(JsonValue()) : alive->evaluate(script);
+    });
   }
   return page;
 }
@@ -69,6 +90,9 @@ headless::HeadlessWebEngine* SimulatedAgentTool::engine() const {
 
 void SimulatedAgentTool::beginLoad(std::string_view url) {
   const unsigned load = ++load_;
+  receivedActions_.clear();
+  shop_ = {};
+  heldAnswer_.reset();
   const bool isTour = url.ends_with("#tour");
   // The plan may replace itself, and even load something else.
   const LoadPlan plan = loadPlan_;
@@ -103,6 +127,84 @@ void SimulatedAgentTool::runTourFrom(unsigned load, std::size_t step) {
                              self.postText(tour[step]);
                              self.runTourFrom(load, step + 1);
                            }));
+}
+
+EvaluationResult SimulatedAgentTool::evaluate(std::string_view script) {
+  constexpr std::string_view before = "postAction(";
+  constexpr std::string_view after = ");";
+  if (!script.starts_with(before) || !script.ends_with(after)) return JsonValue();
+  if (std::holds_alternative<PageTrouble::HasNoPostAction>(trouble_)) {
+    return std::unexpected(WebError{.kind = WebError::Kind::scriptFailed,
+                                    .description = "TypeError: postAction is not a function",
+                                    .failingUrl = {}});
+  }
+  script.remove_prefix(before.size());
+  script.remove_suffix(after.size());
+  // As a window message, an action arrives after the script that posted it.
+  RunLoop::main().post(
+      whileAlive(weak_from_this(), [load = load_, action = std::string(script)](SimulatedAgentTool& self) {
+        if (load == self.load_) self.receiveAction(action);
+      }));
+  return JsonValue();
+}
+
+void SimulatedAgentTool::receiveAction(const std::string& action) {
+  receivedActions_.push_back(action);
+  if (std::holds_alternative<PageTrouble::ThrowsInHandler>(trouble_)) return;
+  const auto message = JsonValue::parse(action);
+  if (!message) return;
+  const std::string_view eventType = message->findString("eventType").value_or("");
+  const JsonView data = message->find("data").value_or(JsonView());
+  const auto outcome = shop_.perform(eventType, data);
+  if (!outcome) return;
+  const auto self = shared_from_this();  // whoever gets an event may drop this page
+  for (const std::string& event : outcome->events) postText(event);
+  answer(eventType, data.findString("_id").value_or(""), *outcome);
+}
+
+void SimulatedAgentTool::answer(std::string_view eventType, std::string_view id, const ActionOutcome& outcome) {
+  using Trouble = PageTrouble;
+  // Handlers that are called on the way may choose another trouble.
+  const Trouble::Value trouble = trouble_;
+  match(
+      trouble, [&](const Trouble::None&) { postText(answerText(eventType, id, outcome)); },
+      [&](const Trouble::AnswersLate& late) {
+        RunLoop::main().schedule(
+            late.delay, whileAlive(weak_from_this(),
+                                   [load = load_, text = answerText(eventType, id, outcome)](SimulatedAgentTool& self) {
+                                     if (load == self.load_) self.postText(text);
+                                   }));
+      },
+      [](const Trouble::NeverAnswers&) {},
+      [&](const Trouble::AnswersTwice&) {
+        const std::string text = answerText(eventType, id, outcome);
+        postText(text);
+        postText(text);
+      },
+      [&](const Trouble::AnswersUnknownIdentifier&) {
+        postText(answerText(eventType, "00000000-0000-4000-8000-000000000000", outcome));
+      },
+      [&](const Trouble::AnswersWithError& failure) {
+        postText(answerText(eventType, id, {.events = {}, .error = failure.text, .result = {}}));
+      },
+      [&](const Trouble::AnswersWithWrongType&) {
+        postText(answerText(eventType, id, {.events = {}, .error = {}, .result = R"({"is":["something else"]})"}));
+      },
+      [&](const Trouble::AnswersInReverseOrder&) {
+        std::string text = answerText(eventType, id, outcome);
+        if (!heldAnswer_) {
+          heldAnswer_ = std::move(text);
+          return;
+        }
+        const std::string held = *std::exchange(heldAnswer_, std::nullopt);
+        postText(text);
+        postText(held);
+      },
+      [](const Trouble::ThrowsInHandler&) {}, [](const Trouble::HasNoPostAction&) {});
+}
+
+void SimulatedAgentTool::postCallStatus(CallSessionStatus status) {
+  postText(std::string(R"({"eventType":"SDK_CALL_STATUS","data":{"status":")").append(rawValue(status)).append("\"}}"));
 }
 
 void SimulatedAgentTool::postText(std::string_view text, Origin origin) {

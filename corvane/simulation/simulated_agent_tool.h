@@ -5,14 +5,20 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <variant>
+#include <vector>
 
+#include "corvane/bridge/call_session_status.h"
 #include "corvane/export.h"
 #include "corvane/platform/foundation/json_value.h"
 #include "corvane/platform/headless/headless_web_engine.h"
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/web/web_error.h"
+#include "corvane/simulation/page_trouble.h"
+#include "corvane/simulation/simulated_shop.h"
 
 namespace corvane::simulation {
 
@@ -22,6 +28,9 @@ namespace corvane::simulation {
 /// messages, through what the injected forwarder does: only those from the page's own origin arrive, text is read as
 /// JSON, and text that is no JSON is dropped. An address with the fragment "#tour" makes the page run through a whole
 /// call by itself, one message every `tourStep`.
+///
+/// Actions of the host app are answered for real, from the products in the call and the cart that the page keeps until
+/// the next load; `setTrouble` makes the answers go wrong.
 ///
 /// Ownership: whoever made it; it refers to the view weakly, and does nothing once the view has ended.
 /// Threads:   main thread only.
@@ -48,6 +57,14 @@ class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_t
 
   void setLoadPlan(LoadPlan plan) { loadPlan_ = std::move(plan); }
 
+  /// Holds until it is set again, over loads, too.
+  void setTrouble(PageTrouble::Value trouble) { trouble_ = std::move(trouble); }
+  /// The actions that the page has got since the last load, as JSON texts.
+  [[nodiscard]] const std::vector<std::string>& receivedActions() const { return receivedActions_; }
+  [[nodiscard]] const SimulatedShop& shop() const { return shop_; }
+
+  /// The call moves on, and the host is told.
+  void postCallStatus(CallSessionStatus status);
   /// Posts a window message whose data is a text.
   void postText(std::string_view text, Origin origin = Origin::ofThePage);
   /// Posts a window message whose data is a value, given as JSON text.
@@ -60,6 +77,9 @@ class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_t
   void beginLoad(std::string_view url);
   void endLoad(unsigned load, const LoadOutcome& outcome, bool isTour);
   void runTourFrom(unsigned load, std::size_t step);
+  EvaluationResult evaluate(std::string_view script);
+  void receiveAction(const std::string& action);
+  void answer(std::string_view eventType, std::string_view id, const ActionOutcome& outcome);
 
   std::weak_ptr<UIView> view_;
   LoadPlan loadPlan_;
@@ -67,6 +87,11 @@ class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_t
   bool hasForwarder_ = false;
   /// Counts the loads, so that what belongs to an earlier one is recognised.
   unsigned load_ = 0;
+  PageTrouble::Value trouble_;
+  std::vector<std::string> receivedActions_;
+  SimulatedShop shop_;
+  /// The answer that waits to come after the next one.
+  std::optional<std::string> heldAnswer_;
 };
 
 }  // namespace corvane::simulation

@@ -84,6 +84,11 @@ class CORVANE_EXPORT JsonView {
   /// The member of an object under a key; none where there is no such member or this is no object. Where a key
   /// occurs twice the last one counts, as in the page's own script engine.
   [[nodiscard]] std::optional<JsonView> find(std::string_view key) const noexcept;
+  /// The text of a member; none where there is no such member or it is something else.
+  [[nodiscard]] std::optional<std::string_view> findString(std::string_view key) const noexcept {
+    const auto member = find(key);
+    return member ? member->string() : std::nullopt;
+  }
   /// The elements of an array in order; none for any other value.
   [[nodiscard]] Elements elements() const noexcept;
   /// The members of an object in order; none for any other value.

@@ -1,0 +1,150 @@
+#include "corvane/agent_view/request_channel.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "corvane/agent_view/script_bridge.h"
+#include "corvane/bridge/callback.h"
+#include "corvane/bridge/event_message.h"
+#include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/while_alive.h"
+
+namespace corvane {
+
+namespace {
+
+std::optional<Callback> readCallback(JsonView data) {
+  try {
+    return decodeFromJsonObject<Callback>(data);
+  } catch (const DecodingError&) {
+    return std::nullopt;
+  } catch (JsonError) {
+    return std::nullopt;
+  }
+}
+
+}  // namespace
+
+std::shared_ptr<RequestChannel> RequestChannel::create(std::weak_ptr<RequestChannelHost> host) {
+  return std::make_shared<RequestChannel>(ConstructionKey{}, std::move(host));
+}
+
+RequestChannel::RequestChannel(ConstructionKey /*key*/, std::weak_ptr<RequestChannelHost> host)
+    : host_(std::move(host)) {}
+
+void RequestChannel::submit(std::shared_ptr<Actionable> record) {
+  if (canSend(*record)) send(std::move(record));
+}
+
+bool RequestChannel::canSend(Actionable& record) const {
+  const auto host = host_.lock();
+  if (host == nullptr) return false;
+  if (record.requiresActiveCall() && !host->hasActiveCall()) {
+    record.fail(AgentError::NoActiveCall{});
+    return false;
+  }
+  // Only a product may be in a state that has no JSON form.
+  if (record.action() == Action::addProductToCall) {
+    try {
+      static_cast<void>(record.encode());
+    } catch (const EncodingError& error) {
+      record.fail(AgentError::EncodingError{error.debugDescription()});
+      return false;
+    } catch (const std::exception& error) {
+      record.fail(AgentError::EncodingError{error.what()});
+      return false;
+    }
+  }
+  return true;
+}
+
+void RequestChannel::send(std::shared_ptr<Actionable> record) {
+  auto host = host_.lock();
+  if (host == nullptr) return;
+  if (!record->callbackId()) return postOrMaximize(*host, std::move(record));
+  auto line = line_.lock();
+  if (line == nullptr) line_ = line = std::make_shared<Line>();
+  line->waiting.push_back(std::move(record));
+  line->host = std::move(host);
+  if (!isSlotTaken_) takeSlot(std::move(line));
+}
+
+void RequestChannel::takeSlot(std::shared_ptr<Line> line) {
+  isSlotTaken_ = true;
+  RunLoop::main().post(
+      whileAlive(weak_from_this(), [line = std::move(line)](RequestChannel& self) { self.admitNext(line); }));
+}
+
+void RequestChannel::admitNext(const std::shared_ptr<Line>& line) {
+  const auto host = line->host;
+  const auto record = std::move(line->waiting.front());
+  line->waiting.pop_front();
+  if (line->waiting.empty()) line->host.reset();
+  sentCallbackActions_.push_back(record);
+  RunLoop::main().schedule(answerLimit,
+                           whileAlive(weak_from_this(), [line, sent = std::weak_ptr(record)](RequestChannel& self) {
+                             if (const auto pending = sent.lock()) self.timeOut(*pending);
+                           }));
+  postOrMaximize(*host, record);
+}
+
+void RequestChannel::postOrMaximize(RequestChannelHost& host, std::shared_ptr<Actionable> record) {
+  if (record->action() != Action::maximize) return post(*record);
+  // A window that grows back does so before the page hears of it.
+  host.maximize(
+      whileAlive(weak_from_this(), [record = std::move(record)](RequestChannel& self) { self.post(*record); }));
+}
+
+void RequestChannel::post(const Actionable& record) {
+  const std::string text = record.toJsonString().value_or("{}");
+  if (const auto host = host_.lock()) {
+    host->evaluate(
+        postActionScript(text),
+        whileAlive(weak_from_this(), [action = record.action()](RequestChannel& self, const EvaluationResult& result) {
+          self.didEvaluate(action, result);
+        }));
+  }
+}
+
+void RequestChannel::didEvaluate(Action action, const EvaluationResult& result) {
+  const auto host = host_.lock();
+  if (host == nullptr) return;
+  if (!result) return host->scriptDidFail(result.error());
+  if (action == Action::maximize) host->emitEvent(AgentEvent::DidMaximize{});
+}
+
+void RequestChannel::handleCallbackEvent(JsonView data) {
+  const auto callback = readCallback(data);
+  if (!callback) return;
+  const auto record = findSentCallbackAction(callback->_id);
+  const auto host = host_.lock();
+  if (record == nullptr || host == nullptr) return;
+  const auto self = shared_from_this();  // the completion may drop the view
+  std::optional<AgentError> error;
+  if (callback->error) error = AgentError::AgentToolError{*callback->error};
+  record->handleCallback(data, std::move(error), host->cart());
+  removeSentCallbackAction(callback->_id);
+}
+
+void RequestChannel::timeOut(const Actionable& record) {
+  const auto removed = removeSentCallbackAction(*record.callbackId());
+  if (removed != nullptr) removed->fail(AgentError::RequestTimeout{});
+}
+
+std::shared_ptr<Actionable> RequestChannel::findSentCallbackAction(std::string_view id) const {
+  const auto found =
+      std::ranges::find_if(sentCallbackActions_, [id](const auto& sent) { return sent->callbackId() == id; });
+  return found == sentCallbackActions_.end() ? nullptr : *found;
+}
+
+std::shared_ptr<Actionable> RequestChannel::removeSentCallbackAction(std::string_view id) {
+  auto removed = findSentCallbackAction(id);
+  if (removed == nullptr) return nullptr;
+  std::erase(sentCallbackActions_, removed);
+  isSlotTaken_ = false;
+  if (auto line = line_.lock(); line != nullptr && !line->waiting.empty()) takeSlot(std::move(line));
+  return removed;
+}
+
+}  // namespace corvane

@@ -1,0 +1,120 @@
+#include "corvane/simulation/simulated_shop.h"
+
+#include <algorithm>
+
+#include "corvane/bridge/action.h"
+#include "corvane/bridge/product_cart_status_coding.h"
+#include "corvane/bridge/web_agent_event_type.h"
+#include "corvane/platform/foundation/json_coder.h"
+
+namespace corvane::simulation {
+
+namespace {
+
+template <class Value>
+std::string jsonText(const Value& value) {
+  JsonWriter writer;
+  JsonCoding<Value>::encode(value, writer);
+  return writer.take();
+}
+
+std::string eventText(WebAgentEventType type, const ProductCartStatus& data) {
+  JsonWriter writer;
+  writer.beginObject();
+  json_detail::encodeMember("eventType", type, writer);
+  json_detail::encodeMember("data", data, writer);
+  writer.endObject();
+  return writer.take();
+}
+
+ActionOutcome answerWith(std::string result) { return {.events = {}, .error = {}, .result = std::move(result)}; }
+
+ActionOutcome refusal(std::string_view what, std::string_view sku) {
+  return {.events = {}, .error = std::string(what) + " \"" + std::string(sku) + "\"", .result = {}};
+}
+
+}  // namespace
+
+std::optional<ActionOutcome> SimulatedShop::perform(std::string_view eventType, JsonView data) {
+  const auto action = fromRawValue<Action>(eventType);
+  if (!action) return std::nullopt;
+  const std::string_view sku = data.findString("sku").value_or("");
+  switch (*action) {
+    using enum Action;
+    case Action::addProductToCall:
+      return this->addProductToCall(data.find("data").value_or(JsonView()));
+    case getProductsInCall:
+      return answerWith(jsonText(skusInCall_));
+    case isProductInCall:
+      return answerWith(jsonText(isInCall(sku)));
+    case removeProductInCall:
+      return removeFromCall(sku);
+    case addProductToCart:
+      return setQuantity(sku, quantityOf(sku) + 1);
+    case updateProductInCart:
+      return setQuantity(sku, data.find("quantity").value_or(JsonView()).integer().value_or(0));
+    case getProductsInCart:
+      return answerWith(jsonText(skusInCart()));
+    case isProductInCart:
+      return answerWith(jsonText(cart_.contains(sku)));
+    case removeProductInCart:
+      return removeFromCart(sku);
+    case maximize:
+    case refreshSsoToken:
+    case ssoLogout:
+      return std::nullopt;
+  }
+  return std::nullopt;
+}
+
+ActionOutcome SimulatedShop::addProductToCall(JsonView product) {
+  const auto inner = product.find("product").value_or(JsonView());
+  for (const JsonView variation : inner.find("variations").value_or(JsonView()).elements()) {
+    const std::string_view sku = variation.findString("sku").value_or("");
+    if (!isInCall(sku)) skusInCall_.emplace_back(sku);
+  }
+  return {};
+}
+
+ActionOutcome SimulatedShop::removeFromCall(std::string_view sku) {
+  if (std::erase(skusInCall_, sku) == 0) return refusal("The call has no product", sku);
+  return {};
+}
+
+ActionOutcome SimulatedShop::setQuantity(std::string_view sku, std::int64_t quantity) {
+  if (quantity < 1) {
+    if (const auto line = cart_.find(sku); line != cart_.end()) cart_.erase(line);
+  } else {
+    cart_.insert_or_assign(std::string(sku), quantity);
+  }
+  return {.events = {eventText(WebAgentEventType::productUpdateInCart,
+                               {.sku = std::string(sku), .quantity = std::max<std::int64_t>(quantity, 0)})},
+          .error = {},
+          .result = {}};
+}
+
+ActionOutcome SimulatedShop::removeFromCart(std::string_view sku) {
+  const auto line = cart_.find(sku);
+  if (line == cart_.end()) return refusal("The cart has no product", sku);
+  cart_.erase(line);
+  return {.events = {eventText(WebAgentEventType::productRemovedFromCart, {.sku = std::string(sku), .quantity = 0})},
+          .error = {},
+          .result = {}};
+}
+
+std::vector<std::string> SimulatedShop::skusInCart() const {
+  std::vector<std::string> skus;
+  for (const auto& [sku, quantity] : cart_) skus.push_back(sku);
+  return skus;
+}
+
+bool SimulatedShop::isInCall(std::string_view sku) const {
+  return std::ranges::find(skusInCall_, sku) != skusInCall_.end();
+}
+
+std::int64_t SimulatedShop::quantityOf(std::string_view sku) const {
+  const auto line = cart_.find(sku);
+  return line == cart_.end() ? 0 : line->second;
+}
+
+}  // namespace corvane::simulation

@@ -1,0 +1,166 @@
+#include "corvane/bridge/action_records.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <vector>
+
+#include "corvane/agent_view/script_bridge.h"
+#include "corvane/bridge/callback.h"
+#include "corvane/bridge/event_message.h"
+#include "tests/support/product_samples.h"
+
+namespace corvane {
+namespace {
+
+using Json = nlohmann::json;
+using Answer = std::string;
+
+JsonValue parse(std::string_view text) { return JsonValue::parse(text).value(); }
+
+std::string describe(const std::optional<AgentError>& error) {
+  return error ? std::string("error ") + error->what() : "success";
+}
+template <class Value>
+std::string describe(const AgentResult<Value>& result) {
+  if (!result) return describe(result.error());
+  return *result ? Json(**result).dump() : "nothing";
+}
+
+/// A record of each kind whose completion notes what it is called with.
+class ActionRecords : public testing::Test {
+ protected:
+  template <class Outcome>
+  auto noting() {
+    return [this](Outcome outcome) { outcomes_.push_back(describe(outcome)); };
+  }
+  std::unique_ptr<Actionable> skuRecord(Action action, std::optional<std::int64_t> quantity = {}) {
+    return std::make_unique<SkuAction>(SkuData{"id", "S", quantity}, noting<std::optional<AgentError>>(), action);
+  }
+  std::unique_ptr<Actionable> question() {
+    return std::make_unique<SkuBoolResponseAction>(SkuData{"id", "S", {}}, noting<AgentResult<bool>>(),
+                                                   Action::isProductInCart);
+  }
+  std::unique_ptr<Actionable> list() {
+    return std::make_unique<GetProductAction>(RequestId{"id"}, noting<AgentResult<std::vector<std::string>>>(),
+                                              Action::getProductsInCall);
+  }
+  std::unique_ptr<Actionable> cartStatus() {
+    return std::make_unique<GetCartStatusAction>(RequestId{"id"}, noting<AgentResult<CartQuantities>>(),
+                                                 Action::getProductsInCart);
+  }
+  std::string outcomeOf(std::unique_ptr<Actionable> record, std::string_view data,
+                        std::optional<AgentError> error = {}) {
+    outcomes_.clear();
+    const JsonValue value = parse(data);
+    record->handleCallback(value, error, {{"A", 2}, {"C", 1}, {"Ä", 4}});
+    record->handleCallback(value, std::move(error), {});
+    return outcomes_.size() == 1 ? outcomes_.front() : "not called exactly once";
+  }
+
+  std::vector<std::string> outcomes_;
+};
+
+TEST_F(ActionRecords, HaveTheShapesThatThePageReads) {
+  const auto textOf = [](const Actionable& record) { return Json::parse(record.toJsonString().value()); };
+  EXPECT_EQ(textOf(VoidAction(Action::maximize)), Json::parse(R"({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"})"));
+  EXPECT_EQ(textOf(SSOAction({.data = {"t", "r"}})),
+            Json::parse(R"({"eventType":"SDK_INTERNAL_REFRESH_SSO_TOKEN","data":{"idToken":"t","responseId":"r"}})"));
+  EXPECT_EQ(textOf(*list()), Json::parse(R"({"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CALL","data":{"_id":"id"}})"));
+  EXPECT_EQ(textOf(*skuRecord(Action::addProductToCart)),
+            Json::parse(R"({"eventType":"SDK_INTERNAL_ADD_PRODUCT_TO_CART","data":{"_id":"id","sku":"S"}})"));
+  EXPECT_EQ(
+      textOf(*skuRecord(Action::updateProductInCart, 0)),
+      Json::parse(R"({"eventType":"SDK_INTERNAL_UPDATE_PRODUCT_IN_CART","data":{"_id":"id","sku":"S","quantity":0}})"));
+  const Product product = Product(shirtFields());
+  const AddProductAction addition({product, "id"}, {}, Action::addProductToCall);
+  EXPECT_EQ(textOf(addition), (Json{{"eventType", "SDK_INTERNAL_ADD_PRODUCT_TO_CALL"},
+                                    {"data", {{"_id", "id"}, {"data", Json::parse(encodeJson(product))}}}}));
+  EXPECT_EQ(textOf(addition), textOf(addition));
+}
+
+TEST_F(ActionRecords, OnlyMaximizingAndTheTokenGoWithoutACall) {
+  for (const Action action : allCases<Action>()) {
+    EXPECT_EQ(VoidAction(action).requiresActiveCall(), action != Action::maximize);
+    EXPECT_EQ(skuRecord(action)->requiresActiveCall(), action != Action::maximize);
+    EXPECT_EQ(skuRecord(action)->action(), action);
+  }
+  EXPECT_FALSE(SSOAction({}).requiresActiveCall());
+  EXPECT_FALSE(SSOAction({}).callbackId() || VoidAction(Action::ssoLogout).callbackId());
+  EXPECT_EQ(SSOAction({.callbackId = "x"}).callbackId(), "x");
+  EXPECT_EQ(list()->callbackId(), "id");
+  EXPECT_FALSE(fromRawValue<Action>("sdk_internal_logout") || fromRawValue<Action>("SDK_INTERNAL_SSO_LOGOUT"));
+  EXPECT_EQ(fromRawValue<Action>("SDK_INTERNAL_LOGOUT"), Action::ssoLogout);
+}
+
+TEST_F(ActionRecords, TextThatIsNotUtf8HasNoJsonText) {
+  EXPECT_EQ(SkuAction({"id", "\xFF", {}}, {}, Action::addProductToCart).toJsonString(), std::nullopt);
+}
+
+TEST_F(ActionRecords, ReadTheirAnswersAndTakeNothingElseForOne) {
+  const std::vector<std::string_view> wrong{"{}",
+                                            R"({"result":null})",
+                                            R"({"result":{"0":"A"}})",
+                                            R"({"result":1})",
+                                            R"({"result":"true"})",
+                                            R"({"result":["A",1]})",
+                                            R"({"result":["A",null]})",
+                                            R"({"Result":true})"};
+  for (const std::string_view data : wrong) {
+    EXPECT_EQ(outcomeOf(question(), data), "nothing") << data;
+    EXPECT_EQ(outcomeOf(list(), data), "nothing") << data;
+    EXPECT_EQ(outcomeOf(cartStatus(), data), "nothing") << data;
+    EXPECT_EQ(outcomeOf(skuRecord(Action::addProductToCart), data), "success") << data;
+  }
+  EXPECT_EQ(outcomeOf(question(), R"({"result":true})"), "true");
+  EXPECT_EQ(outcomeOf(question(), R"({"result":false})"), "false");
+  EXPECT_EQ(outcomeOf(question(), R"({"result":["A"]})"), "nothing");
+  EXPECT_EQ(outcomeOf(list(), R"({"result":["B","A","B"]})"), R"(["B","A","B"])");
+  EXPECT_EQ(outcomeOf(list(), R"({"result":[]})"), "[]");
+  EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":["B","A","a"]})"), R"({"A":2})");
+  EXPECT_EQ(outcomeOf(cartStatus(), "{\"result\":[\"A\u0308\"]}"), "{}") << "compared letter by letter";
+  EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":[]})"), "{}");
+}
+
+TEST_F(ActionRecords, AnErrorWinsOverWhateverTheAnswerHolds) {
+  const AgentError error = AgentError::AgentToolError{"no"};
+  EXPECT_EQ(outcomeOf(question(), R"({"result":true})", error), "error no");
+  EXPECT_EQ(outcomeOf(list(), R"({"result":["A"]})", error), "error no");
+  EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":["A"]})", error), "error no");
+  EXPECT_EQ(outcomeOf(skuRecord(Action::addProductToCart), "{}", error), "error no");
+  SkuAction({"id", "S", {}}, nullptr, Action::addProductToCart).fail(AgentError::SkuNotFound{});  // empty completions
+}
+
+TEST(AgentErrorTest, ErrorsAreEqualCaseByCaseAndLetterByLetter) {
+  using Error = AgentError;
+  EXPECT_EQ(Error(Error::RequestTimeout{}), Error(Error::RequestTimeout{}));
+  EXPECT_NE(Error(Error::NoActiveCall{}), Error(Error::SkuNotFound{}));
+  EXPECT_EQ(Error(Error::AgentToolError{"x"}), Error(Error::AgentToolError{"x"}));
+  EXPECT_NE(Error(Error::AgentToolError{"x"}), Error(Error::AgentToolError{"X"}));
+  EXPECT_NE(Error(Error::AgentToolError{"x"}), Error(Error::EncodingError{"x"}));
+}
+
+TEST(CallbackTest, NeedsAnIdentifierAndTakesAnErrorTextOrNone) {
+  const auto read = [](std::string_view text) { return decodeFromJsonObject<Callback>(parse(text)); };
+  EXPECT_EQ(read(R"({"_id":"1","result":7})"), (Callback{._id = "1"}));
+  EXPECT_EQ(read(R"({"_id":"1","error":null})"), (Callback{._id = "1"}));
+  EXPECT_EQ(read(R"({"_id":"1","error":""})"), (Callback{._id = "1", .error = ""}));
+  for (const std::string_view text :
+       {"{}", R"({"_id":1})", R"({"_id":null})", R"({"id":"1"})", R"({"_id":"1","error":{}})"}) {
+    EXPECT_THROW(read(text), DecodingError) << text;
+  }
+  EXPECT_THROW(read(R"({"_id":"1","result":"\ud800"})"), JsonError);
+}
+
+TEST(PostActionScript, EscapesWhatAScriptCouldEndAtAndNothingElse) {
+  EXPECT_EQ(postActionScript(R"({"sku":"1"})"), R"(postAction({"sku":"1"});)");
+  EXPECT_EQ(postActionScript("\"</script><!--\u2028\u2029\u2027\u20AC\xC3\xA9\""),
+            R"(postAction("\u003c/script>\u003c!--\u2028\u2029)"
+            "\u2027\u20AC\xC3\xA9\");");
+  EXPECT_EQ(postActionScript("<\xE2"), "postAction(\\u003c\xE2);");
+}
+
+}  // namespace
+}  // namespace corvane
