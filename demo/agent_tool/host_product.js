@@ -12,9 +12,25 @@ function centsOf(price) {
   return Number.isFinite(price?.current) ? Math.round(price.current * 100) : null;
 }
 
-function productOf(variation, { product, currency }) {
+function listOf(value) {
+  return Array.isArray(value) ? value.filter(isObject) : [];
+}
+
+// The options that the variation takes, by the names that customers read.
+function optionsText(variation, product) {
+  return listOf(variation.attributes)
+    .map(({ id, option }) => {
+      const definition = listOf(product.attributes).find((candidate) => candidate.id === id);
+      const named = listOf(definition?.options).find((candidate) => candidate.id === option);
+      return firstText(named?.name, option);
+    })
+    .filter((text) => text !== undefined)
+    .join(", ");
+}
+
+function articleOf(variation, { product, currency }) {
   const { sku, name, subtitle, price, imageUrls, inStock } = variation;
-  const about = firstText(subtitle, product.brandName, sku) ?? "";
+  const about = firstText(optionsText(variation, product), subtitle, product.brandName, sku) ?? "";
   return Object.freeze({
     sku,
     name: firstText(name, product.name, sku) ?? "",
@@ -36,7 +52,7 @@ export function articlesOf(content) {
   if (!variations.every((variation) => isObject(variation) && typeof variation.sku === "string")) {
     throw new Refusal("A variation of the product has no SKU");
   }
-  return variations.map((variation) => productOf(variation, content));
+  return variations.map((variation) => articleOf(variation, content));
 }
 
 export function ownSkuOf(content) {
