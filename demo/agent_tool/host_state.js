@@ -10,7 +10,6 @@ export function endOfToken(token) {
 export class HostState {
   signIn = "unknown";
   tokenEnd = "";
-  responseId = "";
   minimized = false;
   #changed;
 
@@ -28,18 +27,16 @@ export class HostState {
     this.#changed();
   }
 
-  tokenCame({ idToken, responseId }) {
+  tokenCame({ idToken }) {
     if (typeof idToken !== "string") return;
     this.signIn = "in";
     this.tokenEnd = endOfToken(idToken);
-    this.responseId = typeof responseId === "string" ? responseId : "";
     this.#changed();
   }
 
   signedOut() {
     this.signIn = "out";
     this.tokenEnd = "";
-    this.responseId = "";
     this.#changed();
   }
 }

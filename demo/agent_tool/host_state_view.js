@@ -1,13 +1,8 @@
-import { shortened } from "./shortened.js";
-
-const mostCharacters = 24;
-
 const signIn = document.querySelector("#sign-in-state");
 const size = document.querySelector("#size-state");
 
 const signInTexts = {
-  in: ({ tokenEnd, responseId }) =>
-    `Signed in · token ${tokenEnd}${responseId && ` · ${shortened(responseId, mostCharacters)}`}`,
+  in: ({ tokenEnd }) => `Signed in · token ${tokenEnd}`,
   out: () => "Signed out",
   unknown: () => "No token yet",
 };

@@ -53,8 +53,8 @@ export function fieldsAreUsable({ kind, milliseconds }) {
 }
 
 export function showTrouble(trouble) {
-  const left = trouble.count === undefined ? "" : ` · ${trouble.count} left`;
-  current.textContent = names[trouble.kind](trouble) + left;
+  const left = trouble.count === undefined ? "" : `${trouble.count} × `;
+  current.textContent = left + names[trouble.kind](trouble);
   section.dataset.active = trouble.kind !== TroubleKind.none;
   for (const button of buttons) button.setAttribute("aria-pressed", means(button, trouble));
 }
