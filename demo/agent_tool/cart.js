@@ -16,13 +16,24 @@ export class Cart {
     return this.lines.reduce((sum, { quantity }) => sum + quantity, 0);
   }
 
-  // Returns the quantity the line ends up with; 0 means the line is gone.
-  add(sku, difference) {
-    const before = this.#quantities.get(sku) ?? 0;
-    const quantity = Math.min(Math.max(before + difference, 0), largestQuantity);
-    if (quantity === 0) this.#quantities.delete(sku);
+  quantityOf(sku) {
+    return this.#quantities.get(sku) ?? 0;
+  }
+
+  // A quantity below 1 takes the line away.
+  set(sku, quantity) {
+    if (quantity < 1) this.#quantities.delete(sku);
     else this.#quantities.set(sku, quantity);
     this.#changed();
+  }
+
+  // Returns the quantity the line ends up with; 0 means the line is gone. The
+  // limit is for the agent's fingers: what the host has set may be above it.
+  add(sku, difference) {
+    const before = this.quantityOf(sku);
+    const most = Math.max(largestQuantity, before);
+    const quantity = Math.min(Math.max(before + difference, 0), most);
+    this.set(sku, quantity);
     return quantity;
   }
 

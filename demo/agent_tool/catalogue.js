@@ -47,12 +47,4 @@ export const products = Object.freeze([
       detail: "M8 31h32M20 21l4-3M23 24l4-2",
     },
   },
-].map(Object.freeze));
-
-export function productBySku(sku) {
-  return products.find((product) => product.sku === sku);
-}
-
-export function formatPrice(cents, locale) {
-  return new Intl.NumberFormat(locale, { style: "currency", currency: "CHF" }).format(cents / 100);
-}
+].map((product) => Object.freeze({ ...product, currency: "CHF" })));

@@ -1,21 +1,27 @@
 import { listenForActions } from "./action_listener.js";
+import { CallProducts } from "./call_products.js";
 import { CallState } from "./call_state.js";
 import { fillStatusSelect, selectedStatus, showCall } from "./call_view.js";
 import { Cart } from "./cart.js";
-import { products } from "./catalogue.js";
-import { logPosted, logReceived } from "./message_log.js";
+import { HostActions } from "./host_actions.js";
+import { HostState } from "./host_state.js";
+import { showHostState } from "./host_state_view.js";
+import { logKeptBack, logPosted, logReceived } from "./message_log.js";
 import { booking, organisation, usesSsoLogin, wantsTour } from "./page_address.js";
 import { pause } from "./pause.js";
+import { needsReloadFor, reloadWith, troubleAtStart } from "./post_action_switch.js";
 import { startPreview, stopPreview } from "./preview.js";
 import { showCart, showProducts } from "./product_view.js";
 import { CallStatus, EventType, postEvent } from "./protocol.js";
+import { requestsOf } from "./requests.js";
 import { runTour } from "./tour.js";
+import { troubleFrom, Troubles } from "./trouble.js";
+import { fieldsAreUsable, showTrouble, wishOf } from "./trouble_view.js";
 
 const timeToHangUp = 350;
 
 const localeSelect = document.querySelector("#locale-select");
 
-let productsInCall = products;
 let tokenRequests = 0;
 
 function post(eventType, data) {
@@ -24,24 +30,45 @@ function post(eventType, data) {
 }
 
 function refreshProducts() {
-  showProducts(productsInCall, localeSelect.value);
+  showProducts(callProducts.articles, localeSelect.value);
   showCart(cart, localeSelect.value);
 }
+
+const callProducts = new CallProducts(() => refreshProducts());
 
 const cart = new Cart(() => showCart(cart, localeSelect.value));
 
 const call = new CallState((status) => {
   post(EventType.callStatus, { status });
   showCall(call);
-  if (status === CallStatus.starting) {
-    productsInCall = products;
-    refreshProducts();
-  }
+  if (status === CallStatus.starting) callProducts.reset();
   if (status === CallStatus.disconnecting) {
     cart.empty();
     stopPreview();
   }
 });
+
+const hostState = new HostState(() => showHostState(hostState));
+
+const troubles = new Troubles({
+  post: ({ eventType, data }) => post(eventType, data),
+  keepBack: logKeptBack,
+  later: (work, milliseconds) => setTimeout(work, milliseconds),
+  changed: () => showTrouble(troubles.current),
+});
+
+const hostActions = new HostActions({
+  requests: requestsOf({ callProducts, cart, post }),
+  hostState,
+  troubles,
+  log: logReceived,
+});
+
+function setTrouble(wish) {
+  const trouble = troubleFrom(wish);
+  if (needsReloadFor(trouble)) reloadWith(trouble);
+  else troubles.choose(trouble);
+}
 
 function changeQuantity(sku, difference) {
   const quantity = cart.add(sku, difference);
@@ -49,7 +76,10 @@ function changeQuantity(sku, difference) {
 }
 
 const actions = {
-  minimize: () => post(EventType.minimize),
+  minimize() {
+    post(EventType.minimize);
+    hostState.askedToMinimize();
+  },
 
   startCall: () => call.moveTo(CallStatus.starting),
   nextStep: () => call.moveToNextStep(),
@@ -85,8 +115,7 @@ const actions = {
     post(EventType.productRemovedFromCart, { sku, quantity: 0 });
   },
   removeFromCall({ sku }) {
-    productsInCall = productsInCall.filter((product) => product.sku !== sku);
-    refreshProducts();
+    callProducts.remove(sku);
     post(EventType.productRemovedFromCall, { sku, quantity: 1 });
   },
 
@@ -95,6 +124,10 @@ const actions = {
     post(EventType.refreshSsoToken, { responseId: `response-${tokenRequests}` });
   },
   reportUnauthorized: () => post(EventType.unauthorized),
+
+  setTrouble(details) {
+    if (fieldsAreUsable(details)) setTrouble(wishOf(details));
+  },
 };
 
 function perform(action, details) {
@@ -115,12 +148,28 @@ document.addEventListener("click", (event) => {
   if (button) perform(button.dataset.action, button.dataset);
 });
 localeSelect.addEventListener("change", refreshProducts);
-listenForActions(logReceived);
+listenForActions((action) => hostActions.receive(action));
 
 showAddress();
 fillStatusSelect();
 showCall(call);
 refreshProducts();
+showHostState(hostState);
+troubles.choose(troubleFrom(troubleAtStart()));
+
+// For whoever tests a host against this page.
+window.agentTool = Object.freeze({
+  setTrouble,
+  state: () => ({
+    status: call.status,
+    productsInCall: callProducts.skus,
+    cart: Object.fromEntries(cart.lines.map(({ sku, quantity }) => [sku, quantity])),
+    trouble: { ...troubles.current },
+    receivedActions: hostActions.received,
+    signIn: hostState.signIn,
+    minimized: hostState.minimized,
+  }),
+});
 
 // The host can hear this page only once the whole document has loaded.
 if (wantsTour) window.addEventListener("load", () => runTour(perform));

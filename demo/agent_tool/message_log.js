@@ -1,4 +1,7 @@
+import { shortened } from "./shortened.js";
+
 const mostEntries = 200;
+const mostCharacters = 600;
 
 const list = document.querySelector("#message-list");
 const count = document.querySelector("#message-count");
@@ -15,18 +18,20 @@ function word(className, text) {
 
 function add(direction, arrow, { eventType, data }) {
   const entry = document.createElement("li");
-  entry.className = direction;
+  entry.className = direction.replace(" ", "-");
   entry.append(
     word("message-direction", `${arrow} ${direction}`),
-    word("message-type", eventType),
+    word("message-type", shortened(eventType)),
   );
-  if (data !== undefined) entry.append(word("message-data", JSON.stringify(data)));
+  if (data !== undefined) {
+    entry.append(word("message-data", shortened(JSON.stringify(data), mostCharacters)));
+  }
   list.prepend(entry);
   if (list.children.length > mostEntries) list.lastElementChild.remove();
 
   total += 1;
   count.textContent = total;
-  latest.textContent = `${arrow} ${eventType}`;
+  latest.textContent = `${arrow} ${shortened(eventType)}`;
 }
 
 export function logPosted(message) {
@@ -35,4 +40,8 @@ export function logPosted(message) {
 
 export function logReceived(message) {
   add("received", "↓", message);
+}
+
+export function logKeptBack(message) {
+  add("kept back", "×", message);
 }

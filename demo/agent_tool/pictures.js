@@ -18,8 +18,7 @@ export function icon(name) {
   return picture;
 }
 
-// The product's name stands beside the picture, so readers skip the picture.
-export function productPicture({ background, colour, outline, detail }) {
+function drawing({ background, colour, outline, detail }) {
   const picture = document.createElementNS(svgNamespace, "svg");
   picture.setAttribute("viewBox", "0 0 48 48");
   picture.setAttribute("aria-hidden", "true");
@@ -30,4 +29,30 @@ export function productPicture({ background, colour, outline, detail }) {
     shape(detail, { fill: "none", stroke: background, "stroke-width": 1.5, "stroke-linecap": "round" }),
   );
   return picture;
+}
+
+const addressesThatFailed = new Set();
+
+// The rows are made anew on every change; what did not load is not tried again.
+function loadInPlaceOf(tile, address) {
+  if (!/^https?:\/\//i.test(address) || addressesThatFailed.has(address)) return;
+  const picture = document.createElement("img");
+  picture.className = "product-picture";
+  picture.alt = "";
+  picture.referrerPolicy = "no-referrer";
+  picture.addEventListener("load", () => tile.replaceWith(picture));
+  picture.addEventListener("error", () => addressesThatFailed.add(address));
+  picture.src = address;
+}
+
+// The product's name stands beside the picture, so readers skip the picture. A
+// product that a host describes has a letter until its own picture has loaded.
+export function productPicture({ picture, name, imageUrl }) {
+  if (picture) return drawing(picture);
+  const tile = document.createElement("span");
+  tile.className = "product-picture letter";
+  tile.setAttribute("aria-hidden", "true");
+  tile.textContent = [...name.slice(0, 2)].slice(0, 1).join("").toUpperCase();
+  if (imageUrl !== undefined) loadInPlaceOf(tile, imageUrl);
+  return tile;
 }

@@ -1,5 +1,11 @@
-import { formatPrice, productBySku } from "./catalogue.js";
+import { productBySku } from "./known_products.js";
+import { formatPrice, formatTotal } from "./money.js";
 import { icon, productPicture } from "./pictures.js";
+import { shortened } from "./shortened.js";
+
+// A host may describe thousands of variations; all are in the call, and the
+// first of them on the screen.
+const mostRows = 100;
 
 const productList = document.querySelector("#product-list");
 const productCount = document.querySelector("#product-count");
@@ -19,8 +25,8 @@ function actionButton(action, sku, className, text, spokenText) {
   button.type = "button";
   button.dataset.action = action;
   button.dataset.sku = sku;
-  button.setAttribute("aria-label", spokenText);
-  button.title = spokenText;
+  button.setAttribute("aria-label", shortened(spokenText));
+  button.title = shortened(spokenText);
   return button;
 }
 
@@ -33,8 +39,12 @@ function addToCartButton(sku, name) {
 function row(product, note) {
   const item = element("li", "product-row");
   const words = element("div", "product-words");
-  words.append(element("strong", "product-name", product.name), element("span", "product-note", note));
-  item.append(productPicture(product.picture), words);
+  words.append(
+    element("strong", "product-name", shortened(product.name)),
+    element("span", "product-note", shortened(note)),
+  );
+  item.title = shortened(product.sku);
+  item.append(productPicture(product), words);
   return item;
 }
 
@@ -43,9 +53,8 @@ function emptyRow(text) {
 }
 
 function productRow(product, locale) {
-  const { sku, name, variant, priceInCents } = product;
-  const item = row(product, `${formatPrice(priceInCents, locale)} · ${variant}`);
-  item.title = sku;
+  const { sku, name, variant } = product;
+  const item = row(product, `${formatPrice(product, locale)} · ${variant}`);
   item.append(
     addToCartButton(sku, name),
     actionButton("removeFromCall", sku, "button small round", "×", `Remove ${name} from call`),
@@ -53,10 +62,16 @@ function productRow(product, locale) {
   return item;
 }
 
-function cartRow({ sku, quantity }, locale) {
+function priceOf({ sku, quantity }) {
+  const { priceInCents, currency } = productBySku(sku);
+  return { priceInCents: priceInCents === null ? null : priceInCents * quantity, currency };
+}
+
+function cartRow(line, locale) {
+  const { sku, quantity } = line;
   const product = productBySku(sku);
-  const { name, priceInCents } = product;
-  const item = row(product, formatPrice(priceInCents * quantity, locale));
+  const { name } = product;
+  const item = row(product, formatPrice(priceOf(line), locale));
   const stepper = element("div", "stepper");
   stepper.append(
     actionButton("decreaseInCart", sku, "button small round", "−", `One ${name} less`),
@@ -74,7 +89,8 @@ function cartRow({ sku, quantity }, locale) {
 // thrown back to the top of the page after each press.
 function replaceRowsKeepingFocus(list, rows) {
   const focused = list.contains(document.activeElement) ? document.activeElement.dataset : null;
-  list.replaceChildren(...rows);
+  list.replaceChildren(...rows.slice(0, mostRows));
+  if (rows.length > mostRows) list.append(emptyRow(`… and ${rows.length - mostRows} more`));
   if (!focused) return;
   const sameButton = [...list.querySelectorAll("button")].find(
     ({ dataset }) => dataset.action === focused.action && dataset.sku === focused.sku,
@@ -96,9 +112,5 @@ export function showCart(cart, locale) {
   const rows = lines.map((line) => cartRow(line, locale));
   replaceRowsKeepingFocus(cartList, rows.length > 0 ? rows : [emptyRow("The cart is empty.")]);
   cartCount.textContent = cart.pieces;
-  const total = lines.reduce(
-    (sum, { sku, quantity }) => sum + productBySku(sku).priceInCents * quantity,
-    0,
-  );
-  cartTotal.textContent = lines.length > 0 ? formatPrice(total, locale) : "";
+  cartTotal.textContent = shortened(formatTotal(lines.map(priceOf), locale));
 }

@@ -26,13 +26,35 @@ export const CallStatus = Object.freeze({
   forwarding: "CALL_SESSION_STATUS_FOWARDING",
 });
 
-const internalActionPrefix = "SDK_INTERNAL_";
-const maximizeAction = "SDK_MAXIMIZE_AGENT_TOOL";
+export const ActionType = Object.freeze({
+  maximize: "SDK_MAXIMIZE_AGENT_TOOL",
+  addProductToCall: "SDK_INTERNAL_ADD_PRODUCT_TO_CALL",
+  getProductsInCall: "SDK_INTERNAL_GET_PRODUCTS_IN_CALL",
+  isProductInCall: "SDK_INTERNAL_IS_PRODUCT_IN_CALL",
+  removeProductInCall: "SDK_INTERNAL_REMOVE_PRODUCT_IN_CALL",
+  addProductToCart: "SDK_INTERNAL_ADD_PRODUCT_TO_CART",
+  getProductsInCart: "SDK_INTERNAL_GET_PRODUCTS_IN_CART",
+  isProductInCart: "SDK_INTERNAL_IS_PRODUCT_IN_CART",
+  removeProductInCart: "SDK_INTERNAL_REMOVE_PRODUCT_IN_CART",
+  updateProductInCart: "SDK_INTERNAL_UPDATE_PRODUCT_IN_CART",
+  refreshSsoToken: "SDK_INTERNAL_REFRESH_SSO_TOKEN",
+  ssoLogout: "SDK_INTERNAL_LOGOUT",
+});
 
+const internalActionPrefix = "SDK_INTERNAL_";
+const answerSuffix = "_CALLBACK";
+
+export function answerTypeOf(actionType) {
+  return actionType + answerSuffix;
+}
+
+// Actions of a newer host, unknown here, count as well. The page's own answers
+// come by the same window, so their suffix tells them apart.
 export function isActionType(eventType) {
   return (
     typeof eventType === "string" &&
-    (eventType.startsWith(internalActionPrefix) || eventType === maximizeAction)
+    (eventType.startsWith(internalActionPrefix) || eventType === ActionType.maximize) &&
+    !eventType.endsWith(answerSuffix)
   );
 }
 
