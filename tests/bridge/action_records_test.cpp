@@ -10,31 +10,22 @@
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/bridge/callback.h"
 #include "corvane/bridge/event_message.h"
+#include "tests/support/outcome_text.h"
 #include "tests/support/product_samples.h"
 
 namespace corvane {
 namespace {
 
 using Json = nlohmann::json;
-using Answer = std::string;
 
 JsonValue parse(std::string_view text) { return JsonValue::parse(text).value(); }
-
-std::string describe(const std::optional<AgentError>& error) {
-  return error ? std::string("error ") + error->what() : "success";
-}
-template <class Value>
-std::string describe(const AgentResult<Value>& result) {
-  if (!result) return describe(result.error());
-  return *result ? Json(**result).dump() : "nothing";
-}
 
 /// A record of each kind whose completion notes what it is called with.
 class ActionRecords : public testing::Test {
  protected:
   template <class Outcome>
   auto noting() {
-    return [this](Outcome outcome) { outcomes_.push_back(describe(outcome)); };
+    return [this](Outcome outcome) { outcomes_.push_back(outcomeText(outcome)); };
   }
   std::unique_ptr<Actionable> skuRecord(Action action, std::optional<std::int64_t> quantity = {}) {
     return std::make_unique<SkuAction>(SkuData{"id", "S", quantity}, noting<std::optional<AgentError>>(), action);

@@ -286,15 +286,6 @@ TEST_P(AgentViewContract, EvaluationsCompleteOnceAlsoWhenTheViewIsReleased) {
   EXPECT_TRUE(platform_->runUntil([&] { return completions == 2; }));
 }
 
-std::vector<PlatformMaker> platforms() {
-  return {
-      headlessPlatform(),
-#ifdef CORVANE_HAS_GTK
-      gtkPlatform(),
-#endif
-  };
-}
-
 INSTANTIATE_TEST_SUITE_P(On, AgentViewContract, testing::ValuesIn(platforms()),
                          [](const auto& parameter) { return parameter.param.name; });
 

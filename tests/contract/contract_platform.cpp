@@ -10,4 +10,13 @@ std::shared_ptr<WKWebView> findWebView(const UIView& view) {
   return nullptr;
 }
 
+std::vector<PlatformMaker> platforms() {
+  return {
+      headlessPlatform(),
+#ifdef CORVANE_HAS_GTK
+      gtkPlatform(),
+#endif
+  };
+}
+
 }  // namespace corvane::contract

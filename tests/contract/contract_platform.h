@@ -6,13 +6,16 @@
 #include <ostream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "corvane/corvane.h"
 #include "corvane/platform/web/wk_web_view.h"
+#include "corvane/simulation/page_trouble.h"
 
 namespace corvane::contract {
 
 enum class PageKind {
+  agentTool,   ///< answers actions as the agent tool does
   plain,       ///< posts SDK_REFRESH_SSO_TOKEN with its "connectId" as soon as it runs
   closedPort,  ///< nobody listens there
   breaksOff,   ///< the server hangs up in the middle of the page
@@ -40,6 +43,8 @@ class ContractPlatform {
   /// The page asks for the camera and the microphone; returns whether it got them.
   [[nodiscard]] virtual bool pageCaptures(const UIView& view) = 0;
   virtual void pageLosesItsProcess(const UIView& view) = 0;
+  /// Lets the answers of an agent tool page go wrong from now on; returns when the page is ready for it.
+  virtual void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) = 0;
 
   virtual void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) = 0;
   /// What the user says when the engine asks; counts how often it did.
@@ -61,5 +66,7 @@ inline void PrintTo(const PlatformMaker& maker, std::ostream* out) { *out << mak
 [[nodiscard]] PlatformMaker headlessPlatform();
 /// Only where the backend is built.
 [[nodiscard]] PlatformMaker gtkPlatform();
+/// Every platform that is built.
+[[nodiscard]] std::vector<PlatformMaker> platforms();
 
 }  // namespace corvane::contract

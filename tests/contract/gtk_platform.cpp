@@ -6,6 +6,7 @@
 #include <chrono>
 #include <utility>
 
+#include "corvane/platform/foundation/match.h"
 #include "corvane/platform/gtk/gtk_backend.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
@@ -21,13 +22,34 @@ using namespace std::chrono_literals;
 // Far beyond what anything here takes; only a test that will never succeed waits for it.
 constexpr auto givingUpAfter = 30s;
 
-std::string quoted(std::string_view text) {
+std::string scriptLiteral(std::string_view text) {
   std::string literal = "\"";
   for (const char character : text) {
     if (character == '"' || character == '\\') literal += '\\';
     literal += character;
   }
   return literal + "\"";
+}
+
+/// The words of the stand-in agent tool for a trouble.
+std::string inWordsOfThePage(const simulation::PageTrouble::Value& trouble) {
+  using Trouble = simulation::PageTrouble;
+  const auto kind = [](std::string_view name) { return R"({"kind":")" + std::string(name) + "\"}"; };
+  return match(
+      trouble, [&](const Trouble::None&) { return kind("none"); },
+      [](const Trouble::AnswersLate& late) {
+        return R"({"kind":"late","milliseconds":)" + std::to_string(late.delay.count()) + "}";
+      },
+      [&](const Trouble::NeverAnswers&) { return kind("never"); },
+      [&](const Trouble::AnswersTwice&) { return kind("twice"); },
+      [&](const Trouble::AnswersUnknownIdentifier&) { return kind("unknownIdentifier"); },
+      [](const Trouble::AnswersWithError& error) {
+        return R"({"kind":"errorText","text":)" + scriptLiteral(error.text) + "}";
+      },
+      [&](const Trouble::AnswersWithWrongType&) { return kind("wrongResultType"); },
+      [&](const Trouble::AnswersInReverseOrder&) { return kind("reverseOrder"); },
+      [&](const Trouble::ThrowsInHandler&) { return kind("throws"); },
+      [&](const Trouble::HasNoPostAction&) { return kind("noPostAction"); });
 }
 
 WebKitWebView* findPage(GtkWidget* widget) {
@@ -40,8 +62,9 @@ WebKitWebView* findPage(GtkWidget* widget) {
 
 class GtkPlatform final : public RealEnginePlatform {
  public:
-  GtkPlatform(std::unique_ptr<gtk::Backend> backend, std::unique_ptr<demo::LocalPageServer> server)
-      : backend_(std::move(backend)), server_(std::move(server)) {
+  GtkPlatform(std::unique_ptr<gtk::Backend> backend, std::unique_ptr<demo::LocalPageServer> server,
+              std::unique_ptr<demo::LocalPageServer> agentTool)
+      : backend_(std::move(backend)), server_(std::move(server)), agentTool_(std::move(agentTool)) {
     backend_->setCapturePrompt([this](const WKMediaCaptureRequest&, std::move_only_function<void(bool)> answer) {
       ++promptCount_;
       answer(promptAnswer_);
@@ -62,6 +85,8 @@ class GtkPlatform final : public RealEnginePlatform {
 
   std::string address(PageKind kind) override {
     switch (kind) {
+      case PageKind::agentTool:
+        return agentTool_->address("index.html");
       case PageKind::plain:
         return page("plain.html");
       case PageKind::closedPort:
@@ -102,7 +127,7 @@ class GtkPlatform final : public RealEnginePlatform {
   void pagePostsValue(const UIView& view, std::string_view data) override {
     run(view, "window.postMessage(" + std::string(data) + ", '*');0");
   }
-  void pagePostsText(const UIView& view, std::string_view text) override { pagePostsValue(view, quoted(text)); }
+  void pagePostsText(const UIView& view, std::string_view text) override { pagePostsValue(view, scriptLiteral(text)); }
 
   void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override {
     run(view, R"({
@@ -146,6 +171,17 @@ class GtkPlatform final : public RealEnginePlatform {
     webkit_web_view_terminate_web_process(findPage(surface_->widget()));
   }
 
+  void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) override {
+    run(view, "agentTool.setTrouble(" + inWordsOfThePage(trouble) + ");0");
+    const bool takesPostActionAway = std::holds_alternative<simulation::PageTrouble::HasNoPostAction>(trouble);
+    if (!takesPostActionAway) return;
+    // The page loads anew for it.
+    static_cast<void>(runUntil([&] {
+      const auto isGone = evaluate(view, "postAction === undefined && !!window.agentTool");
+      return isGone && isGone->boolean().value_or(false);
+    }));
+  }
+
   std::function<Colour(int, int)> takePicture() override {
     const auto file = std::filesystem::temp_directory_path() / ("corvane_" + std::to_string(getpid()) + ".png");
     if (!gtk::saveScreenshot(surface_->widget(), file)) return [](int, int) { return Colour{}; };
@@ -172,6 +208,7 @@ class GtkPlatform final : public RealEnginePlatform {
 
   std::unique_ptr<gtk::Backend> backend_;
   std::unique_ptr<demo::LocalPageServer> server_;
+  std::unique_ptr<demo::LocalPageServer> agentTool_;
   TroubleServer trouble_;
   std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
   GtkWidget* window_ = gtk_window_new();
@@ -192,7 +229,12 @@ std::unique_ptr<RealEnginePlatform> RealEnginePlatform::make(std::string& reason
     reason = server.error();
     return nullptr;
   }
-  return std::make_unique<GtkPlatform>(*std::move(backend), *std::move(server));
+  auto agentTool = demo::LocalPageServer::start(CORVANE_AGENT_TOOL);
+  if (!agentTool) {
+    reason = agentTool.error();
+    return nullptr;
+  }
+  return std::make_unique<GtkPlatform>(*std::move(backend), *std::move(server), *std::move(agentTool));
 }
 
 PlatformMaker gtkPlatform() {

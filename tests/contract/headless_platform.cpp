@@ -25,6 +25,7 @@ class HeadlessPlatform final : public ContractPlatform {
       if (is(PageKind::closedPort)) {
         return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::cannotLoad}};
       }
+      if (is(PageKind::agentTool)) return SimulatedAgentTool::Finishes{};
       if (is(PageKind::breaksOff)) return SimulatedAgentTool::Fails{{.kind = WebError::Kind::cannotLoad}};
       if (is(PageKind::silent)) {
         return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::timedOut}};
@@ -66,6 +67,9 @@ class HeadlessPlatform final : public ContractPlatform {
               decision == WKPermissionDecision::grant || (decision == WKPermissionDecision::prompt && promptAnswer_);
         });
     return isGranted;
+  }
+  void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) override {
+    page(view).setTrouble(trouble);
   }
   void pageLosesItsProcess(const UIView& view) override { headless::HeadlessWebEngine::of(view)->terminateProcess(); }
 

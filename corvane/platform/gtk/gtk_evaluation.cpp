@@ -45,10 +45,25 @@ void Evaluations::run(WebKitWebView* webView, std::string_view script, Evaluatio
   if (!isValidText(script)) {
     return settleLater(std::move(completion), {WebError::Kind::scriptFailed, "The script is not valid UTF-8", {}});
   }
+  webkit_web_view_evaluate_javascript(webView, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,
+                                      nullptr, &Evaluations::answer<webkit_web_view_evaluate_javascript_finish>,
+                                      keep(std::move(completion)));
+}
+
+void Evaluations::awaitDocument(WebKitWebView* webView, EvaluationCompletion completion) {
+  constexpr std::string_view body = R"(
+    while (document.readyState !== "complete") {
+      await new Promise((goOn) => document.addEventListener("readystatechange", goOn, { once: true }));
+    })";
+  webkit_web_view_call_async_javascript_function(
+      webView, body.data(), static_cast<gssize>(body.size()), nullptr, "corvane", nullptr, nullptr,
+      &Evaluations::answer<webkit_web_view_call_async_javascript_function_finish>, keep(std::move(completion)));
+}
+
+Evaluations::Pending* Evaluations::keep(EvaluationCompletion completion) {
   const std::uint64_t number = nextNumber_++;
   completions_.emplace(number, std::move(completion));
-  webkit_web_view_evaluate_javascript(webView, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,
-                                      nullptr, &Evaluations::answer, new Pending{weak_from_this(), number});
+  return new Pending{weak_from_this(), number};
 }
 
 void Evaluations::settleAll(const WebError& error) {
@@ -61,20 +76,20 @@ void Evaluations::settleLater(EvaluationCompletion completion, WebError error) {
   });
 }
 
+template <Evaluations::Finish finishCall>
 void Evaluations::answer(GObject* webView, GAsyncResult* result, gpointer data) noexcept {
   const std::unique_ptr<Pending> pending(static_cast<Pending*>(data));
+  GError* rawError = nullptr;
+  auto value = GObjectHandle<JSCValue>::adopt(finishCall(objectCast<WebKitWebView>(webView), result, &rawError));
+  const GErrorHandle error(rawError);
   const auto evaluations = pending->evaluations.lock();
   if (evaluations == nullptr) return;
   auto place = evaluations->completions_.extract(pending->number);
   if (place.empty()) return;
-  place.mapped()(evaluations->finish(objectCast<WebKitWebView>(webView), result));
+  place.mapped()(evaluations->read(std::move(value), error.get()));
 }
 
-EvaluationResult Evaluations::finish(WebKitWebView* webView, GAsyncResult* result) const {
-  GError* rawError = nullptr;
-  const auto value =
-      GObjectHandle<JSCValue>::adopt(webkit_web_view_evaluate_javascript_finish(webView, result, &rawError));
-  const GErrorHandle error(rawError);
+EvaluationResult Evaluations::read(GObjectHandle<JSCValue> value, const GError* error) const {
   if (!value) {
     if (isProcessGone_) return std::unexpected(processGoneError());
     return std::unexpected(WebError{WebError::Kind::scriptFailed, error != nullptr ? error->message : "", {}});

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string_view>
 
+#include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/web/web_engine.h"
 
@@ -27,6 +28,9 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
   explicit Evaluations(std::shared_ptr<EngineContext> context);
 
   void run(WebKitWebView* webView, std::string_view script, EvaluationCompletion completion);
+  /// Completes once the page's document is there in full, with an error when it will never be. The page's own scripts
+  /// can neither see nor spoil the wait.
+  void awaitDocument(WebKitWebView* webView, EvaluationCompletion completion);
   /// Completes everything that is pending with this error, later.
   void settleAll(const WebError& error);
   /// Whether the page has a process. Without one the engine answers every script with a misleading error.
@@ -34,10 +38,14 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
 
  private:
   struct Pending;
+  using Finish = JSCValue*(WebKitWebView*, GAsyncResult*, GError**);
+  template <Finish finishCall>
   static void answer(GObject* webView, GAsyncResult* result, gpointer data) noexcept;
 
+  /// Keeps a completion until its answer comes; the result travels through the C library.
+  [[nodiscard]] Pending* keep(EvaluationCompletion completion);
   void settleLater(EvaluationCompletion completion, WebError error);
-  [[nodiscard]] EvaluationResult finish(WebKitWebView* webView, GAsyncResult* result) const;
+  [[nodiscard]] EvaluationResult read(GObjectHandle<JSCValue> value, const GError* error) const;
 
   std::shared_ptr<EngineContext> context_;
   std::map<std::uint64_t, EvaluationCompletion> completions_;

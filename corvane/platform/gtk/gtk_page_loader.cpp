@@ -158,7 +158,8 @@ void PageLoader::loadChanged(WebKitLoadEvent event) {
     case WEBKIT_LOAD_COMMITTED:
       return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
     case WEBKIT_LOAD_FINISHED:
-      return report(tracker_.loadFinished());
+      if (auto finished = tracker_.loadFinished()) reportWhenComplete(*std::move(finished));
+      return restartTimer();
   }
 }
 
@@ -172,6 +173,7 @@ void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError
 }
 
 void PageLoader::processTerminated(WebKitWebProcessTerminationReason reason) {
+  ++loadNumber_;
   evaluations_->setProcessGone(true);
   report(tracker_.processTerminated(describe(reason)));
 }
@@ -198,6 +200,13 @@ void PageLoader::restartTimer() {
   } else {
     timer_->setNeverReady();
   }
+}
+
+void PageLoader::reportWhenComplete(LoadReport report) {
+  evaluations_->awaitDocument(webView_, whileAlive(weak_from_this(), [number = loadNumber_, report = std::move(report)](
+                                                                         PageLoader& loader, const EvaluationResult&) {
+                                if (loader.loadNumber_ == number) loader.report(report);
+                              }));
 }
 
 void PageLoader::report(std::optional<LoadReport> report) {

@@ -44,6 +44,9 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void refuse(const URLRequest& request);
 
   void restartTimer();
+  /// The engine may say that a load has finished while scripts of the page are still to run, the host's own among them:
+  /// such a load is reported a little later.
+  void reportWhenComplete(LoadReport report);
   /// The client may end the engine: nothing of this may be touched after a report.
   void report(std::optional<LoadReport> report);
 
@@ -55,6 +58,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::optional<GlibSource> timer_;
   std::optional<GlibSource> replacementTimer_;
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
+  /// Changes with whatever makes an earlier load's end meaningless.
   std::uint64_t loadNumber_ = 0;
   std::vector<SignalConnection> connections_;
 };
