@@ -1,6 +1,9 @@
 /// Points, sizes, rectangles and affine transforms, in 64-bit floats.
 #pragma once
 
+#include <cmath>
+#include <optional>
+
 namespace corvane {
 
 using CGFloat = double;
@@ -27,6 +30,10 @@ struct CGRect {
   [[nodiscard]] CGFloat midY() const noexcept { return origin.y + size.height / 2; }
   [[nodiscard]] CGFloat maxX() const noexcept { return origin.x + size.width; }
   [[nodiscard]] CGFloat maxY() const noexcept { return origin.y + size.height; }
+  /// The left and top edges belong to the rectangle, the right and bottom ones do not.
+  [[nodiscard]] bool contains(CGPoint point) const noexcept {
+    return point.x >= minX() && point.x < maxX() && point.y >= minY() && point.y < maxY();
+  }
   bool operator==(const CGRect&) const = default;
 };
 
@@ -54,6 +61,17 @@ struct CGAffineTransform {
             .d = then.b * c + then.d * d,
             .tx = then.a * tx + then.c * ty + then.tx,
             .ty = then.b * tx + then.d * ty + then.ty};
+  }
+  /// The mapping back; none where this one leaves nothing of the plane, or is not finite.
+  [[nodiscard]] std::optional<CGAffineTransform> inverted() const noexcept {
+    const CGFloat determinant = a * d - b * c;
+    if (determinant == 0 || !std::isfinite(1 / determinant)) return std::nullopt;
+    return CGAffineTransform{.a = d / determinant,
+                             .b = -b / determinant,
+                             .c = -c / determinant,
+                             .d = a / determinant,
+                             .tx = (c * ty - d * tx) / determinant,
+                             .ty = (b * tx - a * ty) / determinant};
   }
   bool operator==(const CGAffineTransform&) const = default;
 };

@@ -4,9 +4,13 @@
 #include <array>
 #include <cassert>
 #include <cmath>
+#include <cstddef>
+#include <limits>
 #include <utility>
 
+#include "corvane/platform/views/ui_gesture_recognizer.h"
 #include "corvane/platform/views/ui_window.h"
+#include "corvane/platform/views/view_animations.h"
 
 namespace corvane {
 
@@ -75,12 +79,13 @@ std::shared_ptr<UIView> UIView::create(CGRect frame) { return std::make_shared<U
 
 UIView::UIView(ConstructionKey, CGRect frame) : bounds_{{}, frame.size}, center_{frame.midX(), frame.midY()} {}
 
-UIView::~UIView() = default;
+UIView::~UIView() {
+  // Those that somebody else holds must not stay in the middle of a gesture.
+  for (const auto& recognizer : std::exchange(gestureRecognizers_, {})) recognizer->abandon();
+}
 
 CGAffineTransform UIView::transformToSuperview() const {
-  return CGAffineTransform::makeTranslation(-bounds_.midX(), -bounds_.midY())
-      .concatenated(transform_)
-      .concatenated(CGAffineTransform::makeTranslation(center_.x, center_.y));
+  return UIViewPresentation{.bounds = bounds_, .center = center_, .transform = transform_}.transformToSuperview();
 }
 
 CGRect UIView::frame() const {
@@ -91,28 +96,69 @@ CGRect UIView::frame() const {
   return {{center_.x - box.width / 2, center_.y - box.height / 2}, box};
 }
 
-void UIView::setFrame(CGRect frame) {
+template <class Value>
+void UIView::setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnimations::* property,
+                           const Value& value) {
+  // Writing what is there already is no change, and lets what is on its way go on.
+  if (this->*own == value) return;
+  const std::shared_ptr<AnimationRun>& run = AnimationRun::current();
+  if (run != nullptr) {
+    if (animations_ == nullptr) animations_ = std::make_unique<ViewAnimations>(*this);
+    const RunLoop::Time now = RunLoop::main().now();
+    auto& animated = (*animations_).*property;
+    animations_->start(animated, run, shownValue(animated, this->*own, now), now);
+  } else if (animations_ != nullptr) {
+    ViewAnimations::stop((*animations_).*property, RunLoop::main().now());
+  }
+  this->*own = value;
+}
+
+void UIView::setBoundsValue(const CGRect& bounds) {
   const CGSize from = bounds_.size;
-  center_ = {frame.midX(), frame.midY()};
-  bounds_.size = transform_.isIdentity() ? frame.size : sizeBefore(transform_, frame.size, from);
+  setAnimatable(&UIView::bounds_, &ViewAnimations::bounds, bounds);
+  if (from != bounds.size) setNeedsLayout();
   resizeSubviews(from);
+}
+
+void UIView::setFrame(CGRect frame) {
+  setAnimatable(&UIView::center_, &ViewAnimations::center, {frame.midX(), frame.midY()});
+  setBoundsValue(
+      {bounds_.origin, transform_.isIdentity() ? frame.size : sizeBefore(transform_, frame.size, bounds_.size)});
   noteChange();
 }
 
 void UIView::setBounds(CGRect bounds) {
-  const CGSize from = bounds_.size;
-  bounds_ = bounds;
-  resizeSubviews(from);
+  setBoundsValue(bounds);
   noteChange();
 }
 
 void UIView::setCenter(CGPoint center) {
-  center_ = center;
+  setAnimatable(&UIView::center_, &ViewAnimations::center, center);
   noteChange();
 }
 
 void UIView::setTransform(const CGAffineTransform& transform) {
-  transform_ = transform;
+  setAnimatable(&UIView::transform_, &ViewAnimations::transform, transform);
+  noteChange();
+}
+
+void UIView::setCornerRadius(CGFloat radius) {
+  setAnimatable(&UIView::cornerRadius_, &ViewAnimations::cornerRadius, radius);
+  noteChange();
+}
+
+void UIView::setAlpha(CGFloat alpha) {
+  setAnimatable(&UIView::alpha_, &ViewAnimations::alpha, alpha);
+  noteChange();
+}
+
+void UIView::setClipsToBounds(bool clips) {
+  clipsToBounds_ = clips;
+  noteChange();
+}
+
+void UIView::setBackgroundColor(std::optional<UIColor> color) {
+  backgroundColor_ = color;
   noteChange();
 }
 
@@ -145,24 +191,57 @@ void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
 }
 
 void UIView::addSubview(std::shared_ptr<UIView> view) {
+  insertSubview(std::move(view), std::numeric_limits<std::size_t>::max());
+}
+
+void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
   const bool isMistake = view == nullptr || isDescendantOf(*view);
   assert(!isMistake && "a view cannot be inside itself");
   if (isMistake) return;
-  view->removeFromSuperview();
-  view->superview_ = weak_from_this();
-  subviews_.push_back(std::move(view));
+  const auto alive = shared_from_this();
+  const auto from = view->window();
+  view->detach();
+  view->superview_ = alive;
+  subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(at, subviews_.size())), view);
+  setNeedsLayout();
   noteChange();
+  view->didMove(from);
 }
 
 void UIView::removeFromSuperview() {
+  if (superview_.expired()) return;
+  // The superview may be the last holder.
+  const auto alive = shared_from_this();
+  const auto from = window();
+  detach();
+  didMove(from);
+}
+
+void UIView::detach() {
   const std::shared_ptr<UIView> parent = superview();
   if (parent == nullptr) return;
   const auto place = std::ranges::find(parent->subviews_, this, [](const auto& view) { return view.get(); });
-  // The superview may be the last holder.
   const std::shared_ptr<UIView> alive = std::move(*place);
   parent->subviews_.erase(place);
   superview_.reset();
+  parent->setNeedsLayout();
   parent->noteChange();
+}
+
+void UIView::didMove(const std::shared_ptr<UIWindow>& from) {
+  didMoveToSuperview();
+  if (from == window()) return;
+  notifyOfWindow();
+  if (from != nullptr) from->cancelStrayGestures();
+}
+
+void UIView::notifyOfWindow() {
+  didMoveToWindow();
+  const auto subviews = subviews_;
+  for (const auto& view : subviews) {
+    // An earlier one may have changed the tree.
+    if (view->superview_.lock().get() == this) view->notifyOfWindow();
+  }
 }
 
 void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
@@ -194,6 +273,27 @@ void UIView::noteChange() const {
   const auto window = this->window();
   if (window == nullptr) return;
   if (const auto host = window->host_.lock()) host->viewTreeDidChange();
+}
+
+void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer) {
+  assert(recognizer != nullptr);
+  if (recognizer == nullptr) return;
+  const auto former = recognizer->view();
+  if (former.get() == this) return;
+  if (former != nullptr) former->removeGestureRecognizer(recognizer);
+  // The action of a gesture that this has cancelled may have put it somewhere.
+  if (recognizer->view() != nullptr) return;
+  recognizer->view_ = weak_from_this();
+  gestureRecognizers_.push_back(std::move(recognizer));
+}
+
+void UIView::removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer) {
+  const auto place = std::ranges::find(gestureRecognizers_, recognizer);
+  if (place == gestureRecognizers_.end()) return;
+  const auto removed = std::move(*place);
+  gestureRecognizers_.erase(place);
+  removed->view_.reset();
+  removed->abandon();
 }
 
 }  // namespace corvane

@@ -1,17 +1,26 @@
 /// The tree of views.
 #pragma once
 
+#include <chrono>
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <span>
 #include <vector>
 
 #include "corvane/export.h"
 #include "corvane/platform/geometry/geometry.h"
+#include "corvane/platform/views/ui_color.h"
+#include "corvane/platform/views/ui_view_animation.h"
 
 namespace corvane {
 
+template <class Value>
+struct AnimatedProperty;
+class UIGestureRecognizer;
 class UIWindow;
+class ViewAnimations;
 
 /// Which of a view's lengths follow when its superview is resized. Lengths of the same axis share the change in
 /// proportion to what they are.
@@ -37,7 +46,10 @@ constexpr bool contains(UIViewAutoresizing mask, UIViewAutoresizing part) noexce
 /// A view keeps its bounds (its own coordinates), its centre (in its superview's coordinates) and a transform about
 /// that centre. The frame is derived from the three; writing it writes bounds and centre.
 ///
-/// Ownership: made by `create`; a superview owns its subviews, and refers back weakly.
+/// These, the corner radius and the alpha are the view's own values; while a change of them is animated, what is shown
+/// on the way there is the view's presentation. A change outside of an animation's block ends what is on its way.
+///
+/// Ownership: made by `create`; a superview owns its subviews, and refers back weakly. A view owns its recognizers.
 /// Threads:   main thread only.
 class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
  protected:
@@ -67,9 +79,36 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
 
   /// Maps this view's own coordinates to its superview's.
   [[nodiscard]] CGAffineTransform transformToSuperview() const;
+  /// The same point in another view's coordinates, or in those of the outermost view for null. A view that its
+  /// transform leaves nothing of has no coordinates; there, every point is the middle of its bounds.
+  [[nodiscard]] CGPoint convertPoint(CGPoint point, const UIView* toView) const;
+  [[nodiscard]] CGPoint convertPointFrom(CGPoint point, const UIView* fromView) const;
+
+  /// In the view's own coordinates, so a transform changes how large it looks.
+  [[nodiscard]] CGFloat cornerRadius() const { return cornerRadius_; }
+  void setCornerRadius(CGFloat radius);
+  /// Whether the view cuts off what lies outside of its rounded bounds.
+  [[nodiscard]] bool clipsToBounds() const { return clipsToBounds_; }
+  void setClipsToBounds(bool clips);
+  [[nodiscard]] CGFloat alpha() const { return alpha_; }
+  void setAlpha(CGFloat alpha);
+  [[nodiscard]] const std::optional<UIColor>& backgroundColor() const { return backgroundColor_; }
+  void setBackgroundColor(std::optional<UIColor> color);
 
   [[nodiscard]] UIViewAutoresizing autoresizingMask() const { return autoresizingMask_; }
   void setAutoresizingMask(UIViewAutoresizing mask) { autoresizingMask_ = mask; }
+  /// For host apps that lay out by constraints of their own; kept, and without effect here.
+  [[nodiscard]] bool translatesAutoresizingMaskIntoConstraints() const {
+    return translatesAutoresizingMaskIntoConstraints_;
+  }
+  void setTranslatesAutoresizingMaskIntoConstraints(bool translates) {
+    translatesAutoresizingMaskIntoConstraints_ = translates;
+  }
+  /// Has `layoutSubviews` called by the next `layoutIfNeeded` of this view or of one around it. New views, and views
+  /// whose size or subviews have changed, need it. Backends lay a window out before they show a change of it.
+  void setNeedsLayout();
+  /// Lays out what needs it in this view and below, the outer views first.
+  void layoutIfNeeded();
 
   [[nodiscard]] bool isHidden() const { return isHidden_; }
   void setHidden(bool isHidden);
@@ -84,6 +123,9 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   /// Takes the view out of its present superview and puts it in front of this view's other subviews. Adding a view
   /// to itself or to something inside it is a mistake of the caller and changes nothing.
   void addSubview(std::shared_ptr<UIView> view);
+  /// The same at a place among the subviews, counted from the back without the view itself; behind the last place
+  /// means in front.
+  void insertSubview(std::shared_ptr<UIView> view, std::size_t at);
   void removeFromSuperview();
   /// Does nothing for a view that is no subview of this one.
   void bringSubviewToFront(const std::shared_ptr<UIView>& view);
@@ -91,11 +133,55 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   /// The window that this view is in, itself included; null outside of any window.
   [[nodiscard]] std::shared_ptr<UIWindow> window() const;
 
+  /// Runs a block at once and animates its changes of bounds, centre, transform, corner radius and alpha, each from
+  /// what is shown now. Blocks may be nested; the inner one has its own time. The completion comes when the time is
+  /// over, on the run loop and never inside this call, also when nothing was changed or the views have gone.
+  static void animate(std::chrono::nanoseconds duration, UIViewAnimations animations,
+                      UIViewAnimationCompletion completion = {});
+  static void animate(UIViewAnimation animation);
+  static void animate(UIViewSpringAnimation animation);
+  /// What is to be shown now.
+  [[nodiscard]] UIViewPresentation presentation() const;
+  /// Whether a change in this view or below is still on its way, so that another picture is wanted soon.
+  [[nodiscard]] bool hasAnimations() const;
+
+  [[nodiscard]] std::span<const std::shared_ptr<UIGestureRecognizer>> gestureRecognizers() const {
+    return gestureRecognizers_;
+  }
+  /// Takes the recognizer away from the view that it is on. It begins with the next touch.
+  void addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer);
+  /// A gesture that is going on is cancelled inside this call.
+  void removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
+
+  /// The front-most view at or below this one that takes a touch at this point of its own coordinates; null where none
+  /// does. What can be seen can be touched: a view that clips takes nothing outside of its rounded bounds, one that
+  /// does not lets subviews that stick out take touches there. Must not change the tree.
+  [[nodiscard]] virtual std::shared_ptr<UIView> hitTest(CGPoint point);
+  /// Whether a point of its own coordinates belongs to this view.
+  [[nodiscard]] virtual bool pointInside(CGPoint point) const;
+
  protected:
+  /// Places the subviews; the default leaves them to their autoresizing masks.
+  virtual void layoutSubviews();
+  /// Called after the view has got another superview, or none.
+  virtual void didMoveToSuperview();
+  /// Called after the view has got into another window, or out of one.
+  virtual void didMoveToWindow();
+
   /// The tree or its geometry below this view has changed; the window tells its host.
   void noteChange() const;
 
  private:
+  template <class Value>
+  void setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnimations::* property, const Value& value);
+  void setBoundsValue(const CGRect& bounds);
+  [[nodiscard]] bool isOutsideOfClip(CGPoint point) const;
+  /// Takes the view out of its superview without telling anybody but the superview's window.
+  void detach();
+  void didMove(const std::shared_ptr<UIWindow>& from);
+  void notifyOfWindow();
+  void noteLayoutPending();
+
   void resizeSubviews(CGSize from);
   void autoresize(CGSize superviewFrom, CGSize superviewTo);
 
@@ -103,10 +189,20 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   CGPoint center_;
   CGAffineTransform transform_;
   UIViewAutoresizing autoresizingMask_ = UIViewAutoresizing::none;
+  CGFloat cornerRadius_ = 0;
+  CGFloat alpha_ = 1;
+  std::optional<UIColor> backgroundColor_;
   bool isHidden_ = false;
+  bool clipsToBounds_ = false;
+  bool translatesAutoresizingMaskIntoConstraints_ = true;
+  bool needsLayout_ = true;
+  /// Whether this view or one below needs layout.
+  bool isLayoutPending_ = true;
   bool isUserInteractionEnabled_ = true;
   std::weak_ptr<UIView> superview_;
   std::vector<std::shared_ptr<UIView>> subviews_;
+  std::vector<std::shared_ptr<UIGestureRecognizer>> gestureRecognizers_;
+  std::unique_ptr<ViewAnimations> animations_;
 };
 
 }  // namespace corvane

@@ -164,6 +164,11 @@ TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
   expectChange([&] { view->setCenter({2, 2}); }, "center");
   expectChange([&] { view->setTransform(CGAffineTransform::makeScale(2, 2)); }, "transform");
   expectChange([&] { view->setHidden(true); }, "hidden");
+  expectChange([&] { view->setAlpha(0.5); }, "alpha");
+  expectChange([&] { view->setCornerRadius(2); }, "cornerRadius");
+  expectChange([&] { view->setClipsToBounds(true); }, "clipsToBounds");
+  expectChange([&] { view->setBackgroundColor(UIColor{.red = 1}); }, "backgroundColor");
+  expectChange([&] { view->setNeedsLayout(); }, "needsLayout");
   expectChange([&] { view->removeFromSuperview(); }, "removeFromSuperview");
 }
 

@@ -1,0 +1,36 @@
+/// The running host app, as far as the framework sees it.
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "corvane/export.h"
+
+namespace corvane {
+
+class UIScene;
+
+/// Knows the scenes that are connected. Backends connect what they show, host apps may connect scenes of their own.
+///
+/// Ownership: one instance that is never destroyed; it owns the scenes that are connected.
+/// Threads:   main thread only.
+class CORVANE_EXPORT UIApplication final {
+ public:
+  static UIApplication& shared();
+  UIApplication(const UIApplication&) = delete;
+  UIApplication& operator=(const UIApplication&) = delete;
+
+  /// Each once, in the order in which they were connected.
+  [[nodiscard]] std::vector<std::shared_ptr<UIScene>> connectedScenes() const { return scenes_; }
+  /// Does nothing for a scene that is connected already.
+  void connect(std::shared_ptr<UIScene> scene);
+  void disconnect(const std::shared_ptr<UIScene>& scene);
+
+ private:
+  UIApplication() = default;
+  ~UIApplication() = default;
+
+  std::vector<std::shared_ptr<UIScene>> scenes_;
+};
+
+}  // namespace corvane
