@@ -199,13 +199,15 @@ void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
   assert(!isMistake && "a view cannot be inside itself");
   if (isMistake) return;
   const auto alive = shared_from_this();
-  const auto from = view->window();
-  view->detach();
-  view->superview_ = alive;
-  subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(at, subviews_.size())), view);
+  // A holder of its own, since the caller's may be an element of the list that changes here.
+  const std::shared_ptr<UIView> added = std::move(view);
+  const auto from = added->window();
+  added->detach();
+  added->superview_ = alive;
+  subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(at, subviews_.size())), added);
   setNeedsLayout();
   noteChange();
-  view->didMove(from);
+  added->didMove(from);
 }
 
 void UIView::removeFromSuperview() {
