@@ -9,12 +9,10 @@ namespace corvane {
 VelnorAgentView::Parts::Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO)
     : region(std::move(region)), organisationId(std::move(organisationId)), enableSSO(enableSSO), view_(view) {}
 
-void VelnorAgentView::Parts::minimizeRequested() { minimize(minimizeAnnouncement()); }
-
-std::function<void()> VelnorAgentView::Parts::minimizeAnnouncement() {
-  const auto view = std::static_pointer_cast<VelnorAgentView>(view_.shared_from_this());
-  return whileAlive(std::weak_ptr(view),
-                    [](VelnorAgentView& alive) { AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{}); });
+void VelnorAgentView::Parts::minimizeRequested() {
+  floating->minimize(whileAlive(std::weak_ptr(agentView()), [](VelnorAgentView& alive) {
+    AgentViewAccess::parts(alive).emitEvent(AgentEvent::DidMinimize{});
+  }));
 }
 
 void VelnorAgentView::Parts::handleCallbackEvent(JsonView data) { requests->handleCallbackEvent(data); }
@@ -30,7 +28,15 @@ void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
   emitEvent(AgentEvent::Error{});
 }
 
-void VelnorAgentView::Parts::maximize(std::function<void()> completion) { completion(); }
+void VelnorAgentView::Parts::maximize(std::function<void()> completion) { floating->maximize(std::move(completion)); }
+
+std::shared_ptr<VelnorAgentView> VelnorAgentView::Parts::agentView() {
+  return std::static_pointer_cast<VelnorAgentView>(view_.shared_from_this());
+}
+
+void VelnorAgentView::Parts::setPageInteractionEnabled(bool isEnabled) {
+  if (webView != nullptr) webView->setUserInteractionEnabled(isEnabled);
+}
 
 void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
   std::shared_ptr<UIView> alive;
@@ -40,10 +46,6 @@ void VelnorAgentView::Parts::emitEvent(const AgentEvent& event) {
     (*handler)(event);
   }
   if (const auto handler = eventHandler_) (*handler)(event);
-}
-
-void VelnorAgentView::Parts::minimize(const std::function<void()>& /*completion*/) {
-  // There is no container to float in yet, so that every request ends here.
 }
 
 VelnorAgentView::Parts::SharedHandler VelnorAgentView::Parts::share(AgentEventHandler handler) {

@@ -9,14 +9,18 @@
 #include "corvane/agent_view/event_intake.h"
 #include "corvane/agent_view/request_channel.h"
 #include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/minimized/floating_presentation.h"
 #include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane {
 
-/// The state behind the public view, the receiver of its page's messages and the host of its requests.
+/// The state behind the public view: the receiver of its page's messages, the host of its requests and of its floating
+/// presentation.
 ///
 /// Ownership: owned by its view, which it refers back to.
-class VelnorAgentView::Parts final : public PageMessageReceiver, public RequestChannelHost {
+class VelnorAgentView::Parts final : public PageMessageReceiver,
+                                     public RequestChannelHost,
+                                     public FloatingPresentationHost {
  public:
   Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO);
 
@@ -32,11 +36,10 @@ class VelnorAgentView::Parts final : public PageMessageReceiver, public RequestC
   void scriptDidFail(const WebError& error) override;
   void maximize(std::function<void()> completion) override;
 
-  /// Shrinks the view into its floating window and calls the completion when that is done. A view that cannot be
-  /// shrunk ends the request without a word.
-  void minimize(const std::function<void()>& completion);
-  /// What follows a minimizing that the page asked for: tells that it is done, if the view still lives by then.
-  [[nodiscard]] std::function<void()> minimizeAnnouncement();
+  [[nodiscard]] UIView& view() override { return view_; }
+  [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() override;
+  void setPageInteractionEnabled(bool isEnabled) override;
+  void maximizeRequested() override { view_.maximizeView(); }
 
   void setEventHandler(AgentEventHandler handler) { eventHandler_ = share(std::move(handler)); }
   void setInternalEventHandler(AgentEventHandler handler) { internalEventHandler_ = share(std::move(handler)); }
@@ -53,7 +56,7 @@ class VelnorAgentView::Parts final : public PageMessageReceiver, public RequestC
   std::optional<WebError> error;
   CallState callState;
   std::shared_ptr<RequestChannel> requests;
-  bool isMinimized = false;
+  std::shared_ptr<FloatingPresentation> floating;
 
  private:
   /// Shared so that a handler may replace itself, and be called without copying what it captured.

@@ -44,8 +44,10 @@ std::shared_ptr<VelnorAgentView> VelnorAgentView::create(Region region, std::str
   auto view =
       std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId), enableSSO);
   MinimizedStore::shared().setAgentView(nullptr);
-  view->parts_->requests = RequestChannel::create(std::shared_ptr<RequestChannelHost>(view, view->parts_.get()));
+  const std::shared_ptr<Parts> parts(view, view->parts_.get());
+  parts->requests = RequestChannel::create(parts);
   view->buildWebView();
+  parts->floating = FloatingPresentation::create(parts);
   return view;
 }
 
@@ -64,6 +66,14 @@ void VelnorAgentView::buildWebView() {
   webView->setUIDelegate(self);
   addSubview(webView);
   parts_->webView = webView;
+}
+
+void VelnorAgentView::setFrame(CGRect frame) {
+  if (!isMinimized()) UIView::setFrame(frame);
+}
+
+void VelnorAgentView::setTransform(const CGAffineTransform& transform) {
+  if (!isMinimized()) UIView::setTransform(transform);
 }
 
 void VelnorAgentView::loadBooking(std::string connectId) {
@@ -90,6 +100,19 @@ bool VelnorAgentView::isLoaded() const { return parts_->isLoaded; }
 const std::optional<WebError>& VelnorAgentView::error() const { return parts_->error; }
 CallSessionStatus VelnorAgentView::callSessionStatus() const { return parts_->callState.callSessionStatus; }
 const std::optional<std::string>& VelnorAgentView::clientLocale() const { return parts_->callState.clientLocale; }
+bool VelnorAgentView::isMinimized() const { return parts_->floating != nullptr && parts_->floating->isMinimized(); }
+MinimizedOrigin VelnorAgentView::minimizedOrigin() const { return parts_->floating->minimizedOrigin; }
+void VelnorAgentView::setMinimizedOrigin(MinimizedOrigin origin) { parts_->floating->minimizedOrigin = origin; }
+std::optional<CGSize> VelnorAgentView::minimizedSize() const { return parts_->floating->minimizedSize(); }
+void VelnorAgentView::setMinimizedSize(std::optional<CGSize> size) { parts_->floating->setMinimizedSize(size); }
+const std::shared_ptr<UIView>& VelnorAgentView::minimizedSuperview() const {
+  return parts_->floating->minimizedSuperview;
+}
+void VelnorAgentView::setMinimizedSuperview(std::shared_ptr<UIView> view) {
+  parts_->floating->minimizedSuperview = std::move(view);
+}
+bool VelnorAgentView::tapToMaximize() const { return parts_->floating->tapToMaximize; }
+void VelnorAgentView::setTapToMaximize(bool isOn) { parts_->floating->tapToMaximize = isOn; }
 AgentEventHandler VelnorAgentView::eventHandler() const { return parts_->eventHandler(); }
 void VelnorAgentView::setEventHandler(AgentEventHandler handler) { parts_->setEventHandler(std::move(handler)); }
 

@@ -11,6 +11,7 @@
 #include "corvane/bridge/call_session_status.h"
 #include "corvane/bridge/completion.h"
 #include "corvane/export.h"
+#include "corvane/minimized/minimized_origin.h"
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/web/web_error.h"
 #include "corvane/platform/web/wk_navigation_delegate.h"
@@ -100,7 +101,28 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// Grows a minimized view back to its full size, tells the page, and raises `DidMaximize` when the page knows. Does
   /// nothing for a view that is not minimized.
   void maximizeView();
+
+  /// True while the view is shrunk to a floating window, which the page asks for: from the start of the shrinking to
+  /// the start of the growing back. Frame and transform then keep their values, whatever is written to them.
   [[nodiscard]] bool isMinimized() const;
+  /// Where the view goes when it is next minimized.
+  [[nodiscard]] MinimizedOrigin minimizedOrigin() const;
+  void setMinimizedOrigin(MinimizedOrigin origin);
+  /// How large it is then: at least 30 in each direction, the page's proportions notwithstanding. None for a third of
+  /// the view's own size.
+  [[nodiscard]] std::optional<CGSize> minimizedSize() const;
+  void setMinimizedSize(std::optional<CGSize> size);
+  /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly. Set
+  /// while the view is minimized, it counts for the drags from then on.
+  [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const;
+  void setMinimizedSuperview(std::shared_ptr<UIView> view);
+  /// Whether a tap on the minimized view grows it back; the page then takes no touches. Counts from the next minimizing
+  /// on.
+  [[nodiscard]] bool tapToMaximize() const;
+  void setTapToMaximize(bool isOn);
+
+  void setFrame(CGRect frame) override;
+  void setTransform(const CGAffineTransform& transform) override;
 
   /// Takes in a message of the page; called by the web view.
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;

@@ -95,6 +95,4 @@ void VelnorAgentView::maximizeView() {
   if (isMinimized()) parts_->requests->submit(std::make_shared<VoidAction>(Action::maximize));
 }
 
-bool VelnorAgentView::isMinimized() const { return parts_->isMinimized; }
-
 }  // namespace corvane

@@ -1,7 +1,9 @@
 /// What is held of the minimized agent view, apart from what can be done with it.
 #pragma once
 
+#include <functional>
 #include <memory>
+#include <utility>
 
 namespace corvane {
 
@@ -18,10 +20,16 @@ class MinimizedStore {
   [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() const { return agentView_; }
   void setAgentView(std::shared_ptr<VelnorAgentView> view);
 
+  /// Puts a view that has grown back where the host app wants it; empty where nothing is to be done.
+  using RestoreAction = std::function<void(const std::shared_ptr<VelnorAgentView>&)>;
+  [[nodiscard]] RestoreAction restoreAction() const { return restoreAction_; }
+  void setRestoreAction(RestoreAction action) { restoreAction_ = std::move(action); }
+
  private:
   MinimizedStore() = default;
 
   std::shared_ptr<VelnorAgentView> agentView_;
+  RestoreAction restoreAction_;
 };
 
 }  // namespace corvane

@@ -213,19 +213,6 @@ TEST_F(VelnorAgentViewTest, ConstructingAViewLetsGoOfAHeldOne) {
   EXPECT_EQ(MinimizedStore::shared().agentView(), nullptr);
 }
 
-TEST_F(VelnorAgentViewTest, AMinimizeRequestIsToldWhenItIsDoneIfTheViewStillLives) {
-  engine().postMessage(agentEventChannel, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
-  EXPECT_TRUE(takeLog().empty()) << "it cannot be met here";
-  const auto announce = parts().minimizeAnnouncement();
-  announce();
-  EXPECT_EQ(takeLog(), both(R"({"didMinimize":{}})"));
-  const std::weak_ptr<VelnorAgentView> weak = view_;
-  view_.reset();
-  EXPECT_TRUE(weak.expired());
-  announce();
-  EXPECT_TRUE(takeLog().empty());
-}
-
 TEST_F(VelnorAgentViewTest, DelegateMethodsMayBeCalledByAnyoneAndLoseTheViewInside) {
   backend().setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
   backend().setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);

@@ -5,13 +5,18 @@
 
 #include <memory>
 
+#include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/headless/headless_backend.h"
 
 namespace corvane {
 
 class HeadlessTest : public testing::Test {
  protected:
-  void TearDown() override { EXPECT_EQ(backend_->runLoop().pendingTaskCount(), 0U) << "work was left behind"; }
+  void TearDown() override {
+    MinimizedStore::shared().setAgentView(nullptr);
+    MinimizedStore::shared().setRestoreAction(nullptr);
+    EXPECT_EQ(backend_->runLoop().pendingTaskCount(), 0U) << "work was left behind";
+  }
 
   headless::Backend& backend() { return *backend_; }
   headless::VirtualRunLoop& loop() { return backend_->runLoop(); }

@@ -1,0 +1,169 @@
+#include "corvane/minimized/floating_presentation.h"
+
+#include <chrono>
+#include <utility>
+
+#include "corvane/minimized/minimized_geometry.h"
+#include "corvane/minimized/minimized_store.h"
+#include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/views/ui_window.h"
+
+namespace corvane {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto resizeDuration = 250ms;
+constexpr auto snapDuration = 500ms;
+
+}  // namespace
+
+std::shared_ptr<FloatingPresentation> FloatingPresentation::create(std::weak_ptr<FloatingPresentationHost> host) {
+  auto presentation = std::make_shared<FloatingPresentation>(ConstructionKey{}, std::move(host));
+  presentation->makeRecognizers();
+  return presentation;
+}
+
+void FloatingPresentation::makeRecognizers() {
+  panGestureRecognizer_ = UIPanGestureRecognizer::create(whileAlive(
+      weak_from_this(), [](FloatingPresentation& self, const UIPanGestureRecognizer& sender) { self.drag(sender); }));
+  tapGestureRecognizer_ = UITapGestureRecognizer::create(
+      whileAlive(weak_from_this(), [](FloatingPresentation& self, const UITapGestureRecognizer&) {
+        const auto host = self.host_.lock();
+        if (host != nullptr && self.isMinimized_) host->maximizeRequested();
+      }));
+}
+
+void FloatingPresentation::setMinimizedSize(std::optional<CGSize> size) {
+  minimizedSize_ = size ? std::optional(atLeastMinimizedSize(*size)) : std::nullopt;
+}
+
+std::shared_ptr<UIView> FloatingPresentation::container(const UIView& view) const {
+  if (minimizedSuperview != nullptr) return minimizedSuperview;
+  if (auto window = view.window()) return window;
+  return view.superview();
+}
+
+void FloatingPresentation::minimize(std::function<void()> completion) {
+  const auto host = host_.lock();
+  if (host == nullptr || isMinimized_) return;
+  UIView& view = host->view();
+  // Handlers may take the container away.
+  const std::weak_ptr<UIView> weakContainer = container(view);
+  if (weakContainer.expired()) return;
+  host->emitEvent(AgentEvent::WillMinimize{});
+
+  const auto container = weakContainer.lock();
+  originalFrame_ = view.frame();
+  if (container != nullptr && view.superview() != container) container->addSubview(view.shared_from_this());
+  view.setTranslatesAutoresizingMaskIntoConstraints(true);
+  MinimizedStore::shared().setAgentView(host->agentView());
+  const MinimizedShape shape = minimizedShape(originalFrame_, minimizedSize_);
+  const CGRect frame{minimizedPlace(minimizedOrigin, shape.size,
+                                    container == nullptr ? std::nullopt : std::optional(container->frame().size)),
+                     shape.size};
+  view.setClipsToBounds(true);
+  UIView::animate(
+      resizeDuration,
+      [this, &view, &shape, &frame] {
+        // Once the view is minimized it takes no frame and no transform any more.
+        view.setTransform(shape.transform);
+        view.setFrame(frame);
+        isMinimized_ = true;
+        view.setCornerRadius(minimizedCornerRadius);
+        view.layoutIfNeeded();
+      },
+      afterwards(&FloatingPresentation::didShrink, std::move(completion)));
+}
+
+void FloatingPresentation::didShrink(FloatingPresentationHost& host, const std::function<void()>& completion) {
+  UIView& view = host.view();
+  view.addGestureRecognizer(panGestureRecognizer_);
+  if (tapToMaximize) {
+    view.addGestureRecognizer(tapGestureRecognizer_);
+    host.setPageInteractionEnabled(false);
+  }
+  completion();
+}
+
+void FloatingPresentation::maximize(std::function<void()> completion) {
+  const auto host = host_.lock();
+  if (host == nullptr || !isMinimized_) return;
+  host->emitEvent(AgentEvent::WillMaximize{});
+  UIView& view = host->view();
+  isMinimized_ = false;
+  view.setClipsToBounds(false);
+  UIView::animate(
+      resizeDuration,
+      [this, &view] {
+        view.setTransform({});
+        view.setFrame(originalFrame_);
+        view.setCornerRadius(0);
+        view.layoutIfNeeded();
+      },
+      afterwards(&FloatingPresentation::didGrow, std::move(completion)));
+}
+
+void FloatingPresentation::didGrow(FloatingPresentationHost& host, const std::function<void()>& completion) {
+  UIView& view = host.view();
+  view.removeGestureRecognizer(panGestureRecognizer_);
+  view.removeGestureRecognizer(tapGestureRecognizer_);
+  host.setPageInteractionEnabled(true);
+  MinimizedStore& store = MinimizedStore::shared();
+  const auto agentView = host.agentView();
+  // The action may register another one.
+  const auto restore = store.restoreAction();
+  if (restore && store.agentView() == agentView) restore(agentView);
+  store.setAgentView(nullptr);
+  completion();
+}
+
+void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
+  const auto host = host_.lock();
+  if (host == nullptr || !isMinimized_) return;
+  UIView& view = host->view();
+  const auto container = this->container(view);
+  if (container == nullptr || sender.view().get() != &view) return;
+  const CGPoint location = sender.location(container.get());
+  switch (sender.state()) {
+    using enum UIGestureRecognizerState;
+    case began:
+      prevDragLocation_ = location;
+      return;
+    case changed:
+      view.setCenter(
+          {view.center().x + location.x - prevDragLocation_.x, view.center().y + location.y - prevDragLocation_.y});
+      prevDragLocation_ = location;
+      return;
+    case ended:
+      return snap(view, container);
+    case possible:
+    case cancelled:
+    case failed:
+      return;
+  }
+}
+
+void FloatingPresentation::snap(UIView& view, const std::shared_ptr<UIView>& container) {
+  const SnapTarget target = snapTarget(view.frame(), view.center().y, container->frame().size);
+  UIView::animate({.duration = snapDuration,
+                   .usingSpringWithDamping = 1.0,
+                   .initialSpringVelocity = 1.0,
+                   .options = UIViewAnimationOptions::curveEaseIn,
+                   .animations = [&] {
+                     const CGFloat x =
+                         snappedCenterX(target.side, view.frame().size.width, container->frame().size.width);
+                     view.setCenter({x, view.center().y});
+                     view.setCenter({view.center().x, target.centerY});
+                   }});
+}
+
+std::move_only_function<void(bool)> FloatingPresentation::afterwards(Step step, std::function<void()> completion) {
+  return whileAlive(weak_from_this(),
+                    [step, completion = std::move(completion)](FloatingPresentation& self, bool /*finished*/) {
+                      if (const auto host = self.host_.lock()) (self.*step)(*host, completion);
+                    });
+}
+
+}  // namespace corvane

@@ -1,0 +1,87 @@
+/// The agent view as a small floating window: shrinking, dragging, snapping, growing back.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+#include "corvane/bridge/agent_event.h"
+#include "corvane/minimized/minimized_origin.h"
+#include "corvane/platform/geometry/geometry.h"
+#include "corvane/platform/views/ui_pan_gesture_recognizer.h"
+#include "corvane/platform/views/ui_tap_gesture_recognizer.h"
+#include "corvane/platform/views/ui_view.h"
+
+namespace corvane {
+
+class VelnorAgentView;
+
+/// What the floating presentation needs of the view that it presents.
+class FloatingPresentationHost {
+ public:
+  virtual ~FloatingPresentationHost() = default;
+  [[nodiscard]] virtual UIView& view() = 0;
+  /// The view as what it is, for those who hold it.
+  [[nodiscard]] virtual std::shared_ptr<VelnorAgentView> agentView() = 0;
+  /// Whether the page takes touches.
+  virtual void setPageInteractionEnabled(bool isEnabled) = 0;
+  /// The user wants the view back at its full size.
+  virtual void maximizeRequested() = 0;
+  virtual void emitEvent(const AgentEvent& event) = 0;
+};
+
+/// Moves one agent view between its full size and a floating window.
+///
+/// A guard that does not hold ends an operation without a word: without event and without completion.
+///
+/// Ownership: owned by its view; animations and recognizers hold it weakly. The container is held while it is set.
+/// Threads:   main thread only.
+/// Failure:   none.
+class FloatingPresentation final : public std::enable_shared_from_this<FloatingPresentation> {
+  struct ConstructionKey {
+    explicit ConstructionKey() = default;
+  };
+
+ public:
+  static std::shared_ptr<FloatingPresentation> create(std::weak_ptr<FloatingPresentationHost> host);
+  FloatingPresentation(ConstructionKey /*key*/, std::weak_ptr<FloatingPresentationHost> host)
+      : host_(std::move(host)) {}
+
+  /// Shrinks the view and calls the completion when it can be dragged.
+  void minimize(std::function<void()> completion);
+  /// Grows the view back and calls the completion when it is back where the host app wants it.
+  void maximize(std::function<void()> completion);
+
+  /// Between the start of the shrinking and that of the growing. Frame and transform then belong to the presentation.
+  [[nodiscard]] bool isMinimized() const { return isMinimized_; }
+  [[nodiscard]] CGRect originalFrame() const { return originalFrame_; }
+
+  [[nodiscard]] std::optional<CGSize> minimizedSize() const { return minimizedSize_; }
+  void setMinimizedSize(std::optional<CGSize> size);
+
+  // The host app's wishes. All but the container of a drag count from the next minimizing on.
+  MinimizedOrigin minimizedOrigin = MinimizedOrigin::topLeft();
+  std::shared_ptr<UIView> minimizedSuperview;
+  bool tapToMaximize = false;
+
+ private:
+  void makeRecognizers();
+  [[nodiscard]] std::shared_ptr<UIView> container(const UIView& view) const;
+  void didShrink(FloatingPresentationHost& host, const std::function<void()>& completion);
+  void didGrow(FloatingPresentationHost& host, const std::function<void()>& completion);
+  void drag(const UIPanGestureRecognizer& sender);
+  void snap(UIView& view, const std::shared_ptr<UIView>& container);
+  /// A completion that runs a step, and what follows it, if the view still lives by then.
+  using Step = void (FloatingPresentation::*)(FloatingPresentationHost&, const std::function<void()>&);
+  [[nodiscard]] std::move_only_function<void(bool)> afterwards(Step step, std::function<void()> completion);
+
+  std::weak_ptr<FloatingPresentationHost> host_;
+  bool isMinimized_ = false;
+  CGRect originalFrame_;
+  std::optional<CGSize> minimizedSize_;
+  CGPoint prevDragLocation_;
+  std::shared_ptr<UIPanGestureRecognizer> panGestureRecognizer_;
+  std::shared_ptr<UITapGestureRecognizer> tapGestureRecognizer_;
+};
+
+}  // namespace corvane

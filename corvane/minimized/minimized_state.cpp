@@ -1,0 +1,49 @@
+#include "corvane/minimized/minimized_state.h"
+
+#include <utility>
+
+#include "corvane/minimized/minimized_store.h"
+
+namespace corvane {
+
+MinimizedState& MinimizedState::shared() {
+  static auto* const state = new MinimizedState;
+  return *state;
+}
+
+std::shared_ptr<VelnorAgentView> MinimizedState::agentView() const { return MinimizedStore::shared().agentView(); }
+
+bool MinimizedState::isMinimized() const {
+  const auto view = agentView();
+  return view != nullptr && view->isMinimized();
+}
+
+void MinimizedState::bringToFront() {
+  const auto view = agentView();
+  if (view == nullptr) return;
+  if (const auto superview = view->superview()) superview->bringSubviewToFront(view);
+}
+
+void MinimizedState::moveTo(const std::shared_ptr<UIView>& view) {
+  const auto held = agentView();
+  if (held == nullptr || view == nullptr || held->superview() == view) return;
+  view->addSubview(held);
+  view->bringSubviewToFront(held);
+}
+
+void MinimizedState::registerRestoreAction(RestoreAction action) {
+  MinimizedStore::shared().setRestoreAction(std::move(action));
+}
+
+void MinimizedState::resetRestoreAction() { MinimizedStore::shared().setRestoreAction(nullptr); }
+
+void MinimizedState::remove() {
+  if (const auto view = agentView()) view->removeFromSuperview();
+  MinimizedStore::shared().setAgentView(nullptr);
+}
+
+void MinimizedState::maximize() {
+  if (const auto view = agentView()) view->maximizeView();
+}
+
+}  // namespace corvane

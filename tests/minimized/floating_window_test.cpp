@@ -1,0 +1,289 @@
+// The agent view as a floating window, from the page's wish to the user's finger.
+#include "tests/support/floating_window_test.h"
+
+#include <cmath>
+
+#include "corvane/minimized/minimized_geometry.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST_F(FloatingWindowTest, MinimizingAnimatesTheViewIntoItsCorner) {
+  std::vector<std::pair<std::string, CGRect>> seen;
+  view_->setEventHandler([&](const AgentEvent& event) {
+    seen.emplace_back(encodeJson(event) + (view_->isMinimized() ? " minimized" : ""), view_->frame());
+    if (event.is<AgentEvent::WillMinimize>()) {
+      EXPECT_EQ(view_->superview(), screen_);
+      EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
+    }
+  });
+  view_->setTranslatesAutoresizingMaskIntoConstraints(false);
+  pageAsksToMinimize(*view_);
+  EXPECT_TRUE(view_->isMinimized()) << "the animation's block runs at once";
+  EXPECT_EQ(view_->superview(), window_);
+  EXPECT_EQ(MinimizedState::shared().agentView(), view_);
+  EXPECT_TRUE(view_->clipsToBounds() && view_->translatesAutoresizingMaskIntoConstraints());
+  EXPECT_EQ(view_->transform(), CGAffineTransform::makeScale(0.33, 0.33));
+  expectNear(view_->frame(), {{5, 5}, {99, 198}});
+  EXPECT_EQ(view_->cornerRadius(), 14.0);
+  EXPECT_EQ(view_->presentation().center, (CGPoint{150, 300}));
+  EXPECT_EQ(seen.size(), 1U);
+
+  loop().advance(125ms);
+  const UIViewPresentation halfWay = view_->presentation();
+  EXPECT_NEAR(halfWay.center.x, (150 + 54.5) / 2, 0.01);
+  EXPECT_NEAR(halfWay.transform.a, (1 + 0.33) / 2, 0.001);
+  EXPECT_NEAR(halfWay.cornerRadius, 7, 0.01);
+  EXPECT_NEAR(halfWay.bounds.size.width, 300, 1e-6) << "the page keeps its layout";
+  EXPECT_TRUE(view_->gestureRecognizers().empty());
+
+  loop().advance(125ms - 1ns);
+  EXPECT_EQ(seen.size(), 1U);
+  loop().advance(1ns);
+  ASSERT_EQ(seen.size(), 2U);
+  EXPECT_EQ(seen[0], (std::pair(willMinimize, CGRect{{0, 0}, {300, 600}})));
+  EXPECT_EQ(seen[1].first, didMinimize + " minimized");
+  EXPECT_EQ(view_->gestureRecognizers().size(), 1U);
+  EXPECT_TRUE(webView().isUserInteractionEnabled());
+  EXPECT_FALSE(view_->hasAnimations());
+}
+
+TEST_F(FloatingWindowTest, MaximizingPutsEverythingBackAndThenTellsThePage) {
+  view_->setTapToMaximize(true);
+  view_->setMinimizedOrigin(MinimizedOrigin::bottomRight());
+  minimize();
+  expectNear(view_->frame(), {{286, 641}, {99, 198}});
+  EXPECT_FALSE(webView().isUserInteractionEnabled());
+  EXPECT_EQ(view_->gestureRecognizers().size(), 2U);
+  Log restored;
+  MinimizedState::shared().registerRestoreAction([&](const auto& view) {
+    restored.emplace_back(view == view_ && MinimizedState::shared().agentView() == view ? "restored" : "wrong");
+    EXPECT_EQ(view->gestureRecognizers().size(), 0U);
+    screen_->addSubview(view);
+  });
+
+  view_->maximizeView();
+  EXPECT_EQ(takeLog(), Log{willMaximize});
+  EXPECT_FALSE(view_->isMinimized() || view_->clipsToBounds());
+  EXPECT_EQ(view_->frame(), (CGRect{{0, 0}, {300, 600}}));
+  EXPECT_TRUE(view_->transform().isIdentity());
+  EXPECT_EQ(view_->cornerRadius(), 0.0);
+  EXPECT_EQ(view_->gestureRecognizers().size(), 2U) << "until it has grown";
+  EXPECT_EQ(MinimizedState::shared().agentView(), view_);
+  loop().advance(250ms - 1ns);
+  EXPECT_TRUE(restored.empty() && scripts().empty());
+  loop().advance(1ns);
+  EXPECT_EQ(restored, Log{"restored"});
+  EXPECT_EQ(scripts(), Log{R"(postAction({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"});)"});
+  EXPECT_EQ(takeLog(), Log{didMaximize});
+  EXPECT_EQ(view_->superview(), screen_);
+  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
+  EXPECT_TRUE(webView().isUserInteractionEnabled());
+
+  minimize();
+  MinimizedState::shared().maximize();
+  loop().advance(1s);
+  EXPECT_EQ(restored.size(), 2U) << "the action stays registered";
+}
+
+TEST_F(FloatingWindowTest, AMinimizedViewTakesNoFrameAndNoTransform) {
+  minimize();
+  const CGRect frame = view_->frame();
+  view_->setFrame({{0, 0}, {390, 844}});
+  view_->setTransform(CGAffineTransform::makeScale(2, 2));
+  view_->setAutoresizingMask(UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight);
+  window_->setFrame({{0, 0}, {844, 390}});
+  EXPECT_EQ(view_->frame(), frame);
+  view_->maximizeView();
+  view_->setFrame({{1, 2}, {3, 4}});
+  EXPECT_EQ(view_->frame(), (CGRect{{1, 2}, {3, 4}}));
+  loop().advance(250ms);
+}
+
+TEST_F(FloatingWindowTest, RequestsThatDoNotFitTheStateEndWithoutAWord) {
+  view_->maximizeView();
+  pageAsksToMinimize(*view_);
+  pageAsksToMinimize(*view_);
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), (Log{willMinimize, didMinimize}));
+  pageAsksToMinimize(*view_);
+  EXPECT_EQ(loop().pendingTaskCount(), 0U);
+  view_->maximizeView();
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), (Log{willMaximize, didMaximize}));
+
+  view_->removeFromSuperview();
+  pageAsksToMinimize(*view_);
+  EXPECT_EQ(loop().pendingTaskCount(), 0U);
+  EXPECT_TRUE(takeLog().empty()) << "there is nothing to float in";
+}
+
+TEST_F(FloatingWindowTest, TheContainerIsTheOneGivenElseTheWindowElseTheSuperview) {
+  const auto panel = UIView::create({{10, 10}, {200, 300}});
+  window_->addSubview(panel);
+  view_->setMinimizedSuperview(panel);
+  view_->setMinimizedOrigin(MinimizedOrigin::bottomRight());
+  minimize();
+  EXPECT_EQ(view_->superview(), panel);
+  expectNear(view_->frame(), {{96, 97}, {99, 198}});
+  view_->maximizeView();
+  loop().advance(1s);
+
+  view_->setMinimizedSuperview(nullptr);
+  const auto alone = UIView::create({{0, 0}, {500, 500}});
+  const auto front = UIView::create();
+  alone->addSubview(view_);
+  alone->addSubview(front);
+  minimize();
+  EXPECT_EQ(view_->superview(), alone);
+  EXPECT_EQ(alone->subviews().back(), front) << "not added again";
+  view_->maximizeView();
+  loop().advance(1s);
+}
+
+TEST_F(FloatingWindowTest, ADragMovesTheCentreByTheFinger) {
+  minimize();
+  const CGPoint before = view_->center();
+  touch(TouchPhase::began, {50, 100});
+  touch(TouchPhase::moved, {62, 100});
+  EXPECT_EQ(view_->center(), before) << "the drag begins here";
+  touch(TouchPhase::moved, {102, 90});
+  EXPECT_EQ(view_->center(), (CGPoint{before.x + 40, before.y - 10}));
+  EXPECT_EQ(view_->presentation().center, view_->center()) << "without animation";
+  touch(TouchPhase::cancelled, {102, 90});
+  EXPECT_EQ(view_->center(), (CGPoint{before.x + 40, before.y - 10})) << "and stays there";
+  EXPECT_FALSE(view_->hasAnimations());
+  EXPECT_TRUE(takeLog().empty());
+}
+
+TEST_F(FloatingWindowTest, LettingGoSnapsToTheSideWithoutOvershooting) {
+  minimize();
+  drag({{50, 100}, {70, 100}, {260, -200}});
+  const CGPoint released{view_->center().x, view_->center().y};
+  EXPECT_EQ(released, (CGPoint{390 - 49.5, 99})) << "the target, at once";
+  CGPoint last = view_->presentation().center;
+  EXPECT_NEAR(last.x, 54.5 + 190, 1e-9);
+  for (int step = 0; step < 100; ++step) {
+    loop().advance(5ms);
+    const CGPoint shown = view_->presentation().center;
+    EXPECT_GE(shown.x, last.x);
+    EXPECT_LE(shown.x, 390 - 49.5);
+    EXPECT_GE(shown.y, last.y);
+    EXPECT_LE(shown.y, 99);
+    last = shown;
+  }
+  EXPECT_EQ(last, view_->center());
+  EXPECT_FALSE(view_->hasAnimations());
+
+  drag({{350, 100}, {330, 100}, {100, 900}});
+  loop().advance(500ms);
+  EXPECT_EQ(view_->center(), (CGPoint{49.5, 844 - 99}));
+}
+
+TEST_F(FloatingWindowTest, ANewContainerCountsForTheDragThatGoesOn) {
+  minimize();
+  const auto panel = UIView::create({{100, 100}, {200, 400}});
+  panel->setTransform(CGAffineTransform::makeScale(2, 2));
+  window_->insertSubview(panel, 0);
+  view_->setMinimizedSuperview(panel);
+  EXPECT_EQ(view_->superview(), window_);
+  touch(TouchPhase::began, {50, 100});
+  touch(TouchPhase::moved, {70, 100});
+  const CGPoint before = view_->center();
+  touch(TouchPhase::moved, {90, 100});
+  EXPECT_EQ(view_->center(), (CGPoint{before.x + 10, before.y})) << "the finger in the container's coordinates";
+  touch(TouchPhase::ended, {90, 100});
+  EXPECT_EQ(view_->center().x, 49.5);
+  loop().advance(500ms);
+}
+
+TEST_F(FloatingWindowTest, OnlyAViewThatIsToBeTappedGrowsByATap) {
+  minimize();
+  tap({50, 100});
+  EXPECT_TRUE(view_->isMinimized());
+  view_->setTapToMaximize(true);
+  tap({50, 100});
+  EXPECT_TRUE(view_->isMinimized()) << "it counts from the next time on";
+  view_->maximizeView();
+  loop().advance(1s);
+  minimize();
+  tap({390, 844});
+  EXPECT_TRUE(view_->isMinimized()) << "beside it";
+  view_->setTapToMaximize(false);
+  tap({50, 100});
+  EXPECT_EQ(takeLog(), Log{willMaximize});
+  tap({50, 100});
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), Log{didMaximize});
+  EXPECT_TRUE(view_->gestureRecognizers().empty());
+}
+
+TEST_F(FloatingWindowTest, GrowingBackBeforeItHasShrunkEndsAtFullSize) {
+  pageAsksToMinimize(*view_);
+  loop().advance(100ms);
+  view_->maximizeView();
+  loop().advance(50ms);
+  pageAsksToMinimize(*view_);
+  EXPECT_EQ(takeLog(), (Log{willMinimize, willMaximize, willMinimize}));
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), (Log{didMinimize, didMaximize, didMinimize}));
+  EXPECT_TRUE(view_->isMinimized());
+  expectNear(view_->frame(), {{5, 5}, {99, 198}});
+}
+
+TEST_F(FloatingWindowTest, AViewReleasedWhileItMovesIsNotKeptAlive) {
+  pageAsksToMinimize(*view_);
+  const std::weak_ptr<VelnorAgentView> weak = view_;
+  view_.reset();
+  MinimizedState::shared().remove();
+  EXPECT_TRUE(weak.expired());
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), Log{willMinimize});
+
+  view_ = VelnorAgentView::create(Region::eu(), "o", false);
+  window_->addSubview(view_);
+  watch(*view_);
+  minimize();
+  view_->maximizeView();
+  MinimizedState::shared().remove();
+  view_.reset();
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), Log{willMaximize});
+}
+
+TEST_F(FloatingWindowTest, HandlersMayTakeEverythingAway) {
+  view_->setMinimizedSuperview(UIView::create({{0, 0}, {100, 100}}));
+  view_->setEventHandler([&](const AgentEvent& event) {
+    log_.push_back(encodeJson(event));
+    view_->setMinimizedSuperview(nullptr);
+    view_->removeFromSuperview();
+  });
+  pageAsksToMinimize(*view_);
+  expectNear(view_->frame(), {{5, 5}, {99, 198}});
+  EXPECT_EQ(view_->superview(), nullptr) << "its container has gone meanwhile";
+  loop().advance(1s);
+  view_->setEventHandler([&](const AgentEvent&) {
+    MinimizedState::shared().remove();
+    view_.reset();
+  });
+  view_->maximizeView();
+  EXPECT_EQ(view_, nullptr);
+  loop().advance(1s);
+}
+
+TEST_F(FloatingWindowTest, AViewWithoutASizeStaysFinite) {
+  view_->setFrame({{10, 10}, {0, 600}});
+  view_->setMinimizedSize(CGSize{120, 200});
+  minimize();
+  expectNear(view_->frame(), {{5, 5}, {120, 200}});
+  EXPECT_TRUE(std::isfinite(view_->bounds().size.width) && std::isfinite(view_->transform().a));
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_EQ(view_->frame(), (CGRect{{10, 10}, {0, 600}}));
+}
+
+}  // namespace
+}  // namespace corvane

@@ -1,0 +1,142 @@
+#include "corvane/minimized/minimized_state.h"
+
+#include "corvane/minimized/scene_key_window.h"
+#include "corvane/platform/views/ui_application.h"
+#include "corvane/platform/views/ui_window_scene.h"
+#include "tests/support/floating_window_test.h"
+#include "tests/support/outcome_text.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+using MinimizedStateTest = FloatingWindowTest;
+
+TEST_F(MinimizedStateTest, WithoutAViewEverythingDoesNothing) {
+  MinimizedState& state = MinimizedState::shared();
+  EXPECT_FALSE(state.isMinimized() || state.agentView());
+  state.bringToFront();
+  state.moveTo(window_);
+  state.remove();
+  state.maximize();
+  state.getCartStatus([&](const auto&) { log_.emplace_back("called"); });
+  state.removeProductInCart("A", [&](const auto&) { log_.emplace_back("called"); });
+  loop().advance(10s);
+  EXPECT_TRUE(log_.empty());
+  EXPECT_EQ(screen_->subviews().size(), 1U);
+}
+
+TEST_F(MinimizedStateTest, TheViewOutlivesItsScreenAndCanBeMovedAndRemoved) {
+  MinimizedState& state = MinimizedState::shared();
+  minimize();
+  const std::weak_ptr<VelnorAgentView> weak = view_;
+  view_.reset();
+  screen_->removeFromSuperview();
+  EXPECT_TRUE(state.isMinimized());
+  const auto next = UIView::create({{0, 0}, {390, 844}});
+  window_->addSubview(next);
+  state.bringToFront();
+  EXPECT_EQ(window_->subviews().back(), weak.lock());
+  const auto other = UIView::create();
+  next->addSubview(other);
+  const CGRect frame = weak.lock()->frame();
+  state.moveTo(next);
+  EXPECT_EQ(next->subviews().back(), weak.lock());
+  next->bringSubviewToFront(other);
+  state.moveTo(next);
+  EXPECT_EQ(next->subviews().back(), other) << "it is there already";
+  EXPECT_EQ(weak.lock()->frame(), frame);
+  {
+    const auto view = weak.lock();
+    state.remove();
+    EXPECT_EQ(view->superview(), nullptr);
+    EXPECT_TRUE(view->isMinimized());
+  }
+  EXPECT_FALSE(state.isMinimized());
+  EXPECT_TRUE(weak.expired());
+}
+
+TEST_F(MinimizedStateTest, AnotherViewTakesTheHoldersPlaceAndLeavesTheFirstOnScreen) {
+  minimize();
+  const auto second = VelnorAgentView::create(Region::eu(), "o", false);
+  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
+  EXPECT_EQ(view_->superview(), window_);
+  watch(*second);
+  window_->addSubview(second);
+  pageAsksToMinimize(*second);
+  Log restored;
+  MinimizedState::shared().registerRestoreAction([&](const auto&) { restored.emplace_back("first"); });
+  MinimizedState::shared().registerRestoreAction([&](const auto&) { restored.emplace_back("second"); });
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_TRUE(restored.empty()) << "the view that grows back is not the one that is held";
+  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr) << "whichever it was";
+  minimize();
+  MinimizedState::shared().maximize();
+  loop().advance(1s);
+  EXPECT_EQ(restored, Log{"second"});
+  minimize();
+  MinimizedState::shared().resetRestoreAction();
+  MinimizedState::shared().maximize();
+  loop().advance(1s);
+  EXPECT_EQ(restored.size(), 1U);
+}
+
+TEST_F(MinimizedStateTest, ForwardsEachOperationToTheViewThatItHolds) {
+  MinimizedState& state = MinimizedState::shared();
+  minimize();
+  const auto note = [&](const auto& outcome) { log_.push_back(outcomeText(outcome)); };
+  state.isProductInCart("A", note);
+  EXPECT_EQ(takeLog(), Log{"error noActiveCall"});
+  headless::HeadlessWebEngine::of(*view_)->postMessage(
+      agentEventChannel, R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})");
+  takeLog();
+  state.addProductToCall(Product({}), note);
+  EXPECT_EQ(takeLog(), Log{"error Need at least one(1) variation"});
+  state.getProductsInCall(note);
+  state.isProductInCall("1", note);
+  state.removeProductInCall("2", note);
+  state.addProductToCart("3", note);
+  state.updateProductInCart("4", 7, note);
+  state.getProductsInCart(note);
+  state.getCartStatus(note);
+  state.isProductInCart("5", note);
+  state.removeProductInCart("6", note);
+  state.decrementProductInCart("8", note);
+  loop().advance(1min);
+  EXPECT_EQ(takeLog(), Log(10, "error requestTimeout"));
+  Log asked;
+  for (const std::string& script : scripts()) {
+    const auto action = JsonValue::parse(script.substr(11, script.size() - 13)).value();
+    const JsonView data = action.find("data").value();
+    asked.push_back(std::string(action.findString("eventType").value()).substr(13) + " " +
+                    std::string(data.findString("sku").value_or("")));
+  }
+  EXPECT_EQ(asked,
+            (Log{"GET_PRODUCTS_IN_CALL ", "IS_PRODUCT_IN_CALL 1", "REMOVE_PRODUCT_IN_CALL 2", "ADD_PRODUCT_TO_CART 3",
+                 "UPDATE_PRODUCT_IN_CART 4", "GET_PRODUCTS_IN_CART ", "GET_PRODUCTS_IN_CART ", "IS_PRODUCT_IN_CART 5",
+                 "REMOVE_PRODUCT_IN_CART 6", "GET_PRODUCTS_IN_CART "}));
+}
+
+class OtherScene : public UIScene {};
+
+TEST_F(MinimizedStateTest, TheKeyWindowIsThatOfTheFirstWindowScene) {
+  UIApplication& application = UIApplication::shared();
+  EXPECT_EQ(sceneKeyWindow(), nullptr);
+  const std::vector<std::shared_ptr<UIScene>> scenes{std::make_shared<OtherScene>(), UIWindowScene::create(),
+                                                     UIWindowScene::create()};
+  for (const auto& scene : scenes) application.connect(scene);
+  const auto hidden = UIWindow::create();
+  hidden->setWindowScene(std::dynamic_pointer_cast<UIWindowScene>(scenes[2]));
+  hidden->makeKey();
+  window_->setWindowScene(std::dynamic_pointer_cast<UIWindowScene>(scenes[1]));
+  EXPECT_EQ(sceneKeyWindow(), nullptr) << "others are not looked at";
+  const auto second = UIWindow::create();
+  second->setWindowScene(std::dynamic_pointer_cast<UIWindowScene>(scenes[1]));
+  second->makeKey();
+  EXPECT_EQ(sceneKeyWindow(), second);
+  for (const auto& scene : scenes) application.disconnect(scene);
+}
+
+}  // namespace
+}  // namespace corvane
