@@ -7,6 +7,7 @@
 #include "demo/demo_options.h"
 #include "demo/host_window.h"
 #include "demo/local_page_server.h"
+#include "demo/shop_products.h"
 
 namespace {
 
@@ -28,13 +29,18 @@ int run(const demo::DemoOptions& options) {
     std::fprintf(stderr, "demo: %s\n", server.error().c_str());
     return 1;
   }
+  const auto products = demo::readProducts(CORVANE_DEMO_CATALOGUE);
+  if (!products) {
+    std::fprintf(stderr, "demo: %s\n", products.error().c_str());
+    return 1;
+  }
   GMainLoop* const loop = g_main_loop_new(nullptr, FALSE);
   int result = 0;
   {
-    demo::HostWindow window(options, (*server)->address(options.page), loop);
+    demo::HostWindow window(options, (*server)->address(options.page), *products, loop);
     window.show();
     g_main_loop_run(loop);
-    if (options.isTour && !window.hasCallEnded()) {
+    if (options.isTour && !window.isTourComplete()) {
       std::fputs("demo: the tour did not come to its end\n", stderr);
       result = 1;
     }

@@ -1,4 +1,5 @@
-// A whole call without a web engine: the framework on virtual time, with a simulated agent tool page.
+// A whole call without a web engine, and then every request to the page with everything that can go wrong: the
+// framework on virtual time, with a simulated agent tool page.
 #include <chrono>
 #include <cstdio>
 
@@ -6,9 +7,13 @@
 #include "corvane/platform/headless/headless_backend.h"
 #include "corvane/simulation/simulated_agent_tool.h"
 #include "demo/event_printer.h"
+#include "demo/request_tour.h"
 
-int main() {
-  using namespace corvane;
+namespace {
+
+using namespace corvane;
+
+bool tourCall() {
   const auto backend = headless::Backend::install();
   backend->setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
   backend->setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
@@ -24,5 +29,15 @@ int main() {
   view->loadBooking("booking-7");
   backend->runLoop().advance(std::chrono::seconds(30));
   std::puts(hasEnded ? "The call has ended." : "The call has not ended.");
-  return hasEnded ? 0 : 1;
+  return hasEnded;
+}
+
+}  // namespace
+
+int main() {
+  const bool hasCallEnded = tourCall();
+  std::puts("\nWhat a host app can ask of the page, with the seconds that pass on the virtual clock:");
+  const bool isAsExpected = demo::tourRequests();
+  std::puts(isAsExpected ? "\nEvery request ended as expected." : "\nSome request did not end as expected.");
+  return hasCallEnded && isAsExpected ? 0 : 1;
 }

@@ -1,34 +1,36 @@
-/// The host app of the demo: a phone-sized window with the agent view in it.
+/// The host app of the demo: a phone-sized window with two screens, the agent view and the app's own products.
 #pragma once
 
 #include <gtk/gtk.h>
 
 #include <memory>
 #include <string>
+#include <vector>
 
-#include "corvane/agent_view/velnor_agent_view.h"
-#include "corvane/platform/gtk/gtk_surface.h"
+#include "corvane/product/product.h"
 #include "demo/demo_options.h"
 
 namespace corvane::demo {
 
-/// Shows one agent view, prints its events and, on a tour, takes pictures of it and ends with the call.
+/// Prints the agent view's events and how requests ended. On a tour it makes some requests by itself, saves pictures,
+/// and ends with the call.
 ///
 /// Ownership: owned by main; closing the window ends the loop. Threads: main thread only.
 class HostWindow {
  public:
-  HostWindow(const DemoOptions& options, const std::string& pageAddress, GMainLoop* loop);
+  HostWindow(const DemoOptions& options, const std::string& pageAddress, const std::vector<Product>& products,
+             GMainLoop* loop);
   HostWindow(const HostWindow&) = delete;
   HostWindow& operator=(const HostWindow&) = delete;
   ~HostWindow();
 
   void show();
-  /// Whether the call has ended as a tour is meant to.
-  [[nodiscard]] bool hasCallEnded() const;
+  /// Whether the tour has come to its end as it is meant to.
+  [[nodiscard]] bool isTourComplete() const;
 
  private:
-  class Screen;
-  std::shared_ptr<Screen> screen_;
+  class Screens;
+  std::shared_ptr<Screens> screens_;
 };
 
 }  // namespace corvane::demo

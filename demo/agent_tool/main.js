@@ -7,7 +7,7 @@ import { HostActions } from "./host_actions.js";
 import { HostState } from "./host_state.js";
 import { showHostState } from "./host_state_view.js";
 import { logKeptBack, logPosted, logReceived } from "./message_log.js";
-import { booking, organisation, usesSsoLogin, wantsTour } from "./page_address.js";
+import { booking, organisation, usesSsoLogin, wantsTour, wantsTourWithHost } from "./page_address.js";
 import { pause } from "./pause.js";
 import { needsReloadFor, reloadWith, troubleAtStart } from "./post_action_switch.js";
 import { startPreview, stopPreview } from "./preview.js";
@@ -23,6 +23,7 @@ const timeToHangUp = 350;
 const localeSelect = document.querySelector("#locale-select");
 
 let tokenRequests = 0;
+let signedOut = () => {};
 
 function post(eventType, data) {
   postEvent(eventType, data);
@@ -48,7 +49,10 @@ const call = new CallState((status) => {
   }
 });
 
-const hostState = new HostState(() => showHostState(hostState));
+const hostState = new HostState(() => {
+  showHostState(hostState);
+  if (hostState.signIn === "out") signedOut();
+});
 
 const troubles = new Troubles({
   post: ({ eventType, data }) => post(eventType, data),
@@ -124,6 +128,7 @@ const actions = {
     post(EventType.refreshSsoToken, { responseId: `response-${tokenRequests}` });
   },
   reportUnauthorized: () => post(EventType.unauthorized),
+  waitForSignOut: () => new Promise((resolve) => (signedOut = resolve)),
 
   setTrouble(details) {
     if (fieldsAreUsable(details)) setTrouble(wishOf(details));
@@ -172,4 +177,4 @@ window.agentTool = Object.freeze({
 });
 
 // The host can hear this page only once the whole document has loaded.
-if (wantsTour) window.addEventListener("load", () => runTour(perform));
+if (wantsTour) window.addEventListener("load", () => runTour(perform, { withHost: wantsTourWithHost }));

@@ -3,4 +3,5 @@ const items = new URLSearchParams(window.location.search);
 export const organisation = items.get("orgId") || "no organisation";
 export const booking = items.get("connectId") || "no booking";
 export const usesSsoLogin = items.get("ssoLogin") === "true";
-export const wantsTour = window.location.hash === "#tour";
+export const wantsTourWithHost = window.location.hash === "#tour-with-host";
+export const wantsTour = wantsTourWithHost || window.location.hash === "#tour";

@@ -15,6 +15,7 @@ const steps = [
   { action: "increaseInCart", sku: "SHIRT-OXFORD-M-BLUE" },
   { action: "removeFromCart", sku: "JEANS-SLIM-32-INDIGO" },
   { action: "removeFromCall", sku: "SCARF-MERINO-GREY" },
+  { action: "waitForSignOut", longestWait: 30000 },
   { action: "refreshSsoToken" },
   { action: "reportUnauthorized" },
   { action: "loseConnection" },
@@ -34,8 +35,11 @@ async function run(step, perform) {
   await (step.longestWait ? Promise.race([done, pause(step.longestWait)]) : done);
 }
 
-export async function runTour(perform) {
+// A host that takes part in the tour does so before it signs out; without one
+// there is nothing to wait for.
+export async function runTour(perform, { withHost }) {
   for (const step of steps) {
+    if (step.action === "waitForSignOut" && !withHost) continue;
     const button = buttonFor(step);
     button?.scrollIntoView({ block: "nearest" });
     button?.classList.add("pressed");
