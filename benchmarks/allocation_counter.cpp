@@ -1,5 +1,7 @@
 #include "benchmarks/allocation_counter.h"
 
+#include <malloc.h>
+
 #include <cstdlib>
 #include <new>
 
@@ -12,6 +14,11 @@ std::uint64_t count = 0;
 namespace corvane::benchmarks {
 
 std::uint64_t allocationCount() { return count; }
+
+std::uint64_t allocatedBytes() {
+  const auto heap = mallinfo2();
+  return heap.uordblks + heap.hblkhd;
+}
 
 }  // namespace corvane::benchmarks
 

@@ -9,6 +9,8 @@ namespace corvane::benchmarks {
 
 /// How often anything was allocated since the program began.
 [[nodiscard]] std::uint64_t allocationCount();
+/// How many bytes all blocks take that are allocated now, with what the heap adds to each.
+[[nodiscard]] std::uint64_t allocatedBytes();
 
 /// Reports the allocations of each iteration from its construction to its end.
 class AllocationReport {

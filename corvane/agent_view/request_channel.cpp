@@ -47,7 +47,7 @@ bool RequestChannel::canSend(Actionable& record) const {
   // Only a product may be in a state that has no JSON form.
   if (record.action() == Action::addProductToCall) {
     try {
-      static_cast<void>(record.encode());
+      record.tryToEncode();
     } catch (const EncodingError& error) {
       record.fail(AgentError::EncodingError{error.debugDescription()});
       return false;
@@ -64,7 +64,7 @@ void RequestChannel::send(std::shared_ptr<Actionable> record) {
   if (host == nullptr) return;
   if (!record->callbackId()) return postOrMaximize(*host, std::move(record));
   auto line = line_.lock();
-  if (line == nullptr) line_ = line = std::make_shared<Line>();
+  if (line == nullptr) line_ = line = std::make_shared<Line>(Line{.channel = weak_from_this()});
   line->waiting.push_back(std::move(record));
   line->host = std::move(host);
   if (!isSlotTaken_) takeSlot(std::move(line));
@@ -72,8 +72,10 @@ void RequestChannel::send(std::shared_ptr<Actionable> record) {
 
 void RequestChannel::takeSlot(std::shared_ptr<Line> line) {
   isSlotTaken_ = true;
-  RunLoop::main().post(
-      whileAlive(weak_from_this(), [line = std::move(line)](RequestChannel& self) { self.admitNext(line); }));
+  // Small enough to be stored without an allocation.
+  RunLoop::main().post([line = std::move(line)] {
+    if (const auto self = line->channel.lock()) self->admitNext(line);
+  });
 }
 
 void RequestChannel::admitNext(const std::shared_ptr<Line>& line) {
@@ -82,10 +84,11 @@ void RequestChannel::admitNext(const std::shared_ptr<Line>& line) {
   line->waiting.pop_front();
   if (line->waiting.empty()) line->host.reset();
   sentCallbackActions_.push_back(record);
-  RunLoop::main().schedule(answerLimit,
-                           whileAlive(weak_from_this(), [line, sent = std::weak_ptr(record)](RequestChannel& self) {
-                             if (const auto pending = sent.lock()) self.timeOut(*pending);
-                           }));
+  RunLoop::main().schedule(answerLimit, [line, sent = std::weak_ptr(record)] {
+    const auto self = line->channel.lock();
+    const auto pending = sent.lock();
+    if (self != nullptr && pending != nullptr) self->timeOut(*pending);
+  });
   postOrMaximize(*host, record);
 }
 

@@ -70,9 +70,10 @@ class RequestChannel final : public std::enable_shared_from_this<RequestChannel>
 
  private:
   struct Line {
-    std::deque<std::shared_ptr<Actionable>> waiting;
+    std::weak_ptr<RequestChannel> channel{};
+    std::deque<std::shared_ptr<Actionable>> waiting{};
     /// Set while anybody waits.
-    std::shared_ptr<RequestChannelHost> host;
+    std::shared_ptr<RequestChannelHost> host{};
   };
 
   void takeSlot(std::shared_ptr<Line> line);

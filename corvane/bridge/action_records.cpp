@@ -56,8 +56,7 @@ std::string AnsweredAction<Data, Completion>::encode() const {
 }
 
 std::string AddProductAction::encode() const {
-  if (text_.empty()) text_ = AnsweredAction::encode();
-  return text_;
+  return text_.empty() ? AnsweredAction::encode() : std::exchange(text_, {});
 }
 
 void AddProductAction::handleCallback(JsonView /*data*/, std::optional<AgentError> error,

@@ -86,7 +86,9 @@ class GetProductAction final : public AnsweredAction<RequestId, SkuListCompletio
 class AddProductAction final : public AnsweredAction<ProductActionData, AgentErrorCompletion> {
  public:
   using AnsweredAction::AnsweredAction;
-  /// The text is kept: a product is encoded to see whether it can be, and again when its turn has come.
+  /// Keeps the text for when the product's turn has come: it may be long.
+  void tryToEncode() override { text_ = AnsweredAction::encode(); }
+  /// Gives the kept text away.
   [[nodiscard]] std::string encode() const override;
   void handleCallback(JsonView data, std::optional<AgentError> error, const CartQuantities& cart) override;
 

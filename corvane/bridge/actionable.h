@@ -32,6 +32,8 @@ class Actionable : public JsonStringEncodable {
   [[nodiscard]] virtual std::optional<std::string_view> callbackId() const = 0;
   /// Whether the record may only be sent while a call is running.
   [[nodiscard]] virtual bool requiresActiveCall() const = 0;
+  /// Finds out whether the record has a JSON text. Throws `EncodingError`.
+  virtual void tryToEncode() { static_cast<void>(encode()); }
   /// Completes the host app's request, the first time that it is called. The cart is the customer's at this moment.
   virtual void handleCallback(JsonView data, std::optional<AgentError> error, const CartQuantities& cart) = 0;
 
