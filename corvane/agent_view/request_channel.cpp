@@ -14,14 +14,8 @@ namespace corvane {
 
 namespace {
 
-std::optional<Callback> readCallback(JsonView data) {
-  try {
-    return decodeFromJsonObject<Callback>(data);
-  } catch (const DecodingError&) {
-    return std::nullopt;
-  } catch (JsonError) {
-    return std::nullopt;
-  }
+auto isAnsweredBy(std::string_view id) {
+  return [id](const std::shared_ptr<Actionable>& record) { return record->callbackId() == id; };
 }
 
 }  // namespace
@@ -39,8 +33,7 @@ void RequestChannel::submit(std::shared_ptr<Actionable> record) {
 
 bool RequestChannel::canSend(Actionable& record) const {
   const auto host = host_.lock();
-  if (host == nullptr) return false;
-  if (record.requiresActiveCall() && !host->hasActiveCall()) {
+  if (record.requiresActiveCall() && (host == nullptr || !host->hasActiveCall())) {
     record.fail(AgentError::NoActiveCall{});
     return false;
   }
@@ -56,7 +49,7 @@ bool RequestChannel::canSend(Actionable& record) const {
       return false;
     }
   }
-  return true;
+  return host != nullptr;
 }
 
 void RequestChannel::send(std::shared_ptr<Actionable> record) {
@@ -78,17 +71,39 @@ void RequestChannel::takeSlot(std::shared_ptr<Line> line) {
   });
 }
 
+/// The timer of a request. It holds the line, which nobody else does while the request is pending.
+class RequestChannel::TimeLimit {
+ public:
+  TimeLimit(std::shared_ptr<Line> line, std::weak_ptr<Actionable> sent)
+      : line_(std::move(line)), sent_(std::move(sent)) {}
+  TimeLimit(TimeLimit&&) = default;
+  TimeLimit& operator=(TimeLimit&&) = delete;
+  /// The run loop may end first. What a completion holds, perhaps the view itself, must not be left behind then.
+  ~TimeLimit() {
+    const auto record = sent_.lock();
+    const auto channel = record == nullptr ? nullptr : line_->channel.lock();
+    if (channel != nullptr) std::erase(channel->sentCallbackActions_, record);
+  }
+
+  void operator()() {
+    const auto channel = line_->channel.lock();
+    const auto record = std::exchange(sent_, {}).lock();
+    if (channel == nullptr || record == nullptr) return;
+    if (channel->removeSentCallbackAction(*record->callbackId())) record->fail(AgentError::RequestTimeout{});
+  }
+
+ private:
+  std::shared_ptr<Line> line_;
+  std::weak_ptr<Actionable> sent_;
+};
+
 void RequestChannel::admitNext(const std::shared_ptr<Line>& line) {
   const auto host = line->host;
   const auto record = std::move(line->waiting.front());
   line->waiting.pop_front();
   if (line->waiting.empty()) line->host.reset();
   sentCallbackActions_.push_back(record);
-  RunLoop::main().schedule(answerLimit, [line, sent = std::weak_ptr(record)] {
-    const auto self = line->channel.lock();
-    const auto pending = sent.lock();
-    if (self != nullptr && pending != nullptr) self->timeOut(*pending);
-  });
+  RunLoop::main().schedule(answerLimit, TimeLimit(line, record));
   postOrMaximize(*host, record);
 }
 
@@ -118,36 +133,27 @@ void RequestChannel::didEvaluate(Action action, const EvaluationResult& result) 
 }
 
 void RequestChannel::handleCallbackEvent(JsonView data) {
-  const auto callback = readCallback(data);
-  if (!callback) return;
-  const auto record = findSentCallbackAction(callback->_id);
+  const auto callback = tryDecodeFromJsonObject<Callback>(data);
   const auto host = host_.lock();
-  if (record == nullptr || host == nullptr) return;
-  const auto self = shared_from_this();  // the completion may drop the view
+  if (!callback || host == nullptr) return;
+  const auto found = std::ranges::find_if(sentCallbackActions_, isAnsweredBy(callback->_id));
+  if (found == sentCallbackActions_.end()) return;
+  // The completion may drop the view, and be asked to answer again.
+  const auto self = shared_from_this();
+  const auto record = *found;
   std::optional<AgentError> error;
   if (callback->error) error = AgentError::AgentToolError{*callback->error};
   record->handleCallback(data, std::move(error), host->cart());
   removeSentCallbackAction(callback->_id);
 }
 
-void RequestChannel::timeOut(const Actionable& record) {
-  const auto removed = removeSentCallbackAction(*record.callbackId());
-  if (removed != nullptr) removed->fail(AgentError::RequestTimeout{});
-}
-
-std::shared_ptr<Actionable> RequestChannel::findSentCallbackAction(std::string_view id) const {
-  const auto found =
-      std::ranges::find_if(sentCallbackActions_, [id](const auto& sent) { return sent->callbackId() == id; });
-  return found == sentCallbackActions_.end() ? nullptr : *found;
-}
-
-std::shared_ptr<Actionable> RequestChannel::removeSentCallbackAction(std::string_view id) {
-  auto removed = findSentCallbackAction(id);
-  if (removed == nullptr) return nullptr;
-  std::erase(sentCallbackActions_, removed);
+bool RequestChannel::removeSentCallbackAction(std::string_view id) {
+  const auto found = std::ranges::find_if(sentCallbackActions_, isAnsweredBy(id));
+  if (found == sentCallbackActions_.end()) return false;
+  sentCallbackActions_.erase(found);
   isSlotTaken_ = false;
   if (auto line = line_.lock(); line != nullptr && !line->waiting.empty()) takeSlot(std::move(line));
-  return removed;
+  return true;
 }
 
 }  // namespace corvane

@@ -56,7 +56,8 @@ class RequestChannel final : public std::enable_shared_from_this<RequestChannel>
 
   /// Sends a request if it may be sent now.
   void submit(std::shared_ptr<Actionable> record);
-  /// Whether a request may be sent now; where it may not, the request has been completed with the reason.
+  /// Whether a request may be sent now; where it may not, the request has been completed with the reason. Once the view
+  /// is ending there is no call any more.
   [[nodiscard]] bool canSend(Actionable& record) const;
   /// Sends a request that may be sent.
   void send(std::shared_ptr<Actionable> record);
@@ -69,6 +70,7 @@ class RequestChannel final : public std::enable_shared_from_this<RequestChannel>
   }
 
  private:
+  /// Those who wait.
   struct Line {
     std::weak_ptr<RequestChannel> channel{};
     std::deque<std::shared_ptr<Actionable>> waiting{};
@@ -76,15 +78,15 @@ class RequestChannel final : public std::enable_shared_from_this<RequestChannel>
     std::shared_ptr<RequestChannelHost> host{};
   };
 
+  class TimeLimit;
+
   void takeSlot(std::shared_ptr<Line> line);
   void admitNext(const std::shared_ptr<Line>& line);
   void postOrMaximize(RequestChannelHost& host, std::shared_ptr<Actionable> record);
   void post(const Actionable& record);
   void didEvaluate(Action action, const EvaluationResult& result);
-  void timeOut(const Actionable& record);
-  [[nodiscard]] std::shared_ptr<Actionable> findSentCallbackAction(std::string_view id) const;
-  /// Takes a request off the list and lets the next one in. Null when it is not there.
-  std::shared_ptr<Actionable> removeSentCallbackAction(std::string_view id);
+  /// Takes a request off the list and lets the next one in. False when it is not there.
+  bool removeSentCallbackAction(std::string_view id);
 
   std::weak_ptr<RequestChannelHost> host_;
   std::weak_ptr<Line> line_;

@@ -26,10 +26,11 @@ class WKWebView;
 /// Holds video-shopping calls inside the host app: loads the agent tool page, tells the host app what happens in it
 /// and keeps the state of the call.
 ///
-/// Ownership: made by `create` and shared by whoever holds it; nothing of the framework keeps it alive on its own.
-///            Ending it ends the page.
+/// Ownership: made by `create` and shared by whoever holds it. The framework holds it while it is minimized, while
+///            requests wait for their turn, and while a decrement waits for the page. Ending it ends the page.
 /// Threads:   main thread only; handlers are called there, synchronously.
-/// Failure:   a page that does not load is told by the event `Error` and by `error()`; messages of the page that make
+/// Failure:   a page that does not load, and a script that fails in it, is told by the event `Error` and by `error()`;
+/// messages of the page that make
 ///            no sense are dropped. Nothing is thrown.
 class CORVANE_EXPORT VelnorAgentView final : public UIView,
                                              public WKScriptMessageHandler,
@@ -55,7 +56,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   [[nodiscard]] const std::optional<std::string>& connectId() const;
   /// Whether a page has ever finished loading in this view.
   [[nodiscard]] bool isLoaded() const;
-  /// Why the last load failed; none once the next load begins.
+  /// Why the last load failed, or the last action could not be posted; none once the next load begins.
   [[nodiscard]] const std::optional<WebError>& error() const;
 
   /// `disconnected` until the page reports something else, and again whenever a load begins.
@@ -69,12 +70,13 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// replaced, and the view dropped, from inside it.
   void setEventHandler(AgentEventHandler handler);
 
-  /// The product and cart operations. Each returns at once and calls its completion exactly once: inside the call where
-  /// the request is refused, else later. Requests wait for each other: the page is asked one at a time, in the order of
-  /// the calls, and has five seconds to answer each (`RequestTimeout` after that). All are refused with `NoActiveCall`
-  /// unless the call is `running`; an error of the page comes as `AgentToolError` with the page's own text. A SKU is
-  /// passed on as it is; the page never sees one that is not valid UTF-8, so that such a request times out. When the
-  /// view ends before an answer has come, the completion is not called.
+  /// The product and cart operations. Each returns at once and, as long as the view lives, calls its completion exactly
+  /// once: inside the call where the request is refused, else later. An answer of the page that makes no sense
+  /// completes the request without a value. Requests wait for each other: the page is asked one at a time, in the order
+  /// of the calls, and has five seconds to answer each (`RequestTimeout` after that). All are refused with
+  /// `NoActiveCall` unless the call is `running`; an error of the page comes as `AgentToolError` with the page's own
+  /// text. A SKU is passed on as it is; the page never sees one that is not valid UTF-8, so that such a request times
+  /// out.
 
   /// Shows a product in the call. A product that has no JSON form is refused with `EncodingError`.
   void addProductToCall(Product product, AgentErrorCompletion completion);

@@ -68,7 +68,12 @@ void VelnorAgentView::removeProductInCart(std::string sku, AgentErrorCompletion 
 }
 
 void VelnorAgentView::decrementProductInCart(std::string sku, AgentErrorCompletion completion) {
-  const auto view = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
+  const auto view = std::static_pointer_cast<VelnorAgentView>(weak_from_this().lock());
+  if (view == nullptr) {
+    // A view that is ending has no call any more.
+    if (completion) completion(AgentError::NoActiveCall{});
+    return;
+  }
   getCartStatus(
       [view, sku = std::move(sku), completion = std::move(completion)](AgentResult<CartQuantities> status) mutable {
         const auto finish = [&](AgentError error) {

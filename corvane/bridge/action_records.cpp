@@ -55,6 +55,12 @@ std::string AnsweredAction<Data, Completion>::encode() const {
   return actionText(_action, data_);
 }
 
+template class AnsweredAction<RequestId, SkuListCompletion>;
+template class AnsweredAction<RequestId, CartStatusCompletion>;
+template class AnsweredAction<SkuData, AgentErrorCompletion>;
+template class AnsweredAction<SkuData, BooleanCompletion>;
+template class AnsweredAction<ProductActionData, AgentErrorCompletion>;
+
 std::string AddProductAction::encode() const {
   return text_.empty() ? AnsweredAction::encode() : std::exchange(text_, {});
 }

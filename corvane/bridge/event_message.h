@@ -47,6 +47,18 @@ template <class Record>
   return JsonCoding<Record>::decode(object);
 }
 
+/// The same, but none where the record cannot be decoded.
+template <class Record>
+[[nodiscard]] std::optional<Record> tryDecodeFromJsonObject(JsonView object) {
+  try {
+    return decodeFromJsonObject<Record>(object);
+  } catch (const DecodingError&) {
+    return std::nullopt;
+  } catch (JsonError) {
+    return std::nullopt;
+  }
+}
+
 /// The event that a message of the page stands for; none for answers to requests, for unknown types and for payloads
 /// that lack what the event needs.
 [[nodiscard]] std::optional<AgentEvent> makeAgentEvent(WebAgentEventType type, JsonView data);

@@ -18,6 +18,7 @@ struct PageTrouble {
   /// The answer names a request that nobody made.
   struct AnswersUnknownIdentifier {};
   struct AnswersWithError {
+    /// Valid UTF-8, like everything in a page.
     std::string text;
   };
   /// The answer's "result" is none that anybody expects.

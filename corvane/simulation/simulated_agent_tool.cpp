@@ -1,6 +1,9 @@
 #include "corvane/simulation/simulated_agent_tool.h"
 
+#include <simdjson.h>
+
 #include <array>
+#include <stdexcept>
 #include <utility>
 
 #include "corvane/agent_view/script_bridge.h"
@@ -81,6 +84,13 @@ std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared
     });
   }
   return page;
+}
+
+void SimulatedAgentTool::setTrouble(PageTrouble::Value trouble) {
+  if (const auto* error = std::get_if<PageTrouble::AnswersWithError>(&trouble)) {
+    if (!simdjson::validate_utf8(error->text)) throw std::invalid_argument("an error text must be valid UTF-8");
+  }
+  trouble_ = std::move(trouble);
 }
 
 headless::HeadlessWebEngine* SimulatedAgentTool::engine() const {

@@ -57,8 +57,8 @@ class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_t
 
   void setLoadPlan(LoadPlan plan) { loadPlan_ = std::move(plan); }
 
-  /// Holds until it is set again, over loads, too.
-  void setTrouble(PageTrouble::Value trouble) { trouble_ = std::move(trouble); }
+  /// Holds until it is set again, over loads, too. Throws `std::invalid_argument` for a text that no page can have.
+  void setTrouble(PageTrouble::Value trouble);
   /// The actions that the page has got since the last load, as JSON texts.
   [[nodiscard]] const std::vector<std::string>& receivedActions() const { return receivedActions_; }
   [[nodiscard]] const SimulatedShop& shop() const { return shop_; }

@@ -1,6 +1,7 @@
 #include "corvane/simulation/simulated_shop.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "corvane/bridge/action.h"
 #include "corvane/bridge/product_cart_status_coding.h"
@@ -27,6 +28,10 @@ std::string eventText(WebAgentEventType type, const ProductCartStatus& data) {
   return writer.take();
 }
 
+std::int64_t oneMore(std::int64_t quantity) {
+  return quantity == std::numeric_limits<std::int64_t>::max() ? quantity : quantity + 1;
+}
+
 ActionOutcome answerWith(std::string result) { return {.events = {}, .error = {}, .result = std::move(result)}; }
 
 ActionOutcome refusal(std::string_view what, std::string_view sku) {
@@ -41,8 +46,8 @@ std::optional<ActionOutcome> SimulatedShop::perform(std::string_view eventType, 
   const std::string_view sku = data.findString("sku").value_or("");
   switch (*action) {
     using enum Action;
-    case Action::addProductToCall:
-      return this->addProductToCall(data.find("data").value_or(JsonView()));
+    case addProductToCall:
+      return showInCall(data.find("data").value_or(JsonView()));
     case getProductsInCall:
       return answerWith(jsonText(skusInCall_));
     case isProductInCall:
@@ -50,7 +55,7 @@ std::optional<ActionOutcome> SimulatedShop::perform(std::string_view eventType, 
     case removeProductInCall:
       return removeFromCall(sku);
     case addProductToCart:
-      return setQuantity(sku, quantityOf(sku) + 1);
+      return setQuantity(sku, oneMore(quantityOf(sku)));
     case updateProductInCart:
       return setQuantity(sku, data.find("quantity").value_or(JsonView()).integer().value_or(0));
     case getProductsInCart:
@@ -67,7 +72,7 @@ std::optional<ActionOutcome> SimulatedShop::perform(std::string_view eventType, 
   return std::nullopt;
 }
 
-ActionOutcome SimulatedShop::addProductToCall(JsonView product) {
+ActionOutcome SimulatedShop::showInCall(JsonView product) {
   const auto inner = product.find("product").value_or(JsonView());
   for (const JsonView variation : inner.find("variations").value_or(JsonView()).elements()) {
     const std::string_view sku = variation.findString("sku").value_or("");

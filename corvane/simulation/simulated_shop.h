@@ -32,7 +32,7 @@ class CORVANE_EXPORT SimulatedShop {
   [[nodiscard]] const CartQuantities& cart() const { return cart_; }
 
  private:
-  ActionOutcome addProductToCall(JsonView product);
+  ActionOutcome showInCall(JsonView product);
   ActionOutcome removeFromCall(std::string_view sku);
   ActionOutcome setQuantity(std::string_view sku, std::int64_t quantity);
   ActionOutcome removeFromCart(std::string_view sku);

@@ -12,6 +12,7 @@
 #include "corvane/bridge/action_records.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "tests/support/headless_test.h"
+#include "tests/support/outcome_text.h"
 #include "tests/support/product_samples.h"
 
 namespace corvane {
@@ -212,6 +213,10 @@ TEST_F(RequestChannelTest, MaximizingComesBeforeItsActionAndIsToldAfterIt) {
   loop().advance(1s);
   EXPECT_EQ(takeLog(),
             (Log{R"(evaluate postAction({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"});)", R"({"didMaximize":{}})"}));
+  channel_->submit(std::make_shared<GetProductAction>(RequestId{"m"}, nullptr, Action::maximize));
+  loop().runUntilIdle();
+  EXPECT_EQ(takeLog(), Log{"maximize"}) << "also for one that is answered";
+  loop().advance(5s);
 }
 
 TEST_F(RequestChannelTest, ARecordWithoutTextIsPostedAsAnEmptyOne) {
@@ -234,8 +239,9 @@ TEST_F(RequestChannelTest, WaitingRequestsKeepTheirHostUntilTheLastIsPostedAndNo
   EXPECT_TRUE(takeLog().empty());
 }
 
-TEST_F(RequestChannelTest, NothingIsLeftOfALineWhoseRunLoopEnds) {
-  channel_->submit(request("a"));
+TEST_F(RequestChannelTest, NothingIsLeftOfRequestsWhoseRunLoopEnds) {
+  // Its completion holds the host, as that of a host app may hold the view.
+  channel_->submit(request("a", [host = host_] {}));
   loop().runUntilIdle();
   channel_->submit(request("b"));
   takeLog();
@@ -244,6 +250,31 @@ TEST_F(RequestChannelTest, NothingIsLeftOfALineWhoseRunLoopEnds) {
   EXPECT_TRUE(takeLog().empty());
   loop().dropTasks();
   EXPECT_EQ(takeLog(), Log{"host ends"});
+}
+
+TEST_F(RequestChannelTest, ACompletionMayTakeTheChannelAwayWhileItIsAnswering) {
+  channel_->submit(request("a", [this] {
+    channel_.reset();
+    host_.reset();
+  }));
+  loop().runUntilIdle();
+  RequestChannel& channel = *channel_;
+  channel.handleCallbackEvent(JsonValue::parse(R"({"_id":"a"})").value());
+  EXPECT_EQ(takeLog(), (Log{posting("a"), "a: done", "host ends"}));
+  loop().advance(5s);
+}
+
+TEST_F(RequestChannelTest, TheCartIsTheOneAtTheTimeOfTheAnswer) {
+  host_->quantities = {{"A", 1}};
+  channel_->submit(std::make_shared<GetCartStatusAction>(
+      RequestId{"c"}, [this](const AgentResult<CartQuantities>& result) { log_.push_back(outcomeText(result)); },
+      Action::getProductsInCart));
+  loop().advance(1s);
+  takeLog();
+  host_->quantities = {{"A", 2}, {"B", 3}};
+  answer(R"({"_id":"c","result":["A"]})");
+  EXPECT_EQ(takeLog(), Log{R"({"A":2})"});
+  expectIdle();
 }
 
 }  // namespace

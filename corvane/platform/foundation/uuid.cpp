@@ -1,14 +1,12 @@
 #include "corvane/platform/foundation/uuid.h"
 
 #include <sys/mman.h>
-#include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <cstdint>
+#include <cstdlib>
 #include <new>
 #include <string_view>
-#include <system_error>
 #include <utility>
 
 namespace corvane {
@@ -16,10 +14,6 @@ namespace corvane {
 namespace {
 
 using Bytes = std::array<std::uint8_t, 16>;
-
-void fillWithEntropy(void* memory, std::size_t size) {
-  if (getentropy(memory, size) != 0) throw std::system_error(errno, std::generic_category(), "getentropy");
-}
 
 /// Random bytes of one thread, fetched some identifiers ahead: asking the kernel costs more than all the rest of a
 /// request. They lie in memory that a forked process finds zeroed, so that it starts with none.
@@ -35,11 +29,11 @@ class RandomBytes {
   Bytes take() {
     Bytes bytes{};
     if (stock_ == nullptr) {
-      fillWithEntropy(bytes.data(), bytes.size());
+      arc4random_buf(bytes.data(), bytes.size());
       return bytes;
     }
     if (stock_->count == 0) {
-      fillWithEntropy(stock_->bytes.data(), sizeof stock_->bytes);
+      arc4random_buf(stock_->bytes.data(), sizeof stock_->bytes);
       stock_->count = stock_->bytes.size();
     }
     // What has been given out is not kept.
@@ -50,7 +44,6 @@ class RandomBytes {
  private:
   struct Stock {
     std::size_t count;
-    /// As many as the kernel gives at once.
     std::array<Bytes, 16> bytes;
   };
 

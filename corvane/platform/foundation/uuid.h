@@ -5,8 +5,8 @@
 
 namespace corvane {
 
-/// A fresh random UUID (version 4) as 36 characters, hyphenated and in upper case. No process ever makes one that
-/// another has made, forked ones included.
+/// A fresh random UUID (version 4) as 36 characters, hyphenated and in upper case. It cannot be
+/// foreseen, and a forked process makes others than the one that it came from.
 [[nodiscard]] std::string makeUuid();
 
 }  // namespace corvane

@@ -1,0 +1,145 @@
+// The agent view's operations against a simulated page.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "corvane/agent_view/agent_view_parts.h"
+#include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/platform/views/ui_window.h"
+#include "corvane/simulation/simulated_agent_tool.h"
+#include "tests/support/headless_test.h"
+#include "tests/support/outcome_text.h"
+
+namespace corvane {
+namespace {
+
+using namespace std::chrono_literals;
+using simulation::PageTrouble;
+using Log = std::vector<std::string>;
+
+class AgentViewRequests : public HeadlessTest {
+ protected:
+  AgentViewRequests() {
+    view_->loadBooking("b");
+    page_->postCallStatus(CallSessionStatus::running);
+    loop().runUntilIdle();
+  }
+  auto note() {
+    return [this](const auto& outcome) { log_.push_back(outcomeText(outcome)); };
+  }
+  Log takeLog() { return std::exchange(log_, {}); }
+  /// The actions that the page has got, by meaning.
+  std::vector<nlohmann::json> received() {
+    std::vector<nlohmann::json> actions;
+    for (const std::string& action : page_->receivedActions()) actions.push_back(nlohmann::json::parse(action));
+    return actions;
+  }
+
+  std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "o", false);
+  std::shared_ptr<simulation::SimulatedAgentTool> page_ = simulation::SimulatedAgentTool::attach(view_);
+  Log log_;
+};
+
+TEST_F(AgentViewRequests, SigningOutNeedsACallAndTheTokenDoesNot) {
+  page_->postCallStatus(CallSessionStatus::paused);
+  view_->signOut();
+  view_->refreshSsoToken("a token", "its request");
+  page_->postCallStatus(CallSessionStatus::running);
+  view_->signOut();
+  loop().runUntilIdle();
+  const std::vector<nlohmann::json> expected{
+      {{"eventType", "SDK_INTERNAL_REFRESH_SSO_TOKEN"},
+       {"data", {{"idToken", "a token"}, {"responseId", "its request"}}}},
+      {{"eventType", "SDK_INTERNAL_LOGOUT"}},
+  };
+  EXPECT_EQ(received(), expected);
+}
+
+TEST_F(AgentViewRequests, AMinimizedViewTellsThePageThatItGrowsInEveryState) {
+  const auto window = UIWindow::create({{0, 0}, {390, 844}});
+  window->addSubview(view_);
+  page_->postCallStatus(CallSessionStatus::disconnected);
+  page_->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  loop().advance(1s);
+  view_->setEventHandler([this](const AgentEvent& event) { log_.push_back(encodeJson(event)); });
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_EQ(page_->receivedActions(), Log{R"({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"})"});
+  EXPECT_EQ(takeLog(), (Log{R"({"willMaximize":{}})", R"({"didMaximize":{}})"}));
+
+  page_->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  loop().advance(1s);
+  takeLog();
+  page_->setTrouble(PageTrouble::HasNoPostAction{});
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_EQ(takeLog(), (Log{R"({"willMaximize":{}})", R"({"error":{}})"})) << "the page does not know";
+}
+
+TEST_F(AgentViewRequests, AFailedScriptIsStoredBeforeItIsToldAndForgottenWithTheNextLoad) {
+  page_->setTrouble(PageTrouble::HasNoPostAction{});
+  view_->setEventHandler([this](const AgentEvent& event) {
+    log_.push_back(encodeJson(event) + (view_->error() ? " " + view_->error()->description : ""));
+  });
+  view_->getCartStatus(note());
+  loop().advance(5s);
+  EXPECT_EQ(takeLog(), (Log{R"({"error":{}} TypeError: postAction is not a function)", "error requestTimeout"}));
+  view_->loadBooking("b2");
+  EXPECT_FALSE(view_->error());
+  loop().runUntilIdle();
+}
+
+TEST_F(AgentViewRequests, DecrementingPassesEveryFailureOn) {
+  const auto decrement = [this] {
+    view_->decrementProductInCart("A", note());
+    loop().advance(20s);
+    return takeLog();
+  };
+  EXPECT_EQ(decrement(), Log{"error skuNotFound"}) << "an empty cart";
+  view_->updateProductInCart("A", 3, nullptr);
+  view_->updateProductInCart("B", 1, nullptr);
+  loop().advance(1s);
+  page_->setTrouble(PageTrouble::AnswersWithError{"closed"});
+  EXPECT_EQ(decrement(), Log{"error closed"});
+  page_->setTrouble(PageTrouble::NeverAnswers{});
+  EXPECT_EQ(decrement(), Log{"error requestTimeout"});
+  page_->setTrouble(PageTrouble::AnswersWithWrongType{});
+  EXPECT_EQ(decrement(), Log{"error skuNotFound"}) << "the page lists nothing";
+
+  page_->setTrouble(PageTrouble::AnswersLate{1s});
+  loop().schedule(1500ms, [this] { page_->setTrouble(PageTrouble::AnswersWithError{"too late"}); });
+  view_->decrementProductInCart("A", note());
+  loop().advance(900ms);
+  page_->setTrouble(PageTrouble::AnswersWithError{"no update"});
+  loop().advance(20s);
+  EXPECT_EQ(takeLog(), Log{"error no update"}) << "the update's own error";
+  page_->setTrouble(PageTrouble::AnswersLate{1s});
+  view_->decrementProductInCart("A", note());
+  loop().advance(500ms);
+  page_->postCallStatus(CallSessionStatus::reconnecting);
+  loop().advance(20s);
+  EXPECT_EQ(takeLog(), Log{"error noActiveCall"}) << "the update is refused";
+}
+
+TEST_F(AgentViewRequests, ADecrementKeepsItsViewUntilItIsDone) {
+  view_->updateProductInCart("A", 3, nullptr);
+  loop().advance(1s);
+  page_->setTrouble(PageTrouble::AnswersLate{1s});
+  view_->decrementProductInCart("A", note());
+  loop().runUntilIdle();
+  const std::weak_ptr<VelnorAgentView> weak = view_;
+  view_.reset();
+  loop().advance(1s);
+  EXPECT_EQ(page_->shop().cart().at("A"), 2);
+  EXPECT_TRUE(weak.expired()) << "the update was posted, and nobody waits for it";
+  loop().advance(10s);
+  EXPECT_TRUE(takeLog().empty());
+}
+
+}  // namespace
+}  // namespace corvane
