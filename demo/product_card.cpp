@@ -25,8 +25,8 @@ ProductCard::ProductCard(const Product& product, const std::shared_ptr<ShopReque
       cart_(std::move(cart)),
       card_(keep(makeColumn(8, "card"))),
       quantity_(keep(makeLabel("", "quantity"))) {
-  const auto button = [&](const char* text, std::function<void(ShopRequests&)> press) {
-    return makeButton(text, whileAlive(std::weak_ptr(requests), std::move(press)));
+  const auto button = [&](const char* text, const auto& press) {
+    return makeButton(text, whileAlive(std::weak_ptr(requests), press));
   };
   GtkWidget* const head = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 8);
   GtkWidget* const names = makeColumn(2, "names");

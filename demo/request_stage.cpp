@@ -79,7 +79,7 @@ void RequestStage::complete(std::size_t index, const std::string& outcome) {
 
 void RequestStage::printEvent(const AgentEvent& event) const {
   std::string line = "event " + encodeJson(event);
-  if (event.is<AgentEvent::Error>() && view_->error()) line.append(", ").append(view_->error()->description);
+  if (event.is<AgentEvent::Error>() && view_ && view_->error()) line.append(", ").append(view_->error()->description);
   say(line);
 }
 

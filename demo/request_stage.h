@@ -68,7 +68,7 @@ class RequestStage : public std::enable_shared_from_this<RequestStage> {
   RequestStage();
   [[nodiscard]] Duration now() const;
   std::size_t addStep(std::string request, std::string outcome, Duration time);
-  void complete(std::size_t step, const std::string& outcome);
+  void complete(std::size_t index, const std::string& outcome);
   void printEvent(const AgentEvent& event) const;
 
   std::unique_ptr<headless::Backend> backend_;

@@ -217,6 +217,14 @@ void viewEnds(RequestStage& stage) {
   stage.dropView();
 }
 
+void viewEndsWhileDecrementing(RequestStage& stage) {
+  stage.page().setTrouble(PageTrouble::NeverAnswers{});
+  stage.view().decrementProductInCart("A", stage.expect(R"(decrementProductInCart("A"))", timeOut, 5s));
+  stage.advance(1s);
+  stage.say("the last holder drops the view");
+  stage.dropView();
+}
+
 struct Scene {
   const char* title;
   void (*play)(RequestStage&);
@@ -245,6 +253,7 @@ constexpr Scene scenes[] = {
     {"The call ends meanwhile. What has been asked, or waits, still goes its way.", callEndsMeanwhile},
     {"Another booking is loaded meanwhile. The new page knows of no request.", anotherBooking},
     {"The view ends meanwhile. Nobody is told.", viewEnds},
+    {"Decrementing keeps the view until it knows the quantity, or that nobody tells.", viewEndsWhileDecrementing},
 };
 
 }  // namespace
