@@ -10,6 +10,7 @@
 #include "corvane/platform/gtk/gtk_backend.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
+#include "corvane/platform/gtk/signal_connection.h"
 #include "demo/local_page_server.h"
 #include "tests/contract/trouble_server.h"
 
@@ -72,7 +73,10 @@ class GtkPlatform final : public RealEnginePlatform {
     auto* const window = reinterpret_cast<GtkWindow*>(window_);
     gtk_window_set_default_size(window, 390, 844);
     gtk_window_set_decorated(window, FALSE);
-    gtk_window_set_child(window, surface_->widget());
+    auto* const overlay = reinterpret_cast<GtkOverlay*>(gtk_overlay_new());
+    gtk_overlay_set_child(overlay, hostWidgets_);
+    gtk_overlay_add_overlay(overlay, surface_->widget());
+    gtk_window_set_child(window, reinterpret_cast<GtkWidget*>(overlay));
     gtk_window_present(window);
   }
 
@@ -195,6 +199,15 @@ class GtkPlatform final : public RealEnginePlatform {
     };
   }
 
+  const std::shared_ptr<gtk::Surface>& surface() override { return surface_; }
+
+  void addHostButton(const CGRect& frame, std::function<void()> clicked) override {
+    GtkWidget* const button = gtk_button_new();
+    gtk_widget_set_size_request(button, static_cast<int>(frame.size.width), static_cast<int>(frame.size.height));
+    gtk::connectForLife<void(GtkButton*)>(button, "clicked", [clicked = std::move(clicked)](GtkButton*) { clicked(); });
+    gtk_fixed_put(reinterpret_cast<GtkFixed*>(hostWidgets_), button, frame.minX(), frame.minY());
+  }
+
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {
     backend_->setCaptureAuthorization(mediaType, status);
   }
@@ -212,6 +225,7 @@ class GtkPlatform final : public RealEnginePlatform {
   TroubleServer trouble_;
   std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
   GtkWidget* window_ = gtk_window_new();
+  GtkWidget* hostWidgets_ = gtk_fixed_new();
   bool promptAnswer_ = false;
   int promptCount_ = 0;
 };

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "corvane/platform/gtk/gtk_surface.h"
 #include "tests/contract/contract_platform.h"
 
 namespace corvane::contract {
@@ -30,6 +31,11 @@ class RealEnginePlatform : public ContractPlatform {
   [[nodiscard]] virtual EvaluationResult evaluate(const UIView& view, std::string_view script) = 0;
   /// Takes a picture of the window; the result gives the colour of single pixels, black where there is no picture.
   [[nodiscard]] virtual std::function<Colour(int x, int y)> takePicture() = 0;
+
+  /// The surface that shows the views; it lies over the host app's own widgets.
+  [[nodiscard]] virtual const std::shared_ptr<gtk::Surface>& surface() = 0;
+  /// Puts a button of the host app under the surface.
+  virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
 };
 
 }  // namespace corvane::contract

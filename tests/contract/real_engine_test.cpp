@@ -117,5 +117,23 @@ TEST_F(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
   EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(200, 300) != page; }));
 }
 
+TEST_F(RealEngine, TheWindowsOfSurfacesAreInOneSceneAndOneOfThemIsKey) {
+  ASSERT_EQ(UIApplication::shared().connectedScenes().size(), 1U);
+  const auto scene = std::dynamic_pointer_cast<UIWindowScene>(UIApplication::shared().connectedScenes().front());
+  ASSERT_NE(scene, nullptr);
+  const auto first = platform_->surface()->window();
+  auto second = gtk::Surface::create();
+  EXPECT_EQ(scene->windows(), (std::vector{first, second->window()}));
+  EXPECT_TRUE(first->isKeyWindow());
+  EXPECT_FALSE(second->window()->isKeyWindow());
+  second->window()->makeKey();
+  EXPECT_FALSE(first->isKeyWindow());
+  second.reset();
+  EXPECT_TRUE(first->isKeyWindow());
+  EXPECT_EQ(scene->windows().size(), 1U);
+  platform_.reset();
+  EXPECT_TRUE(UIApplication::shared().connectedScenes().empty());
+}
+
 }  // namespace
 }  // namespace corvane::contract

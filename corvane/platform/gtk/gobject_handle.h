@@ -42,6 +42,8 @@ class GObjectHandle {
   }
 
   [[nodiscard]] Object* get() const { return object_; }
+  /// Hands the reference over, for functions that take one.
+  [[nodiscard]] Object* release() { return std::exchange(object_, nullptr); }
   explicit operator bool() const { return object_ != nullptr; }
 
  private:

@@ -12,6 +12,7 @@
 #include "corvane/platform/capture/stored_authorization.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
+#include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
 
 namespace corvane::gtk {
@@ -50,6 +51,7 @@ struct Backend::Parts {
 
   std::shared_ptr<EngineContext> context;
   EngineFactory factory;
+  SceneConnection scene;
   StoredAuthorization authorization;
 };
 

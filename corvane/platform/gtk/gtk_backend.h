@@ -28,6 +28,8 @@ using CapturePrompt = std::function<void(const WKMediaCaptureRequest&, std::move
 
 /// The installed backend.
 ///
+/// It connects one window scene to the application, which the windows of all surfaces join.
+///
 /// It sets GSK_RENDERER=cairo in the environment where there is no graphics processor and the variable is not set, so
 /// install it before other threads start. Without that the toolkit emulates a graphics processor, which is slower.
 ///

@@ -12,12 +12,14 @@ using GtkWidget = _GtkWidget;
 
 namespace corvane::gtk {
 
-class GlibSource;
-
 /// Shows one window of views inside a widget that the host app places among its own.
 ///
 /// The window has the widget's size from the widget's first layout on, and none before; views that are to grow with it
-/// in proportion want a frame set on the window first, if they come earlier.
+/// in proportion want a frame set on the window first, if they come earlier. The window joins the backend's scene.
+///
+/// The widget may lie over others, as the overlay of a `GtkOverlay`: where no view takes touches, pointers and fingers
+/// reach what is under it. Touches go to the gesture recognizers first; a page gets those that none of them wants,
+/// once that is certain, and nothing of the others.
 ///
 /// A web view becomes a child of the widget when it is first seen in the tree and stays one for life, hidden while it
 /// is elsewhere: a web view that changes its parent loses its picture.
@@ -25,7 +27,8 @@ class GlibSource;
 /// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
 ///            a container, the widget stays there and shows nothing.
 /// Threads:   main thread only. A backend must be installed.
-/// Failure:   none.
+/// Failure:   none. What cannot be drawn, such as a view without a size or with a transform that is not finite, is
+///            left out.
 class CORVANE_EXPORT Surface final : public UIWindowHost, public std::enable_shared_from_this<Surface> {
   struct ConstructionKey {
     explicit ConstructionKey() = default;
@@ -40,21 +43,14 @@ class CORVANE_EXPORT Surface final : public UIWindowHost, public std::enable_sha
 
   /// The widget, owned by the surface and by the container that it is put into. It takes all the room it is given.
   [[nodiscard]] GtkWidget* widget() const;
-  [[nodiscard]] const std::shared_ptr<UIWindow>& window() const { return window_; }
+  [[nodiscard]] const std::shared_ptr<UIWindow>& window() const;
 
   void viewTreeDidChange() override;
 
  private:
-  friend struct SurfaceWidgetAccess;
+  class Parts;
 
-  void adoptWebViews();
-  void allocate(int width, int height);
-
-  std::shared_ptr<UIWindow> window_;
-  GtkWidget* widget_;
-  bool isAllocating_ = false;
-  /// Calls `adoptWebViews` once the present change is over.
-  std::unique_ptr<GlibSource> adoption_;
+  std::shared_ptr<Parts> parts_;
 };
 
 }  // namespace corvane::gtk

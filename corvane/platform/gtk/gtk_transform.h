@@ -1,4 +1,4 @@
-/// Our transforms in the toolkit's form.
+/// Our geometry in the toolkit's form.
 #pragma once
 
 #include <gsk/gsk.h>
@@ -7,10 +7,12 @@
 
 namespace corvane::gtk {
 
-/// Whether the mapping leaves nothing to see.
-[[nodiscard]] bool isCollapsed(const CGAffineTransform& transform);
+/// Whether the mapping leaves something to see, and has only numbers with which the toolkit can calculate.
+[[nodiscard]] bool isDrawable(const CGAffineTransform& transform);
+[[nodiscard]] bool isDrawable(const CGRect& rect);
 
-/// The same mapping; the caller owns it. Null, the toolkit's identity, for ours. The mapping must not be collapsed.
+/// The same mapping; the caller owns it. Null, the toolkit's identity, for ours. The mapping must be drawable.
 [[nodiscard]] GskTransform* makeGskTransform(const CGAffineTransform& transform);
+[[nodiscard]] graphene_rect_t makeGrapheneRect(const CGRect& rect);
 
 }  // namespace corvane::gtk

@@ -12,6 +12,7 @@
 #include "corvane/platform/gtk/gtk_evaluation.h"
 #include "corvane/platform/gtk/gtk_page_loader.h"
 #include "corvane/platform/gtk/gtk_page_settings.h"
+#include "corvane/platform/gtk/gtk_surface_widget.h"
 
 namespace corvane::gtk {
 
@@ -49,7 +50,7 @@ GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configura
                                          WebKitUserContentManager* manager) {
   const auto settings = makeSettings(configuration, context.options);
   return GObjectHandle<WebKitWebView>::sink(
-      g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context.webContext.get(), "network-session",
+      g_object_new(surfaceWebViewType(), "web-context", context.webContext.get(), "network-session",
                    context.networkSession.get(), "user-content-manager", manager, "settings", settings.get(), nullptr));
 }
 

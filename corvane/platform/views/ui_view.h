@@ -142,6 +142,8 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   static void animate(UIViewSpringAnimation animation);
   /// What is to be shown now.
   [[nodiscard]] UIViewPresentation presentation() const;
+  /// What is to be shown at a moment of the main run loop's time, so that all parts of one picture can be of the same.
+  [[nodiscard]] UIViewPresentation presentation(std::chrono::nanoseconds at) const;
   /// Whether a change in this view or below is still on its way, so that another picture is wanted soon.
   [[nodiscard]] bool hasAnimations() const;
 

@@ -35,13 +35,16 @@ void UIView::animate(UIViewSpringAnimation animation) {
 }
 
 UIViewPresentation UIView::presentation() const {
+  return presentation(animations_ != nullptr ? RunLoop::main().now() : RunLoop::Time());
+}
+
+UIViewPresentation UIView::presentation(std::chrono::nanoseconds at) const {
   if (animations_ == nullptr) return {bounds_, center_, transform_, cornerRadius_, alpha_};
-  const RunLoop::Time now = RunLoop::main().now();
-  return {.bounds = shownValue(animations_->bounds, bounds_, now),
-          .center = shownValue(animations_->center, center_, now),
-          .transform = shownValue(animations_->transform, transform_, now),
-          .cornerRadius = shownValue(animations_->cornerRadius, cornerRadius_, now),
-          .alpha = shownValue(animations_->alpha, alpha_, now)};
+  return {.bounds = shownValue(animations_->bounds, bounds_, at),
+          .center = shownValue(animations_->center, center_, at),
+          .transform = shownValue(animations_->transform, transform_, at),
+          .cornerRadius = shownValue(animations_->cornerRadius, cornerRadius_, at),
+          .alpha = shownValue(animations_->alpha, alpha_, at)};
 }
 
 bool UIView::hasAnimations() const { return ViewAnimations::isAnyRunning(*this); }

@@ -1,0 +1,43 @@
+/// How smoothly a window is redrawn, for demos and tests.
+#pragma once
+
+#include <chrono>
+#include <memory>
+
+#include "corvane/export.h"
+
+struct _GtkWidget;
+using GtkWidget = _GtkWidget;
+
+namespace corvane::gtk {
+
+/// Counts the pictures of a widget's window from its making on. Make it right before an animation and read it in the
+/// animation's completion: while nothing changes there are no pictures, and the wait for one counts as a gap.
+///
+/// Ownership: owned by whoever measures.
+/// Threads:   main thread only.
+/// Failure:   none; a widget that is not on screen has no pictures.
+class CORVANE_EXPORT FrameMeter {
+ public:
+  struct Result {
+    int pictures = 0;
+    /// 0 for fewer than two pictures, as is the gap.
+    double picturesPerSecond = 0;
+    std::chrono::nanoseconds longestGap{};
+  };
+
+  explicit FrameMeter(GtkWidget* widget);
+  FrameMeter(const FrameMeter&) = delete;
+  FrameMeter& operator=(const FrameMeter&) = delete;
+  ~FrameMeter();
+
+  /// From the first picture to the last one so far.
+  [[nodiscard]] Result result() const;
+
+ private:
+  struct Parts;
+
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace corvane::gtk

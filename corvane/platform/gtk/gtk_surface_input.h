@@ -1,0 +1,79 @@
+/// Touches and clicks on a surface, between our views and what is under them.
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <cstdint>
+#include <deque>
+#include <map>
+#include <memory>
+#include <optional>
+#include <set>
+
+#include "corvane/platform/gtk/gobject_handle.h"
+#include "corvane/platform/gtk/signal_connection.h"
+#include "corvane/platform/views/ui_window.h"
+
+namespace corvane::gtk {
+
+/// Brings what comes down on a surface widget to its window, and keeps it from the page while a recognizer may want
+/// it. A press that none wants is played again from its beginning; a page that had seen the beginning of what turns
+/// out to be a drag would never see an end of it.
+///
+/// Ownership: owned by the surface; it holds the window, and itself for the length of every call that it gets.
+/// Threads:   main thread only.
+class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
+  struct ConstructionKey {
+    explicit ConstructionKey() = default;
+  };
+
+ public:
+  static std::shared_ptr<SurfaceInput> create(GtkWidget* widget, std::shared_ptr<UIWindow> window);
+  SurfaceInput(ConstructionKey key, GtkWidget* widget, std::shared_ptr<UIWindow> window);
+  SurfaceInput(const SurfaceInput&) = delete;
+  SurfaceInput& operator=(const SurfaceInput&) = delete;
+  ~SurfaceInput();
+
+ private:
+  using EventHandle = CHandle<GdkEvent, gdk_event_unref>;
+  /// A finger or the mouse's first button, from its coming down to its leaving.
+  struct Touch {
+    enum class Owner {
+      undecided,   ///< a recognizer may want it
+      views,       ///< a recognizer has it
+      underneath,  ///< it goes on to the page or widget
+      nobody,      ///< it is kept from everybody
+    };
+    Owner owner = Owner::undecided;
+    EventHandle beginning;
+  };
+
+  void begin();
+  /// Whether the event ends here.
+  [[nodiscard]] bool handle(GdkEvent* event);
+  [[nodiscard]] bool handleTouch(GdkEvent* event, const UITouchEvent& touch);
+  [[nodiscard]] bool handleOtherButton(GdkEvent* event);
+  /// The event as a touch; none for what is no part of one.
+  [[nodiscard]] std::optional<UITouchEvent> touchOf(GdkEvent* event) const;
+  [[nodiscard]] CGPoint locationOf(GdkEvent* event) const;
+  /// Whether a recognizer has, or may yet have, a touch other than this one.
+  [[nodiscard]] bool isBusy(std::optional<std::uint64_t> besides = {}) const;
+  void cancelAll();
+
+  /// Lets the event go on, after those that wait to be played again.
+  [[nodiscard]] bool passOn(GdkEvent* event);
+  void replay(GdkEvent* event);
+  /// Whether the event is one that is played again.
+  [[nodiscard]] bool isReplay(GdkEvent* event);
+
+  GObjectHandle<GtkWidget> widget_;
+  std::shared_ptr<UIWindow> window_;
+  GObjectHandle<GtkEventController> controller_;
+  std::optional<SignalConnection> events_;
+  std::optional<SignalConnection> unmapping_;
+  std::map<std::uint64_t, Touch> touches_;
+  std::set<guint> keptButtons_;
+  std::deque<EventHandle> replays_;
+};
+
+}  // namespace corvane::gtk
