@@ -17,8 +17,10 @@ target_compile_options(corvane_compile_options INTERFACE
   -Wall -Wextra -Wpedantic -Werror -Wconversion -Wsign-conversion -Wnon-virtual-dtor
   -Woverloaded-virtual -Wold-style-cast -Wcast-align -Wunused -Wnull-dereference -Wimplicit-fallthrough)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-  # GCC 12 sees null dereferences and uses of uninitialised values in its own library headers once it has inlined them.
-  target_compile_options(corvane_compile_options INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized)
+  # GCC 12 sees null dereferences, overlapping copies and uses of uninitialised values in its own library headers once it
+  # has inlined them.
+  target_compile_options(corvane_compile_options INTERFACE
+    -Wno-null-dereference -Wno-maybe-uninitialized -Wno-restrict)
   # Its plain -Wshadow also refuses constructor arguments named like the members that they initialise.
   target_compile_options(corvane_compile_options INTERFACE -Wshadow=local)
 else()

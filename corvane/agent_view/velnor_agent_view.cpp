@@ -7,6 +7,7 @@
 #include "corvane/agent_view/page_address.h"
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/web_script_message_handler.h"
+#include "corvane/bridge/event_message.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
 
@@ -26,7 +27,9 @@ WKWebViewConfiguration makeConfiguration(std::weak_ptr<WKScriptMessageHandler> r
   WKUserContentController& content = *configuration.userContentController;
   content.addUserScript(everywhereAtDocumentEnd(messageForwarderScript()));
   content.addScriptMessageHandler(std::make_shared<WebScriptMessageHandler>(std::move(receiver)),
-                                  std::string(agentEventChannel));
+                                  std::string(agentEventChannel),
+                                  // The page forwards the host's own actions, too, and some of them are long.
+                                  {{.member = std::string(eventTypeKey), .accepts = isKnownEventType}});
   content.addUserScript(everywhereAtDocumentEnd(actionPosterScript()));
   return configuration;
 }

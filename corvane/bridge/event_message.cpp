@@ -57,7 +57,7 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
 EventEnvelope readEventEnvelope(JsonView message) {
   EventEnvelope envelope;
   for (const JsonView::Member member : message.members()) {
-    if (member.key == "eventType") {
+    if (member.key == eventTypeKey) {
       envelope.eventType = member.value.string();
     } else if (member.key == "data") {
       envelope.data = member.value.isObject() ? member.value : JsonView::emptyObject();
@@ -69,6 +69,8 @@ EventEnvelope readEventEnvelope(JsonView message) {
 bool isAgentToolEvent(const EventEnvelope& envelope) {
   return envelope.eventType && envelope.eventType->starts_with(eventTypePrefix);
 }
+
+bool isKnownEventType(std::string_view eventType) { return fromRawValue<WebAgentEventType>(eventType).has_value(); }
 
 EventMessage parseEventMessage(const EventEnvelope& envelope) {
   const auto type = fromRawValue<WebAgentEventType>(envelope.eventType.value_or(""));

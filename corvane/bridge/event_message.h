@@ -16,6 +16,9 @@ enum class JsonError {
   format,  ///< some text in it has no UTF-8 form
 };
 
+/// The member of a page message that tells what it is.
+inline constexpr std::string_view eventTypeKey = "eventType";
+
 /// What is read of a page message, whatever it is.
 struct EventEnvelope {
   /// The "eventType" where that is a text.
@@ -29,6 +32,9 @@ struct EventEnvelope {
 
 /// Whether a message comes from the agent tool: its type begins with "SDK_".
 [[nodiscard]] bool isAgentToolEvent(const EventEnvelope& envelope);
+
+/// Whether a message of this type may mean anything to us.
+[[nodiscard]] bool isKnownEventType(std::string_view eventType);
 
 struct EventMessage {
   /// `unknown` for every type out of the vocabulary.

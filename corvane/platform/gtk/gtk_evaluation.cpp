@@ -1,22 +1,13 @@
 #include "corvane/platform/gtk/gtk_evaluation.h"
 
-#include <algorithm>
+#include <simdjson.h>
+
 #include <string>
 #include <utility>
 
 namespace corvane::gtk {
 
 namespace {
-
-/// The engine reads text that is not valid UTF-8 as no text at all, and reports success.
-bool isValidText(std::string_view text) {
-  while (true) {
-    const std::size_t length = std::min(text.find('\0'), text.size());
-    if (g_utf8_validate(text.data(), static_cast<gssize>(length), nullptr) == FALSE) return false;
-    if (length == text.size()) return true;
-    text.remove_prefix(length + 1);
-  }
-}
 
 WebError processGoneError() { return {WebError::Kind::processTerminated, "The page's process has ended", {}}; }
 
@@ -42,7 +33,8 @@ void Evaluations::run(WebKitWebView* webView, std::string_view script, Evaluatio
   if (isProcessGone_) return settleLater(std::move(completion), processGoneError());
   // The C library takes no null text, not even an empty one.
   if (script.empty()) script = "";
-  if (!isValidText(script)) {
+  // The engine reads text that is not valid UTF-8 as no text at all, and reports success.
+  if (!simdjson::validate_utf8(script)) {
     return settleLater(std::move(completion), {WebError::Kind::scriptFailed, "The script is not valid UTF-8", {}});
   }
   webkit_web_view_evaluate_javascript(webView, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,

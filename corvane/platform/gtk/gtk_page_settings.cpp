@@ -36,14 +36,25 @@ void addScript(WebKitUserContentManager* manager, const WKUserScript& script) {
   webkit_user_content_manager_add_script(manager, handle.get());
 }
 
-SignalConnection addChannel(WebKitUserContentManager* manager, const std::string& name,
+/// Looks at one member only: to turn a whole message into JSON costs more than all the rest of its way.
+bool isFilteredOut(JSCValue* message, const WKUserContentController::MessageFilter& filter) {
+  if (jsc_value_is_object(message) == FALSE) return false;
+  const auto member = GObjectHandle<JSCValue>::adopt(jsc_value_object_get_property(message, filter.member.c_str()));
+  if (jsc_value_is_string(member.get()) == FALSE) return false;
+  const GTextHandle text(jsc_value_to_string(member.get()));
+  return !filter.accepts(text.get());
+}
+
+SignalConnection addChannel(WebKitUserContentManager* manager, const WKUserContentController::MessageChannel& channel,
                             const std::weak_ptr<WebEngineClient>& client) {
+  const std::string& name = channel.name;
   // Connected first, so that no page can post before anybody listens.
   auto connection = SignalConnection::make<void(WebKitUserContentManager*, JSCValue*)>(
       manager, ("script-message-received::" + name).c_str(),
-      [client, name](WebKitUserContentManager*, JSCValue* value) {
+      [client, channel](WebKitUserContentManager*, JSCValue* value) {
+        if (channel.filter && isFilteredOut(value, *channel.filter)) return;
         if (const auto receiver = client.lock()) {
-          receiver->engineDidReceiveMessage(name, jsonOf(value).value_or(JsonValue()));
+          receiver->engineDidReceiveMessage(channel.name, jsonOf(value).value_or(JsonValue()));
         }
       });
   webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
@@ -72,7 +83,7 @@ std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
     match(
         content, [&](const WKUserScript& script) { addScript(manager, script); },
         [&](const WKUserContentController::MessageChannel& channel) {
-          connections.push_back(addChannel(manager, channel.name, client));
+          connections.push_back(addChannel(manager, channel, client));
         });
   }
   return connections;

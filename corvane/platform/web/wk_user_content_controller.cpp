@@ -10,12 +10,12 @@ WKScriptMessageHandler::~WKScriptMessageHandler() = default;
 
 void WKUserContentController::addUserScript(WKUserScript script) { contents_.emplace_back(std::move(script)); }
 
-void WKUserContentController::addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler,
-                                                      std::string name) {
+void WKUserContentController::addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name,
+                                                      std::optional<MessageFilter> filter) {
   const bool isNew = std::ranges::find(handlers_, name, &decltype(handlers_)::value_type::first) == handlers_.end();
   assert(isNew && "a message channel has one handler");
   if (!isNew) return;
-  contents_.emplace_back(MessageChannel{name});
+  contents_.emplace_back(MessageChannel{.name = name, .filter = std::move(filter)});
   handlers_.emplace_back(std::move(name), std::move(handler));
 }
 

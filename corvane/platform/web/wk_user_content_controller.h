@@ -2,8 +2,10 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 #include <vector>
@@ -22,8 +24,16 @@ namespace corvane {
 /// Threads:   main thread only.
 class CORVANE_EXPORT WKUserContentController {
  public:
+  /// Tells an engine which messages its receiver does not read: objects whose member of this name is a text that is
+  /// not accepted. An engine may spare itself the reading of such messages, and may hand them over all the same.
+  struct MessageFilter {
+    std::string member;
+    bool (*accepts)(std::string_view text);
+    bool operator==(const MessageFilter&) const = default;
+  };
   struct MessageChannel {
     std::string name;
+    std::optional<MessageFilter> filter{};
     bool operator==(const MessageChannel&) const = default;
   };
   /// A script or a channel, in the order in which they were added.
@@ -32,7 +42,8 @@ class CORVANE_EXPORT WKUserContentController {
   void addUserScript(WKUserScript script);
   /// Receives what pages post to `window.webkit.messageHandlers.<name>`. A name has one handler; a second one for
   /// the same name is a mistake of the caller and is not added.
-  void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name);
+  void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name,
+                               std::optional<MessageFilter> filter = std::nullopt);
 
   [[nodiscard]] std::span<const Content> contents() const { return contents_; }
   /// Hands a message to the handler of its channel; drops it where there is none. The caller keeps the controller
