@@ -245,10 +245,11 @@ TEST_F(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
     // The last picture shows the end, and asks for no more.
     const CGPoint inPage = isShrinking ? CGPoint{260, 510} : CGPoint{20, 20};
     const CGPoint outside{240, 510};
+    const CGPoint inRoundCorner{corner.x + 2, corner.y + 2};
     ASSERT_TRUE(platform_->runUntil([&] {
       const auto colourAt = platform_->takePicture();
       const auto isPage = [&](CGPoint point) { return colourAt(int(point.x), int(point.y)) == pageColour; };
-      return isPage(inPage) && isPage(outside) != isShrinking;
+      return isPage(inPage) && isPage(outside) != isShrinking && isPage(inRoundCorner) != isShrinking;
     }));
   }
   int pictures = 0;

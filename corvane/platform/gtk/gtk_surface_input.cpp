@@ -10,8 +10,6 @@ namespace corvane::gtk {
 
 namespace {
 
-constexpr std::uint64_t mouse = 0;
-
 bool isFirstButton(GdkEvent* event) { return gdk_button_event_get_button(event) == GDK_BUTTON_PRIMARY; }
 
 bool hasFirstButtonDown(GdkEvent* event) { return (gdk_event_get_modifier_state(event) & GDK_BUTTON1_MASK) != 0; }
