@@ -145,7 +145,8 @@ TEST_P(AgentViewContract, ALoadThatANewerOneReplacesIsNotReported) {
   makeView();
   view_->loadBooking("b1");
   view_->loadBooking("b2");
-  ASSERT_TRUE(platform_->runUntil([&] { return view_->isLoaded() && hasEvent(token("b2")); }));
+  ASSERT_TRUE(platform_->runUntil([&] { return view_->isLoaded() && hasEvent(token("b2")); }))
+      << testing::PrintToString(events_) << testing::PrintToString(spy_->outcomes);
   ASSERT_NO_FATAL_FAILURE(waitForMarker());
   EXPECT_EQ(spy_->outcomes, (std::vector<std::string>{"finished"}));
   EXPECT_FALSE(view_->error());

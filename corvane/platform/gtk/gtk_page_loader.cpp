@@ -15,6 +15,8 @@ namespace {
 /// two milliseconds or so; its start then takes longer if a page of another site needs a new process.
 constexpr std::chrono::milliseconds replacementDecisionLimit{100};
 constexpr std::chrono::seconds replacementStartLimit{5};
+/// How long a page may take to say that its document is complete, once the engine has loaded it.
+constexpr std::chrono::seconds documentLimit{2};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -203,10 +205,15 @@ void PageLoader::restartTimer() {
 }
 
 void PageLoader::reportWhenComplete(LoadReport report) {
-  evaluations_->awaitDocument(webView_, whileAlive(weak_from_this(), [number = loadNumber_, report = std::move(report)](
-                                                                         PageLoader& loader, const EvaluationResult&) {
-                                if (loader.loadNumber_ == number) loader.report(report);
-                              }));
+  const auto reportOnce = [self = weak_from_this(), number = loadNumber_,
+                           report = std::make_shared<std::optional<LoadReport>>(std::move(report))] {
+    const auto loader = self.lock();
+    const auto due = std::exchange(*report, std::nullopt);
+    if (loader != nullptr && due && loader->loadNumber_ == number) loader->report(due);
+  };
+  evaluations_->awaitDocument(webView_, [reportOnce](const EvaluationResult&) { reportOnce(); });
+  // A page that keeps its process busy does not answer.
+  context_->runLoop->schedule(documentLimit, reportOnce);
 }
 
 void PageLoader::report(std::optional<LoadReport> report) {
