@@ -326,6 +326,39 @@ TEST_F(FloatingPage, AnActionMayEndTheSurface) {
   gtk_window_destroy(hostWindow);
 }
 
+TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
+  const auto view = VelnorAgentView::create(Region::custom(platform_->address(PageKind::agentTool)), "shop", false);
+  view->setFrame(whole);
+  view->setTapToMaximize(true);
+  std::string last;
+  view->setEventHandler([&](const AgentEvent& event) { last = encodeJson(event); });
+  const auto waitFor = [&](std::string_view event) { return platform_->runUntil([&] { return last == event; }); };
+  platform_->show(view);
+  view->loadBooking("b");
+  ASSERT_TRUE(waitFor(R"({"didLoad":{}})"));
+  platform_->pagePostsValue(*view, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  ASSERT_TRUE(waitFor(R"({"didMinimize":{}})"));
+  ASSERT_NO_FATAL_FAILURE(show());
+
+  pointer_->move({60, 100});
+  pointer_->press();
+  pointer_->move({80, 120});
+  // Or the whole way is told as one movement, and that only begins the drag.
+  ASSERT_NO_FATAL_FAILURE(show());
+  pointer_->moveInSteps({280, 400});
+  pointer_->release();
+  const CGFloat right = whole.size.width - view->frame().size.width / 2;
+  ASSERT_TRUE(platform_->runUntil([&] { return view->presentation().center.x == right; }));
+  EXPECT_TRUE(view->isMinimized());
+  ASSERT_NO_FATAL_FAILURE(show());
+  pointer_->click(view->center());
+  ASSERT_TRUE(waitFor(R"({"didMaximize":{}})"));
+  EXPECT_EQ(view->frame(), whole);
+  const auto width = platform_->evaluate(*view, "innerWidth");
+  EXPECT_EQ(width ? width->integer() : std::nullopt, 390);
+  view->removeFromSuperview();
+}
+
 TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
   constexpr CGFloat nothing = std::numeric_limits<CGFloat>::quiet_NaN();
   const auto isShown = [&](bool expected) {

@@ -18,6 +18,7 @@ class HeadlessPlatform final : public ContractPlatform {
   }
 
   void show(const std::shared_ptr<UIView>& view) override {
+    window_->addSubview(view);
     const auto page = SimulatedAgentTool::attach(view);
     pages_[view.get()] = page;
     page->setLoadPlan([this, weak = std::weak_ptr(page)](std::string_view url) -> SimulatedAgentTool::LoadOutcome {
@@ -97,6 +98,7 @@ class HeadlessPlatform final : public ContractPlatform {
   SimulatedAgentTool& page(const UIView& view) { return *pages_.at(&view); }
 
   std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::map<const UIView*, std::shared_ptr<SimulatedAgentTool>> pages_;
   bool promptAnswer_ = false;
   int promptCount_ = 0;
