@@ -23,8 +23,9 @@ constexpr Corner corners[] = {
 }  // namespace
 
 FloatingSettings::FloatingSettings(const std::shared_ptr<VelnorAgentView>& view)
-    : row_(keep(makeRow())), restore_(keep(makeButton("Bring back", [] { MinimizedState::shared().maximize(); }))) {
-  append(widget(), makeLabel("Floats", "soft"));
+    : settings_(keep(makeColumn(4, "settings"))),
+      restore_(keep(makeButton("Bring back", [] { MinimizedState::shared().maximize(); }))) {
+  GtkWidget* const row = makeRow();
   GtkWidget* group = nullptr;
   for (const Corner& corner : corners) {
     GtkWidget* const button = makeSwitch(corner.sign, view->minimizedOrigin() == corner.origin(),
@@ -34,13 +35,15 @@ FloatingSettings::FloatingSettings(const std::shared_ptr<VelnorAgentView>& view)
     gtk_widget_set_tooltip_text(button, corner.name);
     gtk_toggle_button_set_group(as<GtkToggleButton>(button), as<GtkToggleButton>(group));
     group = button;
-    append(widget(), button);
+    append(row, button);
   }
-  append(widget(),
+  append(row,
          makeSwitch("Tap", view->tapToMaximize(), whileAlive(std::weak_ptr(view), &VelnorAgentView::setTapToMaximize)));
-  gtk_widget_set_tooltip_text(gtk_widget_get_last_child(widget()), "A tap brings the call back");
+  gtk_widget_set_tooltip_text(gtk_widget_get_last_child(row), "A tap brings the call back");
   gtk_widget_set_sensitive(restore_.get(), FALSE);
-  append(widget(), restore_.get());
+  append(row, restore_.get());
+  append(widget(), makeLabel("Where the call floats, and whether a tap brings it back", "soft"));
+  append(widget(), row);
 }
 
 void FloatingSettings::follow(const AgentEvent& event) {

@@ -8,22 +8,22 @@
 
 namespace corvane::demo {
 
-/// A row with a switch for each corner, one for whether a tap brings the call back, and a button that does so at once.
+/// A switch for each corner, one for whether a tap brings the call back, and a button that does so at once.
 /// The switches count from the next minimizing on.
 ///
-/// Ownership: owned by the screen that shows its widget; it keeps the view no longer than its buttons live.
+/// Ownership: owned by the screen that shows its widget; it does not keep the view.
 /// Threads:   main thread only.
 class FloatingSettings {
  public:
   explicit FloatingSettings(const std::shared_ptr<VelnorAgentView>& view);
 
-  [[nodiscard]] GtkWidget* widget() const { return row_.get(); }
+  [[nodiscard]] GtkWidget* widget() const { return settings_.get(); }
   /// What brings the call back; it can be used while the call floats.
   [[nodiscard]] GtkWidget* restoreButton() const { return restore_.get(); }
   void follow(const AgentEvent& event);
 
  private:
-  WidgetHandle row_;
+  WidgetHandle settings_;
   WidgetHandle restore_;
 };
 

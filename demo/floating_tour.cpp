@@ -20,6 +20,7 @@ using namespace std::chrono_literals;
 
 // What was done shows on screen by then, and in the page.
 constexpr auto pauseBetweenSteps = 300ms;
+constexpr auto pauseAfterPicture = 100ms;
 constexpr auto betweenMovements = 16ms;
 constexpr int movementsOfADrag = 40;
 constexpr CGPoint movement{-4, -6};
@@ -62,26 +63,29 @@ void FloatingTour::run(std::function<void()> next) {
   next_ = std::move(next);
   std::string reason;
   pointer_ = PointerInput::open(props_.surface->widget(), reason);
-  if (pointer_ != nullptr) return runFrom(0);
+  if (pointer_ != nullptr) return runNext();
   std::printf("The floating window is left out of this tour. %s.\n", reason.c_str());
   isComplete_ = true;
   next_();
 }
 
-void FloatingTour::runFrom(std::size_t index) {
-  nextStep_ = index + 1;
-  (this->*steps().at(index).run)();
-}
-
 void FloatingTour::goOn() {
   RunLoop::main().schedule(pauseBetweenSteps, whileAlive(weak_from_this(), [](FloatingTour& self) {
-                             if (const char* picture = steps().at(self.nextStep_ - 1).picture) {
-                               self.savePicture(picture);
-                             }
-                             if (self.nextStep_ < steps().size()) return self.runFrom(self.nextStep_);
-                             self.isComplete_ = true;
-                             self.next_();
+                             const char* const picture = steps().at(self.nextStep_ - 1).picture;
+                             if (picture != nullptr) self.savePicture(picture);
+                             // A picture may need a moment.
+                             RunLoop::main().schedule(pauseAfterPicture,
+                                                      whileAlive(self.weak_from_this(), &FloatingTour::runNext));
                            }));
+}
+
+void FloatingTour::runNext() {
+  if (nextStep_ == steps().size()) {
+    isComplete_ = true;
+    return next_();
+  }
+  const Step& step = steps().at(nextStep_++);
+  (this->*step.run)();
 }
 
 void FloatingTour::watchPage() {

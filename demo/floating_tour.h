@@ -46,7 +46,8 @@ class FloatingTour : public std::enable_shared_from_this<FloatingTour> {
   using Time = std::chrono::nanoseconds;
 
   [[nodiscard]] static const std::vector<Step>& steps();
-  void runFrom(std::size_t index);
+  void runNext();
+  /// The step is done.
   void goOn();
 
   void watchPage();

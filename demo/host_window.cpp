@@ -1,5 +1,6 @@
 #include "demo/host_window.h"
 
+#include <chrono>
 #include <cstdio>
 #include <optional>
 #include <string_view>
@@ -7,6 +8,7 @@
 
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/minimized_state.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
@@ -20,6 +22,8 @@ namespace {
 
 constexpr int phoneWidth = 390;
 constexpr int phoneHeight = 844;
+constexpr int attemptsAtAPicture = 5;
+constexpr std::chrono::milliseconds betweenAttempts{20};
 constexpr const char* callScreen = "call";
 constexpr const char* productsScreen = "products";
 
@@ -60,6 +64,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
   }
 
   void build(const std::vector<Product>& products) {
+    view_->setMinimizedOrigin(MinimizedOrigin::bottomRight());
     view_->setEventHandler(whileAlive(weak_from_this(), &Screens::receive));
 
     requests_ = std::make_shared<ShopRequests>(view_, whileAlive(weak_from_this(), &Screens::report));
@@ -90,13 +95,24 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
     std::error_code ignored;  // saving then fails and says so
     std::filesystem::create_directories(options_.screenshotFolder, ignored);
     const auto file = options_.screenshotFolder / (name + ".png");
-    const bool isSaved = gtk::saveScreenshot(content_, file);
-    std::printf("%s %s\n", isSaved ? "picture:" : "no picture could be saved as", file.c_str());
+    savePicture(file, attemptsAtAPicture);
   }
 
   void endTour() override { g_main_loop_quit(loop_); }
 
  private:
+  void savePicture(const std::filesystem::path& file, int attempts) {
+    const bool isSaved = gtk::saveScreenshot(content_, file);
+    if (!isSaved && attempts > 1) {
+      // There is nothing to see of a window that is about to be laid out.
+      RunLoop::main().schedule(betweenAttempts, whileAlive(weak_from_this(), [file, attempts](Screens& self) {
+                                 self.savePicture(file, attempts - 1);
+                               }));
+      return;
+    }
+    std::printf("%s %s\n", isSaved ? "picture:" : "no picture could be saved as", file.c_str());
+  }
+
   void buildWindow() {
     gtk_stack_add_titled(as<GtkStack>(stack_), makeCallScreen(), callScreen, "Call");
     gtk_stack_add_titled(as<GtkStack>(stack_), productsScreen_->widget(), productsScreen, "Products");

@@ -8,6 +8,8 @@ namespace {
 
 constexpr const char* styleSheet = R"css(
 window { background: #f4f2ee; color: #1b2530; font-size: 14px; }
+.screens { background: #f4f2ee; }
+.settings button { min-width: 28px; }
 .screen { padding: 12px 12px 8px 12px; }
 .title { font-size: 20px; font-weight: bold; }
 .name { font-size: 15px; font-weight: bold; }
