@@ -23,7 +23,7 @@ constexpr auto pauseBetweenSteps = 300ms;
 constexpr auto pauseAfterPicture = 100ms;
 constexpr auto betweenMovements = 16ms;
 constexpr int movementsOfADrag = 40;
-constexpr CGPoint movement{-4, -6};
+constexpr CGPoint movement{-4, -8};
 // Of the page's minimize button, from the upper right corner of the page.
 constexpr CGPoint minimizeButton{60, 28};
 constexpr auto longestWait = 2s;

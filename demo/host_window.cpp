@@ -36,12 +36,13 @@ class Area final : public UIView {
 };
 
 /// What is on the call's screen while the call floats.
-GtkWidget* makeCallScreen() {
-  GtkWidget* const screen = makeColumn(12, "screen");
-  append(screen, makeLabel("The call floats", "title"));
-  append(screen, makeLabel("It stays while you look around, and can be dragged.", "soft"));
-  append(screen, makeButton("Bring it back", [] { MinimizedState::shared().maximize(); }));
-  return screen;
+GtkWidget* makeNotice() {
+  GtkWidget* const notice = makeColumn(12, "notice");
+  append(notice, makeLabel("The call floats", "title"));
+  append(notice, makeLabel("It stays while you look around, and can be dragged.", "soft"));
+  append(notice, makeButton("Bring it back", [] { MinimizedState::shared().maximize(); }));
+  gtk_widget_set_visible(notice, FALSE);
+  return notice;
 }
 
 }  // namespace
@@ -114,7 +115,9 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
   }
 
   void buildWindow() {
-    gtk_stack_add_titled(as<GtkStack>(stack_), makeCallScreen(), callScreen, "Call");
+    GtkWidget* const call = makeColumn(0, "screen");
+    append(call, notice_);
+    gtk_stack_add_titled(as<GtkStack>(stack_), call, callScreen, "Call");
     gtk_stack_add_titled(as<GtkStack>(stack_), productsScreen_->widget(), productsScreen, "Products");
     gtk_widget_set_vexpand(stack_, TRUE);
     gtk_stack_switcher_set_stack(as<GtkStackSwitcher>(switcher_), as<GtkStack>(stack_));
@@ -154,6 +157,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
     MinimizedState::shared().registerRestoreAction(
         whileAlive(weak_from_this(), [](Screens& self, const std::shared_ptr<VelnorAgentView>& view) {
           self.showAgentView();
+          gtk_widget_set_visible(self.notice_, FALSE);
           self.callArea_->addSubview(view);
           // The window may have another size by now.
           view->setFrame(self.callArea_->bounds());
@@ -168,6 +172,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
   void receive(const AgentEvent& event) {
     printEvent(event, *view_);
     productsScreen_->follow(event);
+    if (event.is<AgentEvent::WillMinimize>()) gtk_widget_set_visible(notice_, TRUE);
     if (const auto* ask = event.getIf<AgentEvent::RefreshSsoToken>()) requests_->refreshToken(ask->responseId);
     if (tour_) tour_->follow(event);
   }
@@ -186,6 +191,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
   std::shared_ptr<HostTour> tour_;
   GtkWidget* window_ = gtk_window_new();
   GtkWidget* content_ = gtk_overlay_new();
+  GtkWidget* notice_ = makeNotice();
   GtkWidget* stack_ = gtk_stack_new();
   GtkWidget* switcher_ = gtk_stack_switcher_new();
   /// Where the call is on its screen, and where it floats over every screen; both above the switcher.
