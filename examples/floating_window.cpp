@@ -35,7 +35,7 @@ int main() {
 
   page->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
   backend->runLoop().advance(1s);
-  view.reset();  // the framework keeps a view that floats
+  view.reset();  // while it floats, others need not hold it
   const auto floating = MinimizedState::shared().agentView();
   const bool hasFloated = floating->isMinimized() && floating->superview() == window;
 
