@@ -1,5 +1,5 @@
-// A whole call without a web engine, and then every request to the page with everything that can go wrong: the
-// framework on virtual time, with a simulated agent tool page.
+// A whole call without a web engine, the floating window, and then every request to the page with everything that can
+// go wrong: the framework on virtual time, with a simulated agent tool page.
 #include <chrono>
 #include <cstdio>
 
@@ -7,6 +7,7 @@
 #include "corvane/platform/headless/headless_backend.h"
 #include "corvane/simulation/simulated_agent_tool.h"
 #include "demo/event_printer.h"
+#include "demo/floating_transcript.h"
 #include "demo/request_tour.h"
 
 namespace {
@@ -36,8 +37,10 @@ bool tourCall() {
 
 int main() {
   const bool hasCallEnded = tourCall();
+  std::puts("\nThe floating window in a window of 390 x 844, with the seconds that pass on the virtual clock:");
+  const bool hasFloated = demo::showFloatingWindow();
   std::puts("\nWhat a host app can ask of the page, with the seconds that pass on the virtual clock:");
   const bool isAsExpected = demo::tourRequests();
   std::puts(isAsExpected ? "\nEvery request ended as expected." : "\nSome request did not end as expected.");
-  return hasCallEnded && isAsExpected ? 0 : 1;
+  return hasCallEnded && hasFloated && isAsExpected ? 0 : 1;
 }

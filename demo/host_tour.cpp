@@ -27,15 +27,20 @@ bool hasStatus(const AgentEvent& event, CallSessionStatus status) {
 
 /// The picture that the tour takes at an event; none for most of them.
 std::optional<std::string> pictureName(const AgentEvent& event) {
-  if (hasStatus(event, CallSessionStatus::starting)) return "1_starting";
-  if (event.is<AgentEvent::PreviewStarted>()) return "2_preview";
+  if (hasStatus(event, CallSessionStatus::starting)) return "01_starting";
+  if (event.is<AgentEvent::PreviewStarted>()) return "02_preview";
   if (const auto* update = event.getIf<AgentEvent::ProductUpdateInCart>(); update && update->data.quantity == 2) {
-    return "3_cart";
+    return "03_cart";
   }
   return std::nullopt;
 }
 
-enum class Kind { request, display };
+enum class Kind {
+  request,
+  display,
+  /// Goes on by itself, when it is over.
+  floating,
+};
 
 }  // namespace
 
@@ -55,10 +60,11 @@ const std::vector<HostTour::Step>& HostTour::steps() {
       {Kind::request, [](HostTour& tour, HostTourStage&) { tour.requests_->removeFromCart(tour.sku(1)); }},
       {Kind::request, [](HostTour& tour, HostTourStage&) { tour.requests_->listProductsInCart(); }},
       {Kind::request, [](HostTour& tour, HostTourStage&) { tour.requests_->listCartStatus(); }},
-      {Kind::display, [](HostTour&, HostTourStage& stage) { stage.savePicture("4_products"); }},
+      {Kind::display, [](HostTour&, HostTourStage& stage) { stage.savePicture("04_products"); }},
       {Kind::display, [](HostTour&, HostTourStage& stage) { stage.showAgentView(); }},
       {Kind::request, [](HostTour& tour, HostTourStage&) { tour.requests_->listProductsInCall(); }},
-      {Kind::display, [](HostTour&, HostTourStage& stage) { stage.savePicture("5_asked"); }},
+      {Kind::display, [](HostTour&, HostTourStage& stage) { stage.savePicture("05_asked"); }},
+      {Kind::floating, nullptr},
       // The page's tour waits for this.
       {Kind::request, [](HostTour& tour, HostTourStage&) { tour.requests_->signOut(); }},
   };
@@ -66,8 +72,11 @@ const std::vector<HostTour::Step>& HostTour::steps() {
 }
 
 HostTour::HostTour(std::weak_ptr<HostTourStage> stage, std::shared_ptr<ShopRequests> requests,
-                   std::vector<Product> products)
-    : stage_(std::move(stage)), requests_(std::move(requests)), products_(std::move(products)) {}
+                   std::vector<Product> products, FloatingTourProps floatingProps)
+    : stage_(std::move(stage)),
+      requests_(std::move(requests)),
+      products_(std::move(products)),
+      floating_(std::make_shared<FloatingTour>(stage_, std::move(floatingProps))) {}
 
 void HostTour::begin() { RunLoop::main().schedule(longestTour, whileAlive(stage_, &HostTourStage::endTour)); }
 
@@ -77,21 +86,26 @@ void HostTour::follow(const AgentEvent& event) {
   if (event.is<AgentEvent::ProductRemovedFromCall>()) runFrom(0);
   if (hasStatus(event, CallSessionStatus::disconnected)) {
     hasCallEnded_ = true;
-    takePictureSoon("6_ended");
+    takePictureSoon("11_ended");
     RunLoop::main().schedule(2 * pictureDelay, whileAlive(stage_, &HostTourStage::endTour));
   }
 }
 
 bool HostTour::isComplete() const {
-  std::size_t requests = 0;
+  std::size_t requests = floating_->requests();
   for (const Step& step : steps()) requests += step.kind == Kind::request ? 1 : 0;
-  return hasCallEnded_ && reports_ >= requests;
+  return hasCallEnded_ && floating_->isComplete() && reports_ >= requests;
 }
 
 void HostTour::runFrom(std::size_t index) {
   if (index == steps().size()) return;
   RunLoop::main().schedule(pauseBetweenSteps, whileAlive(weak_from_this(), [index](HostTour& self) {
-                             if (const auto stage = self.stage_.lock()) steps().at(index).run(self, *stage);
+                             const Step& step = steps().at(index);
+                             if (step.kind == Kind::floating) {
+                               return self.floating_->run(whileAlive(
+                                   self.weak_from_this(), [index](HostTour& tour) { tour.runFrom(index + 1); }));
+                             }
+                             if (const auto stage = self.stage_.lock()) step.run(self, *stage);
                              self.runFrom(index + 1);
                            }));
 }

@@ -8,6 +8,7 @@
 
 #include "corvane/bridge/agent_event.h"
 #include "corvane/product/product.h"
+#include "demo/floating_tour.h"
 #include "demo/shop_requests.h"
 
 namespace corvane::demo {
@@ -28,13 +29,14 @@ class HostTourStage {
 /// Failure:   a tour that hangs is ended after a minute and is then not complete.
 class HostTour : public std::enable_shared_from_this<HostTour> {
  public:
-  HostTour(std::weak_ptr<HostTourStage> stage, std::shared_ptr<ShopRequests> requests, std::vector<Product> products);
+  HostTour(std::weak_ptr<HostTourStage> stage, std::shared_ptr<ShopRequests> requests, std::vector<Product> products,
+           FloatingTourProps floatingProps);
 
   void begin();
   void follow(const AgentEvent& event);
   /// A request has ended, or was sent without an end to wait for.
   void didReport() { ++reports_; }
-  /// Whether the call has ended as the page's tour ends it, and every request before that.
+  /// Whether the call has ended as the page's tour ends it, every request before that, and the call has floated.
   [[nodiscard]] bool isComplete() const;
 
  private:
@@ -48,6 +50,7 @@ class HostTour : public std::enable_shared_from_this<HostTour> {
   std::weak_ptr<HostTourStage> stage_;
   std::shared_ptr<ShopRequests> requests_;
   std::vector<Product> products_;
+  std::shared_ptr<FloatingTour> floating_;
   std::size_t reports_ = 0;
   bool hasCallEnded_ = false;
 };

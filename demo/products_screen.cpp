@@ -24,12 +24,17 @@ GtkWidget* makeTools(const std::shared_ptr<ShopRequests>& requests) {
 
 }  // namespace
 
-ProductsScreen::ProductsScreen(const std::vector<Product>& products, const std::shared_ptr<ShopRequests>& requests)
-    : screen_(keep(makeColumn(8, "screen"))), callState_(keep(makeLabel(noCall, "soft"))) {
+ProductsScreen::ProductsScreen(const std::vector<Product>& products, const std::shared_ptr<ShopRequests>& requests,
+                               const std::shared_ptr<VelnorAgentView>& view)
+    : screen_(keep(makeColumn(8, "screen"))),
+      callState_(keep(makeLabel(noCall, "soft"))),
+      tools_(keep(makeTools(requests))),
+      floating_(view) {
   append(widget(), makeLabel("Products", "title"));
   append(widget(), callState_.get());
   append(widget(), makeList(products, requests));
-  append(widget(), makeTools(requests));
+  append(widget(), floating_.widget());
+  append(widget(), tools_.get());
   append(widget(), log_.widget());
 }
 
@@ -46,6 +51,7 @@ GtkWidget* ProductsScreen::makeList(const std::vector<Product>& products,
 
 void ProductsScreen::follow(const AgentEvent& event) {
   cart_->follow(event);
+  floating_.follow(event);
   for (ProductCard& card : cards_) card.showQuantity();
   if (const auto* call = event.getIf<AgentEvent::CallStatusUpdate>()) {
     const bool isRunning = call->status == CallSessionStatus::running;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "demo/floating_settings.h"
 #include "demo/product_card.h"
 #include "demo/request_log.h"
 #include "demo/widgets.h"
@@ -14,9 +15,14 @@ namespace corvane::demo {
 /// Ownership: owned by the window that shows its widget. Threads: main thread only.
 class ProductsScreen {
  public:
-  ProductsScreen(const std::vector<Product>& products, const std::shared_ptr<ShopRequests>& requests);
+  ProductsScreen(const std::vector<Product>& products, const std::shared_ptr<ShopRequests>& requests,
+                 const std::shared_ptr<VelnorAgentView>& view);
 
   [[nodiscard]] GtkWidget* widget() const { return screen_.get(); }
+  /// A button that asks the page for the products in the call.
+  [[nodiscard]] GtkWidget* askButton() const { return gtk_widget_get_first_child(tools_.get()); }
+  /// What brings a call back that floats.
+  [[nodiscard]] GtkWidget* restoreButton() const { return floating_.restoreButton(); }
   /// Shows what an event changes.
   void follow(const AgentEvent& event);
   /// Logs how a request ended.
@@ -29,6 +35,8 @@ class ProductsScreen {
 
   WidgetHandle screen_;
   WidgetHandle callState_;
+  WidgetHandle tools_;
+  FloatingSettings floating_;
   std::shared_ptr<ShopCart> cart_ = std::make_shared<ShopCart>();
   std::vector<ProductCard> cards_;
   RequestLog log_;

@@ -8,6 +8,8 @@ namespace {
 
 constexpr const char* styleSheet = R"css(
 window { background: #f4f2ee; color: #1b2530; font-size: 14px; }
+.screens { background: #f4f2ee; }
+.settings button { min-width: 28px; }
 .screen { padding: 12px 12px 8px 12px; }
 .title { font-size: 20px; font-weight: bold; }
 .name { font-size: 15px; font-weight: bold; }
@@ -20,6 +22,8 @@ button { min-height: 42px; min-width: 42px; padding: 0 6px; border-radius: 12px;
          background: #ffffff; color: #1b2530; font-weight: bold; font-size: 13px; box-shadow: none; }
 button:hover { background: #f4f2ee; }
 button:active { background: #e1f1ee; border-color: #0f6b62; }
+button:checked { background: #0f6b62; border-color: #0f6b62; color: #ffffff; }
+button:disabled { color: #7b8389; }
 button:focus-visible { outline: 2px solid #0f6b62; outline-offset: 1px; }
 stackswitcher { background: #ffffff; border-top: 1px solid #e2ded6; padding: 6px 12px; }
 stackswitcher button { min-height: 46px; border: none; border-radius: 12px; }
@@ -27,9 +31,22 @@ stackswitcher button:checked { background: #e1f1ee; color: #0a524b; }
 )css";
 
 using Press = std::function<void()>;
+using Turn = std::function<void(bool isOn)>;
+using Show = std::function<void()>;
 
 void pressed(GtkButton*, gpointer press) noexcept { (*static_cast<Press*>(press))(); }
-void forget(gpointer press, GClosure*) noexcept { delete static_cast<Press*>(press); }
+void turned(GtkToggleButton* button, gpointer turn) noexcept {
+  (*static_cast<Turn*>(turn))(gtk_toggle_button_get_active(button) != FALSE);
+}
+void switched(GObject*, GParamSpec*, gpointer show) noexcept { (*static_cast<Show*>(show))(); }
+
+/// Hands a callback over to a signal, which drops it with the widget.
+template <class Callback>
+void connect(GtkWidget* widget, const char* signal, GCallback handler, Callback callback) {
+  g_signal_connect_data(
+      widget, signal, handler, new Callback(std::move(callback)),
+      [](gpointer kept, GClosure*) noexcept { delete static_cast<Callback*>(kept); }, static_cast<GConnectFlags>(0));
+}
 
 }  // namespace
 
@@ -40,9 +57,20 @@ WidgetHandle keep(GtkWidget* widget) {
 GtkWidget* makeButton(const char* text, std::function<void()> press) {
   GtkWidget* const button = gtk_button_new_with_label(text);
   gtk_widget_set_hexpand(button, TRUE);
-  g_signal_connect_data(button, "clicked", reinterpret_cast<GCallback>(&pressed), new Press(std::move(press)), &forget,
-                        static_cast<GConnectFlags>(0));
+  connect(button, "clicked", reinterpret_cast<GCallback>(&pressed), std::move(press));
   return button;
+}
+
+GtkWidget* makeSwitch(const char* text, bool isOn, std::function<void(bool isOn)> turn) {
+  GtkWidget* const button = gtk_toggle_button_new_with_label(text);
+  gtk_widget_set_hexpand(button, TRUE);
+  gtk_toggle_button_set_active(as<GtkToggleButton>(button), isOn ? TRUE : FALSE);
+  connect(button, "toggled", reinterpret_cast<GCallback>(&turned), std::move(turn));
+  return button;
+}
+
+void whenSwitched(GtkWidget* stack, std::function<void()> show) {
+  connect(stack, "notify::visible-child-name", reinterpret_cast<GCallback>(&switched), std::move(show));
 }
 
 GtkWidget* makeLabel(const std::string& text, const char* style) {

@@ -21,6 +21,10 @@ using WidgetHandle = std::shared_ptr<GtkWidget>;
 
 /// A button that calls `press`, also when it is called from the keyboard or by another program.
 [[nodiscard]] GtkWidget* makeButton(const char* text, std::function<void()> press);
+/// A button that stays pressed, and calls `turn` with whether it is each time that changes.
+[[nodiscard]] GtkWidget* makeSwitch(const char* text, bool isOn, std::function<void(bool isOn)> turn);
+/// Has `show` called when a stack shows another of its pages.
+void whenSwitched(GtkWidget* stack, std::function<void()> show);
 /// Left-aligned text; `style` is one of the classes of the style sheet.
 [[nodiscard]] GtkWidget* makeLabel(const std::string& text, const char* style);
 [[nodiscard]] GtkWidget* makeColumn(int spacing, const char* style);

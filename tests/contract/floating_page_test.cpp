@@ -10,8 +10,8 @@
 
 #include "corvane/platform/gtk/gtk_frame_meter.h"
 #include "corvane/platform/web/wk_web_view.h"
+#include "demo/pointer_input.h"
 #include "tests/contract/gtk_platform.h"
-#include "tests/support/pointer_input.h"
 
 namespace corvane::contract {
 namespace {
@@ -30,7 +30,7 @@ class FloatingPage : public testing::Test {
     std::string reason;
     platform_ = RealEnginePlatform::make(reason);
     if (platform_ == nullptr) GTEST_SKIP() << reason;
-    pointer_ = test::PointerInput::open(platform_->surface()->widget(), reason);
+    pointer_ = demo::PointerInput::open(platform_->surface()->widget(), reason);
     if (pointer_ == nullptr) GTEST_SKIP() << reason;
     page_ = WKWebView::create(whole, {});
     build();
@@ -134,7 +134,7 @@ class FloatingPage : public testing::Test {
   }
 
   std::unique_ptr<RealEnginePlatform> platform_;
-  std::unique_ptr<test::PointerInput> pointer_;
+  std::unique_ptr<demo::PointerInput> pointer_;
   std::shared_ptr<UIView> box_ = UIView::create(whole);
   std::shared_ptr<WKWebView> page_;
   std::shared_ptr<UIPanGestureRecognizer> drag_;
@@ -320,7 +320,7 @@ TEST_F(FloatingPage, AnActionMayEndTheSurface) {
       UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { surface.reset(); }));
   ASSERT_TRUE(platform_->runUntil([&] { return surface->window()->bounds().size.width > 0; }));
   std::string reason;
-  const auto pointer = test::PointerInput::open(surface->widget(), reason);
+  const auto pointer = demo::PointerInput::open(surface->widget(), reason);
   pointer->click({100, 100});
   EXPECT_TRUE(platform_->runUntil([&] { return surface == nullptr; }));
   gtk_window_destroy(hostWindow);

@@ -1,4 +1,4 @@
-/// A mouse that tests move: real events of the X server, so that everything from there on is what users get.
+/// A mouse that tests and tours move: real events of the X server, so that everything from there on is what users get.
 #pragma once
 
 #include <memory>
@@ -9,7 +9,7 @@
 struct _GtkWidget;
 using GtkWidget = _GtkWidget;
 
-namespace corvane::test {
+namespace corvane::demo {
 
 /// The events arrive some time later, so wait for what they bring about. There is one pointer on a display: tests that
 /// use it run alone on theirs.
@@ -24,6 +24,7 @@ class PointerInput {
   ~PointerInput();
 
   void move(CGPoint to);
+  void moveBy(CGPoint way);
   void press(int button = 1);
   void release(int button = 1);
   void click(CGPoint at);
@@ -37,4 +38,4 @@ class PointerInput {
   std::unique_ptr<Connection> connection_;
 };
 
-}  // namespace corvane::test
+}  // namespace corvane::demo

@@ -1,4 +1,4 @@
-#include "tests/support/pointer_input.h"
+#include "demo/pointer_input.h"
 
 #include <X11/extensions/XTest.h>
 #include <gdk/x11/gdkx.h>
@@ -8,7 +8,7 @@
 #include <set>
 #include <utility>
 
-namespace corvane::test {
+namespace corvane::demo {
 
 /// A connection of its own, as that of another program would be.
 struct PointerInput::Connection {
@@ -71,6 +71,11 @@ void PointerInput::move(CGPoint to) {
   connection_->position = to;
 }
 
+void PointerInput::moveBy(CGPoint way) {
+  const CGPoint from = connection_->position;
+  move({from.x + way.x, from.y + way.y});
+}
+
 void PointerInput::press(int button) {
   XTestFakeButtonEvent(connection_->display, static_cast<unsigned>(button), True, CurrentTime);
   XFlush(connection_->display);
@@ -97,4 +102,4 @@ void PointerInput::moveInSteps(CGPoint to, int steps) {
   }
 }
 
-}  // namespace corvane::test
+}  // namespace corvane::demo
