@@ -27,7 +27,7 @@ class VelnorAgentView::Parts final : public PageMessageReceiver,
   void minimizeRequested() override;
   void handleCallbackEvent(JsonView data) override;
   /// The only way of an event out of the framework: to the framework's own handler, then to the host app's. Either
-  /// may drop the view's last holder, so nothing of the view may be touched after this.
+  /// may drop the view's last holder, so a caller that does not hold the view may not touch anything of it after this.
   void emitEvent(const AgentEvent& event) override;
 
   [[nodiscard]] bool hasActiveCall() const override;

@@ -30,8 +30,7 @@ class WKWebView;
 ///            requests wait for their turn, and while a decrement waits for the page. Ending it ends the page.
 /// Threads:   main thread only; handlers are called there, synchronously.
 /// Failure:   a page that does not load, and a script that fails in it, is told by the event `Error` and by `error()`;
-/// messages of the page that make
-///            no sense are dropped. Nothing is thrown.
+///            messages of the page that make no sense are dropped. Nothing is thrown.
 class CORVANE_EXPORT VelnorAgentView final : public UIView,
                                              public WKScriptMessageHandler,
                                              public WKNavigationDelegate,
@@ -107,7 +106,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// True while the view is shrunk to a floating window, which the page asks for: from the start of the shrinking to
   /// the start of the growing back. Frame and transform then keep their values, whatever is written to them.
   [[nodiscard]] bool isMinimized() const;
-  /// Where the view goes when it is next minimized.
+  /// Where the view goes when it is minimized. This and the size are read after `WillMinimize` has been told.
   [[nodiscard]] MinimizedOrigin minimizedOrigin() const;
   void setMinimizedOrigin(MinimizedOrigin origin);
   /// How large it is then: at least 30 in each direction, the page's proportions notwithstanding. None for a third of
@@ -118,8 +117,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// while the view is minimized, it counts for the drags from then on.
   [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const;
   void setMinimizedSuperview(std::shared_ptr<UIView> view);
-  /// Whether a tap on the minimized view grows it back; the page then takes no touches. Counts from the next minimizing
-  /// on.
+  /// Whether a tap on the minimized view grows it back; the page then takes no touches. Read when the view has shrunk.
   [[nodiscard]] bool tapToMaximize() const;
   void setTapToMaximize(bool isOn);
 

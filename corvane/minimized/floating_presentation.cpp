@@ -30,8 +30,7 @@ void FloatingPresentation::makeRecognizers() {
       weak_from_this(), [](FloatingPresentation& self, const UIPanGestureRecognizer& sender) { self.drag(sender); }));
   tapGestureRecognizer_ = UITapGestureRecognizer::create(
       whileAlive(weak_from_this(), [](FloatingPresentation& self, const UITapGestureRecognizer&) {
-        const auto host = self.host_.lock();
-        if (host != nullptr && self.isMinimized_) host->maximizeRequested();
+        if (const auto host = self.host_.lock()) host->maximizeRequested();
       }));
 }
 
@@ -133,7 +132,7 @@ void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
       return;
     case changed:
       view.setCenter(
-          {view.center().x + location.x - prevDragLocation_.x, view.center().y + location.y - prevDragLocation_.y});
+          {view.center().x + (location.x - prevDragLocation_.x), view.center().y + (location.y - prevDragLocation_.y)});
       prevDragLocation_ = location;
       return;
     case ended:

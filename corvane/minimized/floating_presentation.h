@@ -54,12 +54,12 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
 
   /// Between the start of the shrinking and that of the growing. Frame and transform then belong to the presentation.
   [[nodiscard]] bool isMinimized() const { return isMinimized_; }
-  [[nodiscard]] CGRect originalFrame() const { return originalFrame_; }
 
   [[nodiscard]] std::optional<CGSize> minimizedSize() const { return minimizedSize_; }
   void setMinimizedSize(std::optional<CGSize> size);
 
-  // The host app's wishes. All but the container of a drag count from the next minimizing on.
+  // The host app's wishes. Place and size are read once the view has said that it will shrink, the container before
+  // that and with each movement of a drag, and whether to be tapped when the view has shrunk.
   MinimizedOrigin minimizedOrigin = MinimizedOrigin::topLeft();
   std::shared_ptr<UIView> minimizedSuperview;
   bool tapToMaximize = false;
@@ -71,7 +71,8 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   void didGrow(FloatingPresentationHost& host, const std::function<void()>& completion);
   void drag(const UIPanGestureRecognizer& sender);
   void snap(UIView& view, const std::shared_ptr<UIView>& container);
-  /// A completion that runs a step, and what follows it, if the view still lives by then.
+  /// A completion that runs a step, and what follows it, if the view still lives by then; the view lives on until both
+  /// have returned.
   using Step = void (FloatingPresentation::*)(FloatingPresentationHost&, const std::function<void()>&);
   [[nodiscard]] std::move_only_function<void(bool)> afterwards(Step step, std::function<void()> completion);
 

@@ -14,8 +14,12 @@ constexpr CGFloat minimizedMargin = 5.0;
 
 CGFloat atLeast(CGFloat minimum, CGFloat length) { return std::isfinite(length) ? std::max(length, minimum) : minimum; }
 
-/// A length of nothing has no scale that makes it longer; it then takes its new length as it is.
-CGFloat scaleBetween(CGFloat from, CGFloat to) { return from > 0 ? to / from : 1; }
+/// A length of nothing has no scale that makes it longer, nor has one without an end a scale that leaves something of
+/// it; they then take the new length as it is.
+CGFloat scaleBetween(CGFloat from, CGFloat to) {
+  const CGFloat scale = to / from;
+  return std::isfinite(scale) && scale > 0 ? scale : 1;
+}
 
 }  // namespace
 
@@ -30,8 +34,7 @@ MinimizedShape minimizedShape(CGRect originalFrame, std::optional<CGSize> wanted
                                                   scaleBetween(original.height, wanted->height))};
   }
   // A view that would become too small is larger than its scale says.
-  return {{std::max(minimizedScaleFactor * original.width, minimizedMinWidth),
-           std::max(minimizedScaleFactor * original.height, minimizedMinHeight)},
+  return {atLeastMinimizedSize({minimizedScaleFactor * original.width, minimizedScaleFactor * original.height}),
           CGAffineTransform::makeScale(minimizedScaleFactor, minimizedScaleFactor)};
 }
 

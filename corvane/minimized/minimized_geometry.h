@@ -11,7 +11,7 @@ namespace corvane {
 /// The corner radius of a minimized view, in its own coordinates.
 inline constexpr CGFloat minimizedCornerRadius = 14.0;
 
-/// A wanted size as it is kept: neither length below 30, nor anything that is no length at all.
+/// A size of which neither length is below 30, nor anything that is no length at all.
 [[nodiscard]] CGSize atLeastMinimizedSize(CGSize size);
 
 struct MinimizedShape {
@@ -19,7 +19,7 @@ struct MinimizedShape {
   CGAffineTransform transform;
 };
 
-/// How a view of this frame is minimized: to the wanted size, or to a third of its own.
+/// How a view of this frame is minimized: to the wanted size, or to a third of its own but at least 30 each way.
 [[nodiscard]] MinimizedShape minimizedShape(CGRect originalFrame, std::optional<CGSize> wanted);
 
 /// The upper left corner of a minimized view of this size in a container. Without a container there is only the corner

@@ -26,13 +26,15 @@ class CORVANE_EXPORT MinimizedState final : public ForwardedOperations {
 
   static MinimizedState& shared();
 
-  /// The view that is minimized, or that has been and has not yet grown back; null for none.
+  /// The view that was minimized last, until any view has grown back, it is removed or another one is made; null for
+  /// none.
   [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() const;
   [[nodiscard]] bool isMinimized() const;
 
   /// Brings the view in front of the others of its superview.
   void bringToFront();
-  /// Makes the view the front-most subview of another one, as it is; does nothing where it is one already.
+  /// Makes the view the front-most subview of another one, as it is; does nothing where it is a subview of it already,
+  /// also behind others.
   void moveTo(const std::shared_ptr<UIView>& view);
   /// What is to be done with the view when it has grown back, in place of what was registered before. It stays
   /// registered until it is replaced or reset.

@@ -153,8 +153,10 @@ TEST_F(FloatingWindowTest, ADragMovesTheCentreByTheFinger) {
   touch(TouchPhase::moved, {102, 90});
   EXPECT_EQ(view_->center(), (CGPoint{before.x + 40, before.y - 10}));
   EXPECT_EQ(view_->presentation().center, view_->center()) << "without animation";
-  touch(TouchPhase::cancelled, {102, 90});
-  EXPECT_EQ(view_->center(), (CGPoint{before.x + 40, before.y - 10})) << "and stays there";
+  touch(TouchPhase::moved, {107, 93});
+  EXPECT_EQ(view_->center(), (CGPoint{before.x + 45, before.y - 7}));
+  touch(TouchPhase::cancelled, {107, 93});
+  EXPECT_EQ(view_->center(), (CGPoint{before.x + 45, before.y - 7})) << "and stays there";
   EXPECT_FALSE(view_->hasAnimations());
   EXPECT_TRUE(takeLog().empty());
 }
@@ -195,9 +197,61 @@ TEST_F(FloatingWindowTest, ANewContainerCountsForTheDragThatGoesOn) {
   const CGPoint before = view_->center();
   touch(TouchPhase::moved, {90, 100});
   EXPECT_EQ(view_->center(), (CGPoint{before.x + 10, before.y})) << "the finger in the container's coordinates";
-  touch(TouchPhase::ended, {90, 100});
-  EXPECT_EQ(view_->center().x, 49.5);
+  touch(TouchPhase::moved, {390, 800});
+  touch(TouchPhase::ended, {390, 800});
+  EXPECT_EQ(view_->center(), (CGPoint{400 - 49.5, 454})) << "it is the panel's frame that counts";
   loop().advance(500ms);
+}
+
+TEST_F(FloatingWindowTest, OnlyItsOwnDragMovesAViewThatFloats) {
+  minimize();
+  const auto pan = view_->gestureRecognizers()[0];
+  screen_->addGestureRecognizer(pan);
+  CGPoint before = view_->center();
+  drag({{300, 700}, {300, 720}, {200, 720}});
+  EXPECT_EQ(view_->center(), before) << "its recognizer was given to another view";
+  view_->addGestureRecognizer(pan);
+  view_->maximizeView();
+  before = view_->center();
+  drag({{100, 100}, {120, 100}, {160, 100}});
+  EXPECT_EQ(view_->center(), before) << "it grows";
+  loop().advance(500ms);
+  EXPECT_EQ(view_->frame(), (CGRect{{0, 0}, {300, 600}}));
+}
+
+TEST_F(FloatingWindowTest, HandlersSeeEachStepAtItsPlaceAndMayPrepareIt) {
+  const auto panel = UIView::create({{0, 0}, {100, 100}});
+  view_->setEventHandler([&](const AgentEvent& event) {
+    log_.push_back(encodeJson(event));
+    if (event.is<AgentEvent::WillMinimize>()) {
+      view_->setFrame({{10, 20}, {200, 400}});
+      view_->setMinimizedOrigin(MinimizedOrigin::custom({50, 60}));
+      view_->setMinimizedSize(CGSize{100, 10});
+      view_->setMinimizedSuperview(panel);
+    } else if (event.is<AgentEvent::DidMinimize>()) {
+      EXPECT_EQ(view_->gestureRecognizers().size(), 2U);
+      EXPECT_FALSE(webView().isUserInteractionEnabled());
+    } else if (event.is<AgentEvent::WillMaximize>()) {
+      EXPECT_TRUE(view_->isMinimized() && view_->clipsToBounds());
+    }
+  });
+  pageAsksToMinimize(*view_);
+  expectNear(view_->frame(), {{50, 60}, {100, 30}});
+  EXPECT_EQ(view_->superview(), window_) << "the container was known before";
+  EXPECT_EQ(view_->minimizedSize(), (CGSize{100, 30}));
+  loop().advance(100ms);
+  view_->setTapToMaximize(true);
+  loop().advance(1s);
+  MinimizedState::shared().registerRestoreAction([&](const auto&) {
+    EXPECT_TRUE(webView().isUserInteractionEnabled() && scripts().empty());
+    log_.emplace_back("restored");
+  });
+  view_->maximizeView();
+  loop().advance(1s);
+  EXPECT_EQ(view_->frame(), (CGRect{{10, 20}, {200, 400}}));
+  EXPECT_EQ(takeLog(), (Log{willMinimize, didMinimize, willMaximize, "restored", didMaximize}));
+  view_->setMinimizedSize(std::nullopt);
+  EXPECT_EQ(view_->minimizedSize(), std::nullopt);
 }
 
 TEST_F(FloatingWindowTest, OnlyAViewThatIsToBeTappedGrowsByATap) {
@@ -228,7 +282,12 @@ TEST_F(FloatingWindowTest, GrowingBackBeforeItHasShrunkEndsAtFullSize) {
   loop().advance(50ms);
   pageAsksToMinimize(*view_);
   EXPECT_EQ(takeLog(), (Log{willMinimize, willMaximize, willMinimize}));
+  int restorations = 0;
+  MinimizedState::shared().registerRestoreAction([&](const auto&) { ++restorations; });
   loop().advance(1s);
+  EXPECT_EQ(restorations, 1) << "the growing that was overtaken ends as always";
+  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
+  EXPECT_EQ(view_->gestureRecognizers().size(), 1U);
   EXPECT_EQ(takeLog(), (Log{didMinimize, didMaximize, didMinimize}));
   EXPECT_TRUE(view_->isMinimized());
   expectNear(view_->frame(), {{5, 5}, {99, 198}});

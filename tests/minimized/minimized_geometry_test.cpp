@@ -27,6 +27,8 @@ TEST(MinimizedGeometry, SizesAndScales) {
            Row{{100, 100}, CGSize{200, 300}, {200, 300}, {2, 3}},
            Row{{0, 800}, CGSize{120, 200}, {120, 200}, {1, 0.25}},
            Row{{240, 0}, CGSize{120, 200}, {120, 200}, {0.5, 1}},
+           Row{{1e-320, infinity}, CGSize{120, 200}, {120, 200}, {1, 1}},
+           Row{{nan, infinity}, std::nullopt, {30, 30}, {0.33, 0.33}},
        }) {
     const MinimizedShape shape = minimizedShape({{7, 8}, row.original}, row.wanted);
     EXPECT_DOUBLE_EQ(shape.size.width, row.size.width);

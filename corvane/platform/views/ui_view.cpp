@@ -108,7 +108,7 @@ void UIView::setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnim
     auto& animated = (*animations_).*property;
     animations_->start(animated, run, shownValue(animated, this->*own, now), now);
   } else if (animations_ != nullptr) {
-    ViewAnimations::stop((*animations_).*property, RunLoop::main().now());
+    ViewAnimations::stop((*animations_).*property, ViewAnimations::now());
   }
   this->*own = value;
 }

@@ -35,7 +35,7 @@ void UIView::animate(UIViewSpringAnimation animation) {
 }
 
 UIViewPresentation UIView::presentation() const {
-  return presentation(animations_ != nullptr ? RunLoop::main().now() : RunLoop::Time());
+  return presentation(animations_ != nullptr ? ViewAnimations::now() : RunLoop::Time());
 }
 
 UIViewPresentation UIView::presentation(std::chrono::nanoseconds at) const {

@@ -28,6 +28,8 @@ ViewAnimations::~ViewAnimations() {
   stop(alpha, now);
 }
 
+RunLoop::Time ViewAnimations::now() { return RunLoop::hasMain() ? RunLoop::main().now() : RunLoop::Time::max(); }
+
 void ViewAnimations::enlist() {
   if (place_ != notEnlisted) return;
   place_ = enlisted().size();
@@ -50,7 +52,7 @@ bool ViewAnimations::isRunningAt(RunLoop::Time now) const {
 
 bool ViewAnimations::isAnyRunning(const UIView& root) {
   if (enlisted().empty()) return false;
-  const RunLoop::Time now = RunLoop::main().now();
+  const RunLoop::Time now = ViewAnimations::now();
   for (std::size_t i = 0; i < enlisted().size();) {
     ViewAnimations& animations = *enlisted()[i];
     if (!animations.isRunningAt(now)) {

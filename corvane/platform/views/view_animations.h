@@ -29,6 +29,8 @@ class ViewAnimations {
   ViewAnimations& operator=(const ViewAnimations&) = delete;
   ~ViewAnimations();
 
+  /// The run loop's time, or the end of all time without one: a view that outlives its backend has arrived.
+  [[nodiscard]] static RunLoop::Time now();
   /// Whether a view at or below the root is still moving. Looks only at views that move.
   [[nodiscard]] static bool isAnyRunning(const UIView& root);
 
