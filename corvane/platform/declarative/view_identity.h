@@ -30,7 +30,8 @@ class IdentityModifier : public ViewModifier {
   Identity identity_;
 };
 
-/// Makes the view another one, with everything in it, when the identity becomes another one.
+/// Makes the view another one, with everything in it, when the identity becomes another one. Modifiers that come after
+/// it are outside of it, and stay.
 template <std::equality_comparable Identity>
 [[nodiscard]] IdentityModifier<Identity> id(Identity identity) {
   return IdentityModifier<Identity>(std::move(identity));
