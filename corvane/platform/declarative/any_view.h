@@ -54,8 +54,8 @@ inline constexpr bool isBuiltInView<AnyView> = true;
 template <>
 class NodeOf<AnyView> final : public ViewNode {
  public:
-  NodeOf(AnyView view, ViewPass& pass) { update(std::move(view), pass); }
-  void update(AnyView view, ViewPass& pass) {
+  NodeOf(AnyView&& view, ViewPass& pass) { update(std::move(view), pass); }
+  void update(AnyView&& view, ViewPass& pass) {
     AnyView::Box& box = *view.box_;
     const bool isLast = view.box_.use_count() == 1;
     const std::type_info* const former = std::exchange(type_, &box.type());

@@ -34,11 +34,11 @@ class NodeOf<V> final : public ViewNode {
   static_assert(UIViewRepresentable<V>);
 
  public:
-  NodeOf(V value, ViewPass& pass) : view_(value.makeUIView()) {
+  NodeOf(const V& value, ViewPass& pass) : view_(value.makeUIView()) {
     pass.container().add(view_);
     value.updateUIView(*view_);
   }
-  void update(V value, ViewPass& pass) {
+  void update(const V& value, ViewPass& pass) {
     pass.container().keep(*view_);
     value.updateUIView(*view_);
   }
