@@ -125,6 +125,18 @@ TEST_F(VelnorAgentTest, ManyEvaluationsKeepTheViewAndMakeNone) {
   EXPECT_FALSE(context().agent());
 }
 
+TEST_F(VelnorAgentTest, TenThousandComingsAndGoingsLeaveNothingBehind) {
+  std::weak_ptr<VelnorAgentView> former;
+  for (int i = 0; i < 10'000; ++i) {
+    host_->show(agent() | onAgentEvent([](const AgentEvent&) {}) | bringAgentToFront());
+    ASSERT_TRUE(former.expired());
+    former = context().agentView();
+    host_->remove();
+  }
+  EXPECT_TRUE(former.expired());
+  EXPECT_TRUE(host_->view()->subviews().empty());
+}
+
 TEST_F(VelnorAgentTest, AFloatingViewOutlivesItsScreenAndIsLeftWhereItIs) {
   host_->show(agent() | id(1));
   const auto view = context().agentView();

@@ -54,7 +54,7 @@ class ViewHostTest : public HeadlessTest {
   };
 
   /// A composed view with all of it: a platform view, and notes of its coming and going.
-  [[nodiscard]] auto noted(std::string name, std::shared_ptr<NamedView> existing = nullptr) {
+  [[nodiscard]] auto noted(const std::string& name, std::shared_ptr<NamedView> existing = nullptr) {
     return Named{&log_, name, std::move(existing)} | onAppear([this, name] { log_.push_back("+" + name); }) |
            onDisappear([this, name] { log_.push_back("-" + name); });
   }
@@ -111,7 +111,7 @@ TEST_F(ViewHostTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) {
 
 TEST_F(ViewHostTest, OnlyBodiesThatReadTheValueAreEvaluatedAgain) {
   Log evaluated;
-  const auto inner = [&](std::string name, bool reads) {
+  const auto inner = [&](const std::string& name, bool reads) {
     return Composed{[&, name, reads] {
       evaluated.push_back(name);
       if (reads) static_cast<void>(model_.number.value());
@@ -180,7 +180,7 @@ TEST_F(ViewHostTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
 }
 
 TEST_F(ViewHostTest, OuterViewsAppearAfterAndDisappearBeforeWhatIsInThem) {
-  const auto note = [this](std::string what) { return [this, what] { log_.push_back(what); }; };
+  const auto note = [this](const std::string& what) { return [this, what] { log_.push_back(what); }; };
   host_->show(ZStack{EmptyView{} | onAppear(note("+1")) | onDisappear(note("-1")),
                      EmptyView{} | onDisappear(note("-2")) | onAppear(note("+2"))} |
               onAppear(note("+outer")) | onAppear({}) | onDisappear(note("-outer")));
