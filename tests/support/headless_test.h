@@ -5,6 +5,7 @@
 
 #include <memory>
 
+#include "corvane/declarative/agent_context_access.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/headless/headless_backend.h"
 
@@ -13,6 +14,7 @@ namespace corvane {
 class HeadlessTest : public testing::Test {
  protected:
   void TearDown() override {
+    AgentContextAccess::reset(VelnorAgentContext::shared());
     MinimizedStore::shared().setAgentView(nullptr);
     MinimizedStore::shared().setRestoreAction(nullptr);
     EXPECT_EQ(backend_->runLoop().pendingTaskCount(), 0U) << "work was left behind";

@@ -1,0 +1,188 @@
+#include "corvane/declarative/agent_modifiers.h"
+
+#include "corvane/declarative/agent_context_access.h"
+#include "corvane/platform/declarative/appearance.h"
+#include "tests/support/agent_screens_test.h"
+
+namespace corvane {
+namespace {
+
+using AgentModifiersTest = AgentScreensTest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+TEST_F(AgentModifiersTest, EventsReachTheHandlerOfTheScreenAndThenTheViewsOwn) {
+  VelnorAgent value = agent();
+  value.setEventHandler(noteAs("own"));
+  host_->show(value | onAgentEvent(noteAs("screen")));
+  const auto view = context().agentView();
+  engine(*view).finishLoad();
+  EXPECT_THAT(takeLog(), ElementsAre(R"(screen {"didLoad":{}})", R"(own {"didLoad":{}})"));
+  host_->show(value | onAgentEvent(noteAs("newer")));
+  engine(*view).failLoad({});
+  EXPECT_THAT(takeLog(), ElementsAre(R"(screen {"error":{}})", R"(own {"error":{}})"))
+      << "handlers are set when a view appears, and not when it is evaluated again";
+  host_->show(EmptyView{} | onAgentEvent(noteAs("other screen")));
+  engine(*view).failLoad({});
+  EXPECT_THAT(takeLog(), ElementsAre(R"(other screen {"error":{}})", R"(own {"error":{}})"))
+      << "the former screen's going does not take the handler of the one that has come";
+  host_->remove();
+  engine(*view).failLoad({});
+  EXPECT_THAT(takeLog(), ElementsAre(R"(own {"error":{}})"));
+}
+
+TEST_F(AgentModifiersTest, AHandlerMayReplaceItselfWhileItIsCalled) {
+  const auto second = ViewHost::create(*window_);
+  host_->show(agent() | onAgentEvent([&, kept = std::string("first")](const AgentEvent&) {
+                second->show(EmptyView{} | onAgentEvent(noteAs("second")));
+                log_.push_back(kept);
+              }));
+  const auto view = context().agentView();
+  view->setEventHandler(noteAs("own"));
+  engine(*view).finishLoad();
+  EXPECT_THAT(takeLog(), ElementsAre("first", R"(own {"didLoad":{}})"));
+  engine(*view).failLoad({});
+  EXPECT_THAT(takeLog(), ElementsAre(R"(second {"error":{}})", R"(own {"error":{}})"));
+}
+
+TEST_F(AgentModifiersTest, AScreenMayDisappearFromInsideItsOwnHandler) {
+  host_->show(agent() | onAgentEvent([&, kept = std::string("called")](const AgentEvent&) {
+                host_->remove();
+                log_.push_back(kept);
+              }));
+  const std::weak_ptr<VelnorAgentView> view = context().agentView();
+  context().agentView()->setEventHandler(noteAs("own"));
+  engine(*view.lock()).finishLoad();
+  EXPECT_THAT(takeLog(), ElementsAre("called", R"(own {"didLoad":{}})"));
+  EXPECT_TRUE(view.expired());
+}
+
+TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
+  host_->show(agent() | onAgentEvent([&](const AgentEvent& event) {
+                if (event.is<AgentEvent::WillMinimize>()) host_->remove();
+              }));
+  const std::weak_ptr<VelnorAgentView> first = context().agentView();
+  minimize(*first.lock());
+  EXPECT_EQ(context().agentView(), nullptr) << "when the event came, the view was not minimized yet";
+  EXPECT_EQ(minimizedState().agentView(), first.lock());
+  EXPECT_EQ(first.lock()->superview(), window_);
+  EXPECT_TRUE(context().isMinimized());
+  const VelnorAgent around(minimizedState().agentView());
+  host_->show(around | onAgentEvent([&](const AgentEvent& event) {
+                if (event.is<AgentEvent::WillMaximize>()) host_->remove();
+              }));
+  context().maximizeAgent();
+  letRest();
+  EXPECT_FALSE(context().isMinimized());
+  EXPECT_EQ(context().agentView(), first.lock()) << "when the event came, the view was still minimized";
+  EXPECT_EQ(minimizedState().agentView(), nullptr);
+}
+
+TEST_F(AgentModifiersTest, TheFlagFollowsTheBeginningsAlone) {
+  host_->show(agent());
+  const auto view = context().agentView();
+  const Subscription flag =
+      context().publishedIsMinimized().subscribe([&](bool value) { log_.emplace_back(value ? "on" : "off"); });
+  AgentContextAccess::setEventHandler(context(), [this](const AgentEvent& event) {
+    log_.push_back(encodeJson(event) + (context().isMinimized() ? " on" : " off"));
+  });
+  minimize(*view);
+  context().maximizeAgent();
+  context().maximizeAgent();
+  letRest();
+  EXPECT_THAT(takeLog(), ElementsAre("off", R"({"willMinimize":{}} off)", "on", R"({"didMinimize":{}} on)",
+                                     R"({"willMaximize":{}} on)", "off", R"({"didMaximize":{}} off)"));
+  const std::weak_ptr<VelnorAgentContext> other = [&] {
+    const auto context = AgentContextAccess::makeContext();
+    AgentContextAccess::setAgentView(*context, view);
+    return context;
+  }();
+  EXPECT_TRUE(other.expired());
+  engine(*view).failLoad({});
+  EXPECT_THAT(takeLog(), IsEmpty()) << "a view that leads to a context which is gone tells nobody";
+}
+
+TEST_F(AgentModifiersTest, BringsAFloatingAgentToTheFrontWhenAScreenIsShown) {
+  host_->show(agent() | bringAgentToFront());
+  const auto view = context().agentView();
+  minimize(*view);
+  const auto cover = UIView::create();
+  window_->addSubview(cover);
+  host_->show(agent() | bringAgentToFront());
+  EXPECT_EQ(window_->subviews().back(), cover) << "evaluated again, not shown";
+  host_->show(EmptyView{} | bringAgentToFront());
+  EXPECT_EQ(window_->subviews().back(), view);
+  window_->addSubview(cover);
+  minimizedState().maximize();
+  host_->show(EmptyView{} | bringAgentToFront() | id(1));
+  EXPECT_EQ(window_->subviews().back(), cover) << "it is growing back";
+  letRest();
+}
+
+TEST_F(AgentModifiersTest, TheRestoreActionOfAScreenShowsTheFloatingViewAgain) {
+  host_->show(agent());
+  const auto view = context().agentView();
+  engine(*view).finishLoad();
+  std::optional<VelnorAgent> restored;
+  const auto screenB = [&] {
+    return Composed{[&] { return when(restored.has_value(), [&] { return *restored; }); }} |
+           restoreAgentAction([&](const VelnorAgent& agent) {
+             restored = agent;
+             log_.push_back("restore " + agent.connectId());
+           });
+  };
+  minimize(*view);
+  host_->show(screenB());
+  minimizedState().maximize();
+  EXPECT_THAT(takeLog(), IsEmpty());
+  letRest();
+  EXPECT_THAT(takeLog(), ElementsAre("restore b1"));
+  host_->show(screenB());
+  EXPECT_EQ(view->superview(), host_->view());
+  EXPECT_EQ(view->frame(), window_->bounds());
+  EXPECT_EQ(context().agentView(), view);
+  EXPECT_EQ(loadCount(*view), 1U);
+
+  // The action outlives its screen, until a screen that resets it disappears.
+  minimize(*view);
+  host_->show(EmptyView{} | resetAgentRestoreAction());
+  minimizedState().maximize();
+  letRest();
+  EXPECT_THAT(takeLog(), ElementsAre("restore b1"));
+  minimize(*view);
+  host_->remove();
+  minimizedState().maximize();
+  letRest();
+  EXPECT_THAT(takeLog(), IsEmpty());
+}
+
+TEST_F(AgentModifiersTest, AnAgentThatIsRestoredInPlaceOfTheOldOneKeepsItsCall) {
+  std::optional<VelnorAgent> restored;
+  const auto screen = [&] {
+    return Composed{[&] { return when(restored.has_value(), [&] { return *restored; }, [&] { return agent(); }); }} |
+           restoreAgentAction([&](const VelnorAgent& agent) { restored = agent; });
+  };
+  host_->show(screen());
+  const auto view = context().agentView();
+  engine(*view).finishLoad();
+  minimize(*view);
+  minimizedState().maximize();
+  letRest();
+  host_->show(screen());
+  EXPECT_EQ(view->superview(), host_->view());
+  EXPECT_EQ(loadCount(*view), 1U);
+  EXPECT_EQ(context().agentView(), nullptr) << "the old one's going lets go of what is full-size, whoever shows it";
+}
+
+TEST_F(AgentModifiersTest, OperationsWithoutAViewAreDropped) {
+  context().maximizeAgent();
+  context().getCartStatus([&](const auto&) { log_.emplace_back("called"); });
+  loop().advance(std::chrono::seconds(10));
+  host_->show(agent());
+  context().getCartStatus([&](const auto& status) { log_.emplace_back(status.error().what()); });
+  context().maximizeAgent();
+  EXPECT_THAT(takeLog(), ElementsAre("noActiveCall"));
+}
+
+}  // namespace
+}  // namespace corvane

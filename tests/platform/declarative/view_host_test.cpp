@@ -1,0 +1,272 @@
+#include "corvane/platform/declarative/view_host.h"
+
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "corvane/platform/declarative/appearance.h"
+#include "corvane/platform/declarative/box.h"
+#include "corvane/platform/declarative/conditional_view.h"
+#include "corvane/platform/declarative/observable_object.h"
+#include "corvane/platform/declarative/ui_view_representable.h"
+#include "corvane/platform/declarative/view_identity.h"
+#include "corvane/platform/declarative/z_stack.h"
+#include "corvane/platform/views/ui_window.h"
+#include "tests/support/headless_test.h"
+
+namespace corvane {
+namespace {
+
+using testing::ElementsAre;
+using Log = std::vector<std::string>;
+
+class Model : public ObservableObject {
+ public:
+  Published<int> number{*this};
+  Published<bool> isOn{*this};
+};
+
+class ViewHostTest : public HeadlessTest {
+ protected:
+  /// A platform view that is told apart by its name.
+  class NamedView : public UIView {
+   public:
+    NamedView() : UIView(ConstructionKey{}) {}
+    std::string name;
+  };
+
+  struct Named {
+    using UIViewType = NamedView;
+    Log* log;
+    std::string name;
+    std::shared_ptr<NamedView> existing{};
+
+    [[nodiscard]] std::shared_ptr<NamedView> makeUIView() const {
+      log->push_back("make " + name);
+      return existing ? existing : std::make_shared<NamedView>();
+    }
+    void updateUIView(NamedView& view) const { view.name = name; }
+    static void dismantleUIView(NamedView& view) { view.name += " (gone)"; }
+  };
+
+  /// A composed view with all of it: a platform view, and notes of its coming and going.
+  [[nodiscard]] auto noted(const std::string& name, std::shared_ptr<NamedView> existing = nullptr) {
+    return Named{&log_, name, std::move(existing)} | onAppear([this, name] { log_.push_back("+" + name); }) |
+           onDisappear([this, name] { log_.push_back("-" + name); });
+  }
+  /// The names of the platform views that are shown, from the back to the front.
+  [[nodiscard]] static Log namesIn(const UIView& view) {
+    Log names;
+    for (const auto& subview : view.subviews()) {
+      if (const auto* named = dynamic_cast<const NamedView*>(subview.get())) names.push_back(named->name);
+    }
+    return names;
+  }
+  [[nodiscard]] Log shown() const { return namesIn(*host_->view()); }
+  Log takeLog() { return std::exchange(log_, {}); }
+
+  std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
+  Model model_;
+  Log log_;
+  std::shared_ptr<ViewHost> host_ = ViewHost::create(*window_);
+};
+
+TEST_F(ViewHostTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) {
+  int evaluations = 0;
+  host_->show(Composed{[&] {
+    ++evaluations;
+    return ZStack{noted("back " + std::to_string(model_.number.value())),
+                  when(model_.isOn.value(), [&] { return noted("middle"); }), noted("front")};
+  }});
+  EXPECT_THAT(takeLog(), ElementsAre("make back 0", "make front", "+back 0", "+front"));
+  const std::vector<std::shared_ptr<UIView>> views(host_->view()->subviews().begin(), host_->view()->subviews().end());
+  EXPECT_EQ(views[0]->frame(), window_->bounds());
+
+  model_.number.set(1);
+  model_.number.set(2);
+  model_.isOn.set(true);
+  EXPECT_EQ(evaluations, 1) << "never inside the change";
+  loop().runUntilIdle();
+  EXPECT_EQ(evaluations, 2) << "once for all changes";
+  EXPECT_THAT(shown(), ElementsAre("back 2", "middle", "front"));
+  EXPECT_THAT(takeLog(), ElementsAre("make middle", "+middle"));
+  EXPECT_EQ(host_->view()->subviews().front(), views[0]);
+  EXPECT_EQ(host_->view()->subviews().back(), views[1]);
+
+  model_.isOn.set(false);
+  loop().runUntilIdle();
+  EXPECT_THAT(shown(), ElementsAre("back 2", "front"));
+  window_->setFrame({{0, 0}, {844, 390}});
+  EXPECT_EQ(views[0]->frame(), window_->bounds());
+  host_.reset();
+  EXPECT_THAT(takeLog(), ElementsAre("-middle", "-front", "-back 2"));
+  EXPECT_TRUE(window_->subviews().empty());
+  model_.number.set(3);
+  EXPECT_EQ(loop().pendingTaskCount(), 0U) << "nobody follows any more";
+}
+
+TEST_F(ViewHostTest, OnlyBodiesThatReadTheValueAreEvaluatedAgain) {
+  Log evaluated;
+  const auto inner = [&](const std::string& name, bool reads) {
+    return Composed{[&, name, reads] {
+      evaluated.push_back(name);
+      if (reads) static_cast<void>(model_.number.value());
+      return noted(name);
+    }};
+  };
+  host_->show(Composed{[&] {
+    evaluated.emplace_back("outer");
+    return ZStack{when(
+                      model_.isOn.value(), [&] { return inner("a", false); }, [&] { return inner("b", true); }),
+                  inner("c", false)};
+  }});
+  evaluated.clear();
+  Model other;
+  other.number.set(1);
+  model_.number.set(1);
+  loop().runUntilIdle();
+  EXPECT_THAT(std::exchange(evaluated, {}), ElementsAre("outer", "b", "c")) << "the object is followed as a whole";
+  takeLog();
+
+  model_.isOn.set(true);
+  loop().runUntilIdle();
+  EXPECT_THAT(std::exchange(evaluated, {}), ElementsAre("outer", "a", "c"));
+  EXPECT_THAT(takeLog(), ElementsAre("make a", "-b", "+a"));
+
+  host_->show(ZStack{inner("c", false), inner("b", true)});
+  evaluated.clear();
+  model_.number.set(2);
+  loop().runUntilIdle();
+  EXPECT_THAT(evaluated, ElementsAre("b"));
+}
+
+/// Reads a value where the modifier is applied.
+struct NumberedModifier : ViewModifier {
+  Model* model;
+  Log* log;
+  NumberedModifier(Model& model, Log& log) : model(&model), log(&log) {}
+  template <View Content>
+  [[nodiscard]] auto body(Content content) const {
+    log->push_back("number " + std::to_string(model->number.value()));
+    return content;
+  }
+};
+
+TEST_F(ViewHostTest, ModifiersOfWhatIsShownFollowValuesToo) {
+  host_->show(EmptyView{} | NumberedModifier(model_, log_));
+  model_.number.set(1);
+  loop().runUntilIdle();
+  EXPECT_THAT(log_, ElementsAre("number 0", "number 1"));
+}
+
+TEST_F(ViewHostTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
+  host_->show(noted("a") | id(1));
+  host_->show(noted("b") | id(1));
+  EXPECT_THAT(takeLog(), ElementsAre("make a", "+a"));
+  EXPECT_THAT(shown(), ElementsAre("b"));
+  host_->show(noted("c") | id(2));
+  EXPECT_THAT(takeLog(), ElementsAre("make c", "-b", "+c")) << "the disappear action of the last evaluation";
+  host_->show(when(true, [&] { return noted("d"); }, [&] { return noted("e"); }));
+  host_->show(when(false, [&] { return noted("d"); }, [&] { return noted("e"); }));
+  EXPECT_THAT(takeLog(), ElementsAre("make d", "-c", "+d", "make e", "-d", "+e"));
+  host_->show(ZStack{AnyView(noted("f")), AnyView(noted("g"))});
+  host_->show(ZStack{AnyView(EmptyView{}), AnyView(noted("h"))});
+  EXPECT_THAT(takeLog(), ElementsAre("make f", "make g", "-e", "+f", "+g", "-f"));
+  EXPECT_THAT(shown(), ElementsAre("h"));
+}
+
+TEST_F(ViewHostTest, OuterViewsAppearAfterAndDisappearBeforeWhatIsInThem) {
+  const auto note = [this](const std::string& what) { return [this, what] { log_.push_back(what); }; };
+  host_->show(ZStack{EmptyView{} | onAppear(note("+1")) | onDisappear(note("-1")),
+                     EmptyView{} | onDisappear(note("-2")) | onAppear(note("+2"))} |
+              onAppear(note("+outer")) | onAppear({}) | onDisappear(note("-outer")));
+  host_->remove();
+  EXPECT_THAT(log_, ElementsAre("+1", "+2", "+outer", "-outer", "-2", "-1"));
+}
+
+TEST_F(ViewHostTest, LeavesAloneAViewThatHasMoved) {
+  const auto view = std::make_shared<NamedView>();
+  const auto screen = [&](const std::string& name) { return ZStack{noted("back"), noted(name, view), noted("front")}; };
+  host_->show(screen("moving"));
+  window_->addSubview(view);
+  view->setFrame({{5, 5}, {30, 30}});
+  host_->show(screen("moved"));
+  EXPECT_EQ(view->name, "moved");
+  EXPECT_EQ(view->superview(), window_);
+  host_->show(ZStack{noted("other")});
+  EXPECT_EQ(view->name, "moved (gone)");
+  EXPECT_EQ(view->superview(), window_);
+  EXPECT_EQ(view->frame(), (CGRect{{5, 5}, {30, 30}}));
+}
+
+TEST_F(ViewHostTest, AViewIsTakenOverByTheValueThatComes) {
+  const auto view = std::make_shared<NamedView>();
+  host_->show(ZStack{noted("a", view), noted("b")} | id(1));
+  host_->show(ZStack{noted("c", view)} | id(2));
+  EXPECT_EQ(view->superview(), host_->view()) << "the one that goes leaves it to the one that comes";
+  const auto second = ViewHost::create(*window_);
+  second->show(noted("d", view));
+  EXPECT_EQ(view->superview(), second->view());
+  host_->remove();
+  EXPECT_EQ(view->superview(), second->view());
+  second->remove();
+  EXPECT_EQ(view->superview(), nullptr);
+  EXPECT_EQ(view.use_count(), 1);
+}
+
+TEST_F(ViewHostTest, ActionsMayShowSomethingElseAndEndTheHost) {
+  host_->show(noted("a") | onAppear([&] {
+                host_->show(ZStack{noted("b") | onDisappear([&] { host_.reset(); }), noted("c")});
+                log_.emplace_back("asked");
+              }) |
+              onAppear([&] { log_.emplace_back("+all of a"); }));
+  EXPECT_THAT(takeLog(), ElementsAre("make a", "+a", "asked", "+all of a", "make b", "make c", "-a", "+b", "+c"));
+  host_->remove();
+  EXPECT_EQ(host_, nullptr);
+  EXPECT_THAT(takeLog(), ElementsAre("-c", "-b"));
+  EXPECT_TRUE(window_->subviews().empty());
+}
+
+TEST_F(ViewHostTest, AChangeThatIsAnnouncedWhileSomethingIsShownIsNotMissed) {
+  const auto screen = [&] {
+    return Composed{[&] { return noted("number " + std::to_string(model_.number.value())); }};
+  };
+  host_->show(screen());
+  const Subscription hasty = model_.objectWillChange().subscribe([&] { host_->show(screen()); });
+  model_.number.set(7);
+  EXPECT_THAT(shown(), ElementsAre("number 0"));
+  loop().runUntilIdle();
+  EXPECT_THAT(shown(), ElementsAre("number 7"));
+}
+
+TEST_F(ViewHostTest, BoxesHaveAPlaceAColourAndTaps) {
+  const auto screen = [&](CGRect frame, std::function<void()> onTap) {
+    return ZStack{noted("a") | box({.backgroundColor = UIColor{.red = 1}}),
+                  EmptyView{} | box({.frame = frame, .onTap = std::move(onTap)})};
+  };
+  const auto tap = [&](CGPoint point) {
+    window_->sendTouch({.identifier = 1, .phase = TouchPhase::began, .location = point});
+    window_->sendTouch({.identifier = 1, .phase = TouchPhase::ended, .location = point});
+  };
+  host_->show(screen({{0, 0}, {100, 100}}, [&] {
+    host_->show(screen({{200, 0}, {100, 100}}, [&] { host_->remove(); }));
+    log_.emplace_back("tapped");
+  }));
+  const auto filling = host_->view()->subviews()[0];
+  EXPECT_EQ(filling->frame(), window_->bounds());
+  EXPECT_EQ(filling->backgroundColor(), UIColor{.red = 1});
+  EXPECT_THAT(namesIn(*filling), ElementsAre("a"));
+  tap({50, 50});
+  tap({50, 50});
+  EXPECT_THAT(takeLog(), ElementsAre("make a", "+a", "tapped")) << "the box has moved away from under the second tap";
+  tap({250, 50});
+  EXPECT_THAT(takeLog(), ElementsAre("-a"));
+  EXPECT_EQ(window_->hitTest({250, 50}), nullptr) << "touches pass through what is empty";
+}
+
+}  // namespace
+}  // namespace corvane
