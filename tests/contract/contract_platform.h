@@ -28,8 +28,15 @@ class ContractPlatform {
   virtual ~ContractPlatform() = default;
 
   [[nodiscard]] virtual std::string address(PageKind kind) = 0;
+  /// The window on screen, as wide and high as a phone.
+  [[nodiscard]] virtual const std::shared_ptr<UIWindow>& window() = 0;
+  /// Lets a view find its pages, also the one that it has asked for already.
+  virtual void providePages(const std::shared_ptr<UIView>& view) = 0;
   /// Puts a view on screen, and lets it find its pages.
-  virtual void show(const std::shared_ptr<UIView>& view) = 0;
+  void show(const std::shared_ptr<UIView>& view) {
+    window()->addSubview(view);
+    providePages(view);
+  }
   /// Lets the backend work until the condition holds; false when it does not for so long that it never will.
   [[nodiscard]] virtual bool runUntil(const std::function<bool()>& condition) = 0;
 

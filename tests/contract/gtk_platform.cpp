@@ -105,7 +105,8 @@ class GtkPlatform final : public RealEnginePlatform {
 
   std::string page(std::string_view file) override { return server_->address(file); }
 
-  void show(const std::shared_ptr<UIView>& view) override { surface_->window()->addSubview(view); }
+  const std::shared_ptr<UIWindow>& window() override { return surface_->window(); }
+  void providePages(const std::shared_ptr<UIView>& /*view*/) override {}
 
   bool runUntil(const std::function<bool()>& condition) override {
     const auto end = std::chrono::steady_clock::now() + givingUpAfter;

@@ -17,8 +17,9 @@ class HeadlessPlatform final : public ContractPlatform {
     return "https://pages.example/" + std::to_string(static_cast<int>(kind));
   }
 
-  void show(const std::shared_ptr<UIView>& view) override {
-    window_->addSubview(view);
+  const std::shared_ptr<UIWindow>& window() override { return window_; }
+
+  void providePages(const std::shared_ptr<UIView>& view) override {
     const auto page = SimulatedAgentTool::attach(view);
     pages_[view.get()] = page;
     page->setLoadPlan([this, weak = std::weak_ptr(page)](std::string_view url) -> SimulatedAgentTool::LoadOutcome {
@@ -40,6 +41,9 @@ class HeadlessPlatform final : public ContractPlatform {
       });
       return SimulatedAgentTool::Finishes{};
     });
+    auto& engine = *headless::HeadlessWebEngine::of(*view);
+    const auto loads = engine.recordsOf<headless::HeadlessWebEngine::LoadRequested>();
+    if (!loads.empty()) engine.load(loads.back().request);
   }
 
   bool runUntil(const std::function<bool()>& condition) override {
