@@ -7,7 +7,7 @@ namespace corvane::demo {
 namespace {
 
 constexpr const char* usage =
-    "usage: corvane-demo [--tour] [--variant plain|framed|cross-origin] [--screenshots FOLDER]";
+    "usage: corvane-demo [--tour] [--declarative] [--variant plain|framed|cross-origin] [--screenshots FOLDER]";
 
 }  // namespace
 
@@ -18,6 +18,8 @@ std::expected<DemoOptions, std::string> readOptions(std::span<char*> arguments) 
     const std::string_view value = index + 1 < arguments.size() ? arguments[index + 1] : "";
     if (argument == "--tour") {
       options.isTour = true;
+    } else if (argument == "--declarative") {
+      options.isDeclarative = true;
     } else if (argument == "--variant" && value == "plain") {
       ++index;
     } else if (argument == "--variant" && value == "framed") {

@@ -13,6 +13,8 @@ struct DemoOptions {
   std::string page = "index.html";
   /// Lets the page run through a whole call by itself, saves pictures and ends.
   bool isTour = false;
+  /// Shows the host app whose screens are described as values.
+  bool isDeclarative = false;
   std::filesystem::path screenshotFolder = "screenshots";
 };
 

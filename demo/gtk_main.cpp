@@ -1,9 +1,13 @@
 // The demo on a real web engine: serves the stand-in agent tool page to itself and shows it in a host app.
 #include <cstdio>
+#include <memory>
 #include <span>
+#include <string>
+#include <vector>
 
 #include "corvane/corvane.h"
 #include "corvane/platform/gtk/gtk_backend.h"
+#include "demo/declarative_window.h"
 #include "demo/demo_options.h"
 #include "demo/host_window.h"
 #include "demo/local_page_server.h"
@@ -12,6 +16,17 @@
 namespace {
 
 using namespace corvane;
+
+/// Runs the demo in a window of one of the two kinds; false where its tour did not come to its end.
+template <class Window>
+bool runIn(const demo::DemoOptions& options, const std::string& pageAddress, const std::vector<Product>& products) {
+  const std::unique_ptr<GMainLoop, decltype(&g_main_loop_unref)> loop(g_main_loop_new(nullptr, FALSE),
+                                                                      &g_main_loop_unref);
+  Window window(options, pageAddress, products, loop.get());
+  window.show();
+  g_main_loop_run(loop.get());
+  return !options.isTour || window.isTourComplete();
+}
 
 int run(const demo::DemoOptions& options) {
   // A tour runs on build machines, which have no camera.
@@ -34,19 +49,11 @@ int run(const demo::DemoOptions& options) {
     std::fprintf(stderr, "demo: %s\n", products.error().c_str());
     return 1;
   }
-  GMainLoop* const loop = g_main_loop_new(nullptr, FALSE);
-  int result = 0;
-  {
-    demo::HostWindow window(options, (*server)->address(options.page), *products, loop);
-    window.show();
-    g_main_loop_run(loop);
-    if (options.isTour && !window.isTourComplete()) {
-      std::fputs("demo: the tour did not come to its end\n", stderr);
-      result = 1;
-    }
-  }
-  g_main_loop_unref(loop);
-  return result;
+  const std::string page = (*server)->address(options.page);
+  const bool isGood = options.isDeclarative ? runIn<demo::DeclarativeWindow>(options, page, *products)
+                                            : runIn<demo::HostWindow>(options, page, *products);
+  if (!isGood) std::fputs("demo: the tour did not come to its end\n", stderr);
+  return isGood ? 0 : 1;
 }
 
 }  // namespace

@@ -1,19 +1,15 @@
 #include "demo/host_window.h"
 
-#include <chrono>
-#include <cstdio>
 #include <optional>
 #include <string_view>
-#include <system_error>
 
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/minimized_state.h"
-#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
-#include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "demo/event_printer.h"
 #include "demo/host_tour.h"
+#include "demo/picture.h"
 #include "demo/products_screen.h"
 
 namespace corvane::demo {
@@ -22,8 +18,6 @@ namespace {
 
 constexpr int phoneWidth = 390;
 constexpr int phoneHeight = 844;
-constexpr int attemptsAtAPicture = 5;
-constexpr std::chrono::milliseconds betweenAttempts{20};
 constexpr const char* callScreen = "call";
 constexpr const char* productsScreen = "products";
 
@@ -92,28 +86,11 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
   void showAgentView() override { gtk_stack_set_visible_child_name(as<GtkStack>(stack_), callScreen); }
   void showProducts() override { gtk_stack_set_visible_child_name(as<GtkStack>(stack_), productsScreen); }
 
-  void savePicture(const std::string& name) override {
-    std::error_code ignored;  // saving then fails and says so
-    std::filesystem::create_directories(options_.screenshotFolder, ignored);
-    const auto file = options_.screenshotFolder / (name + ".png");
-    savePicture(file, attemptsAtAPicture);
-  }
+  void savePicture(const std::string& name) override { demo::savePicture(content_, options_.screenshotFolder, name); }
 
   void endTour() override { g_main_loop_quit(loop_); }
 
  private:
-  void savePicture(const std::filesystem::path& file, int attempts) {
-    const bool isSaved = gtk::saveScreenshot(content_, file);
-    if (!isSaved && attempts > 1) {
-      // There is nothing to see of a window that is about to be laid out.
-      RunLoop::main().schedule(betweenAttempts, whileAlive(weak_from_this(), [file, attempts](Screens& self) {
-                                 self.savePicture(file, attempts - 1);
-                               }));
-      return;
-    }
-    std::printf("%s %s\n", isSaved ? "picture:" : "no picture could be saved as", file.c_str());
-  }
-
   void buildWindow() {
     GtkWidget* const call = makeColumn(0, "screen");
     append(call, notice_);
