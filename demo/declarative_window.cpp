@@ -6,6 +6,7 @@
 #include "demo/event_printer.h"
 #include "demo/outcome_text.h"
 #include "demo/shop_products.h"
+#include "demo/widgets.h"
 
 namespace corvane::demo {
 
@@ -104,7 +105,7 @@ struct AppScreen {
 
 DeclarativeWindow::DeclarativeWindow(const DemoOptions& options, const std::string& pageAddress,
                                      const std::vector<Product>& products, GMainLoop* loop) {
-  surface_->window()->setFrame({{0, 0}, {390, 844}});
+  surface_->window()->setFrame({{0, 0}, {phoneWidth, phoneHeight}});
   if (options.isTour) tour_ = std::make_shared<DeclarativeTour>(surface_, options.screenshotFolder, loop);
   const auto shop = std::make_shared<Shop>();
   shop->pageAddress = pageAddress + (options.isTour ? "#tour" : "");
@@ -112,14 +113,7 @@ DeclarativeWindow::DeclarativeWindow(const DemoOptions& options, const std::stri
   shop->tour = tour_;
   host_ = ViewHost::create(*surface_->window());
   host_->show(AppScreen{shop});
-
-  auto* const window = reinterpret_cast<GtkWindow*>(window_);
-  gtk_window_set_title(window, "Corvane demo");
-  gtk_window_set_default_size(window, 390, 844);
-  gtk_window_set_decorated(window, !options.isTour);
-  gtk_window_set_child(window, surface_->widget());
-  // The handler belongs to the window; the loop outlives both.
-  g_signal_connect_swapped(window_, "destroy", reinterpret_cast<GCallback>(&g_main_loop_quit), loop);
+  buildPhoneWindow(window_, surface_->widget(), !options.isTour, loop);
 }
 
 DeclarativeWindow::~DeclarativeWindow() {
@@ -128,7 +122,7 @@ DeclarativeWindow::~DeclarativeWindow() {
 }
 
 void DeclarativeWindow::show() {
-  gtk_window_present(reinterpret_cast<GtkWindow*>(window_));
+  gtk_window_present(as<GtkWindow>(window_));
   if (tour_) tour_->begin();
 }
 

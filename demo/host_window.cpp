@@ -16,8 +16,6 @@ namespace corvane::demo {
 
 namespace {
 
-constexpr int phoneWidth = 390;
-constexpr int phoneHeight = 844;
 constexpr const char* callScreen = "call";
 constexpr const char* productsScreen = "products";
 
@@ -107,13 +105,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
     gtk_overlay_add_overlay(as<GtkOverlay>(content_), surface_->widget());
 
     installStyle();
-    auto* const window = as<GtkWindow>(window_);
-    gtk_window_set_title(window, "Corvane demo");
-    gtk_window_set_default_size(window, phoneWidth, phoneHeight);
-    gtk_window_set_decorated(window, !options_.isTour);
-    gtk_window_set_child(window, content_);
-    // The handler belongs to the window; the loop outlives both.
-    g_signal_connect_swapped(window_, "destroy", reinterpret_cast<GCallback>(&g_main_loop_quit), loop_);
+    buildPhoneWindow(window_, content_, !options_.isTour, loop_);
   }
 
   void placeCall() {

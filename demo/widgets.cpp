@@ -98,6 +98,15 @@ GtkWidget* makeScrolled(GtkWidget* content) {
 
 void append(GtkWidget* box, GtkWidget* child) { gtk_box_append(as<GtkBox>(box), child); }
 
+void buildPhoneWindow(GtkWidget* window, GtkWidget* content, bool isDecorated, GMainLoop* loop) {
+  gtk_window_set_title(as<GtkWindow>(window), "Corvane demo");
+  gtk_window_set_default_size(as<GtkWindow>(window), phoneWidth, phoneHeight);
+  gtk_window_set_decorated(as<GtkWindow>(window), isDecorated);
+  gtk_window_set_child(as<GtkWindow>(window), content);
+  // The handler belongs to the window; the loop outlives both.
+  g_signal_connect_swapped(window, "destroy", reinterpret_cast<GCallback>(&g_main_loop_quit), loop);
+}
+
 void installStyle() {
   GtkCssProvider* const provider = gtk_css_provider_new();
   gtk_css_provider_load_from_data(provider, styleSheet, -1);

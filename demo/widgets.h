@@ -9,6 +9,9 @@
 
 namespace corvane::demo {
 
+constexpr int phoneWidth = 390;
+constexpr int phoneHeight = 844;
+
 /// Views a widget as what it is. The toolkit's own macros are C casts.
 template <class Widget>
 Widget* as(GtkWidget* widget) {
@@ -33,6 +36,8 @@ void whenSwitched(GtkWidget* stack, std::function<void()> show);
 /// What does not fit into the height is scrolled.
 [[nodiscard]] GtkWidget* makeScrolled(GtkWidget* content);
 void append(GtkWidget* box, GtkWidget* child);
+/// Sets a window up that is as large as a phone; closing it ends the loop.
+void buildPhoneWindow(GtkWidget* window, GtkWidget* content, bool isDecorated, GMainLoop* loop);
 /// Styles every window of the app.
 void installStyle();
 
