@@ -140,7 +140,7 @@ void RequestChannel::handleCallbackEvent(JsonView data) {
   if (found == sentCallbackActions_.end()) return;
   // The completion may drop the view, and be asked to answer again.
   const auto self = shared_from_this();
-  const auto record = *found;
+  const auto record = *found;  // NOLINT(performance-unnecessary-copy-initialization): it may leave the list
   std::optional<AgentError> error;
   if (callback->error) error = AgentError::AgentToolError{*callback->error};
   record->handleCallback(data, std::move(error), host->cart());

@@ -18,13 +18,13 @@ bool MinimizedState::isMinimized() const {
   return view != nullptr && view->isMinimized();
 }
 
-void MinimizedState::bringToFront() {
+void MinimizedState::bringToFront() const {
   const auto view = agentView();
   if (view == nullptr) return;
   if (const auto superview = view->superview()) superview->bringSubviewToFront(view);
 }
 
-void MinimizedState::moveTo(const std::shared_ptr<UIView>& view) {
+void MinimizedState::moveTo(const std::shared_ptr<UIView>& view) const {
   const auto held = agentView();
   if (held == nullptr || view == nullptr || held->superview() == view) return;
   view->addSubview(held);
@@ -37,12 +37,12 @@ void MinimizedState::registerRestoreAction(RestoreAction action) {
 
 void MinimizedState::resetRestoreAction() { MinimizedStore::shared().setRestoreAction(nullptr); }
 
-void MinimizedState::remove() {
+void MinimizedState::remove() const {
   if (const auto view = agentView()) view->removeFromSuperview();
   MinimizedStore::shared().setAgentView(nullptr);
 }
 
-void MinimizedState::maximize() {
+void MinimizedState::maximize() const {
   if (const auto view = agentView()) view->maximizeView();
 }
 

@@ -32,18 +32,18 @@ class CORVANE_EXPORT MinimizedState final : public ForwardedOperations {
   [[nodiscard]] bool isMinimized() const;
 
   /// Brings the view in front of the others of its superview.
-  void bringToFront();
+  void bringToFront() const;
   /// Makes the view the front-most subview of another one, as it is; does nothing where it is a subview of it already,
   /// also behind others.
-  void moveTo(const std::shared_ptr<UIView>& view);
+  void moveTo(const std::shared_ptr<UIView>& view) const;
   /// What is to be done with the view when it has grown back, in place of what was registered before. It stays
   /// registered until it is replaced or reset.
   void registerRestoreAction(RestoreAction action);
   void resetRestoreAction();
   /// Takes the view off the screen and lets it go.
-  void remove();
+  void remove() const;
   /// Grows the view back, as `VelnorAgentView::maximizeView` does.
-  void maximize();
+  void maximize() const;
 
  private:
   MinimizedState() = default;

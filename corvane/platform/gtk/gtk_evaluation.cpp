@@ -72,16 +72,16 @@ template <Evaluations::Finish finishCall>
 void Evaluations::answer(GObject* webView, GAsyncResult* result, gpointer data) noexcept {
   const std::unique_ptr<Pending> pending(static_cast<Pending*>(data));
   GError* rawError = nullptr;
-  auto value = GObjectHandle<JSCValue>::adopt(finishCall(objectCast<WebKitWebView>(webView), result, &rawError));
+  const auto value = GObjectHandle<JSCValue>::adopt(finishCall(objectCast<WebKitWebView>(webView), result, &rawError));
   const GErrorHandle error(rawError);
   const auto evaluations = pending->evaluations.lock();
   if (evaluations == nullptr) return;
   auto place = evaluations->completions_.extract(pending->number);
   if (place.empty()) return;
-  place.mapped()(evaluations->read(std::move(value), error.get()));
+  place.mapped()(evaluations->read(value, error.get()));
 }
 
-EvaluationResult Evaluations::read(GObjectHandle<JSCValue> value, const GError* error) const {
+EvaluationResult Evaluations::read(const GObjectHandle<JSCValue>& value, const GError* error) const {
   if (!value) {
     if (isProcessGone_) return std::unexpected(processGoneError());
     return std::unexpected(WebError{WebError::Kind::scriptFailed, error != nullptr ? error->message : "", {}});

@@ -45,7 +45,7 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
   /// Keeps a completion until its answer comes; the result travels through the C library.
   [[nodiscard]] Pending* keep(EvaluationCompletion completion);
   void settleLater(EvaluationCompletion completion, WebError error);
-  [[nodiscard]] EvaluationResult read(GObjectHandle<JSCValue> value, const GError* error) const;
+  [[nodiscard]] EvaluationResult read(const GObjectHandle<JSCValue>& value, const GError* error) const;
 
   std::shared_ptr<EngineContext> context_;
   std::map<std::uint64_t, EvaluationCompletion> completions_;
