@@ -57,11 +57,11 @@ Json toJson(const Variation& variation) {
     attributes.push_back(
         {{"id", attribute.id()}, {"option", attribute.option()}, {"productOptions", *attribute.productOptions()}});
   }
-  Json specifications = Json::array();
+  Json specs = Json::array();
   Json& comparables = json["comparableAttributes"] = Json::array();
   for (const auto& comparable : *variation.comparableAttributes()) {
     comparables.push_back({{"id", comparable.id()}, {"name", *comparable.name()}, {"option", comparable.option()}});
-    specifications.push_back({{"name", *comparable.name()}, {"value", comparable.option()}});
+    specs.push_back({{"name", *comparable.name()}, {"value", comparable.option()}});
   }
   Json points = Json::array();
   Json& details = json["details"] = Json::array();
@@ -85,10 +85,8 @@ Json toJson(const Variation& variation) {
   json["rating"] = rating;
   setIfAny(json, "subtitle", variation.subtitle());
   setIfAny(json, "url", variation.url());
-  json["meta"]["data"] = {{"subtitle", *variation.subtitle()},
-                          {"uniqueSellingPoints", points},
-                          {"rating", rating},
-                          {"specs", specifications}};
+  json["meta"]["data"] = {
+      {"subtitle", *variation.subtitle()}, {"uniqueSellingPoints", points}, {"rating", rating}, {"specs", specs}};
   return json;
 }
 

@@ -24,8 +24,9 @@ class VelnorAgentContext;
 ///   host->show(VelnorAgent(Region::eu(), "shop-42", "booking-7", false) | onAgentEvent(handler));
 ///
 /// Once it is mounted, what its view shows no longer follows region, organisation and booking; give it an `id` to have
-/// another one mounted. When it goes, the context lets go of the agent view, unless that is minimized: then it stays on
-/// screen, for a later agent to take over.
+/// another one mounted, and have the former one removed first, as its going clears the context: when an agent goes, the
+/// context lets go of the agent view, unless that is minimized: then it stays on screen, for a later agent to take
+/// over.
 ///
 /// The properties that can be set are those of the agent view. They are the value's own, and are given to the agent
 /// view that is made for it; while the context has an agent view, whichever that is, they are read from it and written
@@ -38,7 +39,8 @@ class CORVANE_EXPORT VelnorAgent final {
  public:
   /// An empty `connectId` is the booking of somebody who is not known.
   VelnorAgent(Region region, std::string organisationId, std::string connectId, bool enableSSO);
-  /// An agent that shows a view which exists already, such as a minimized one. The context takes the view over at once.
+  /// An agent that shows a view which exists already, such as a minimized one; never null. The context takes the view
+  /// over at once.
   explicit VelnorAgent(const std::shared_ptr<VelnorAgentView>& agentView);
 
   [[nodiscard]] const Region& region() const { return region_; }

@@ -13,7 +13,7 @@
 
 namespace corvane {
 
-/// Knows the agent view of the `VelnorAgent` that was mounted last, and drives it.
+/// Knows the agent view that was mounted last, or that a `VelnorAgent` was made around since, and drives it.
 ///
 /// Its product and cart operations are those of that view; without one nothing happens and their completions are never
 /// called.
@@ -33,13 +33,13 @@ class CORVANE_EXPORT VelnorAgentContext final : public ObservableObject,
   explicit VelnorAgentContext(ConstructionKey /*key*/) {}
   ~VelnorAgentContext() = default;
 
-  /// Whether the agent floats, from the start of the shrinking to the start of the growing back. A body that reads it
-  /// follows it.
+  /// What an agent view of this context announced last: true from the start of a shrinking to the start of a growing
+  /// back. A floating view that is taken off the screen or replaced announces nothing. A body that reads it follows it.
   [[nodiscard]] bool isMinimized() const { return isMinimized_.value(); }
   /// The same, to be followed from elsewhere.
   [[nodiscard]] const Published<bool>& publishedIsMinimized() const { return isMinimized_; }
 
-  /// The agent value that was made last; none once it has gone.
+  /// A copy of the agent value that was made last, as it was when it was made; none once an agent has gone.
   [[nodiscard]] const std::optional<VelnorAgent>& agent() const { return agent_; }
   /// Null for none.
   [[nodiscard]] const std::shared_ptr<VelnorAgentView>& agentView() const { return agentView_; }

@@ -40,7 +40,7 @@ class CORVANE_EXPORT MinimizedState final : public ForwardedOperations {
   /// registered until it is replaced or reset.
   void registerRestoreAction(RestoreAction action);
   void resetRestoreAction();
-  /// Takes the view off the screen and lets it go.
+  /// Takes the view off the screen and lets it go. A `VelnorAgentContext` that has the view keeps it.
   void remove() const;
   /// Grows the view back, as `VelnorAgentView::maximizeView` does.
   void maximize() const;

@@ -32,7 +32,7 @@ void encodeSellingPoints(const Variation& variation, JsonWriter& writer) {
 }
 
 /// What the page shows as a table: the comparable attributes that have a name.
-void encodeSpecifications(const Variation& variation, JsonWriter& writer) {
+void encodeSpecs(const Variation& variation, JsonWriter& writer) {
   if (!variation.comparableAttributes()) return;
   bool isOpen = false;
   for (const ComparableVariationAttribute& attribute : *variation.comparableAttributes()) {
@@ -59,7 +59,7 @@ void encodeMeta(const Variation& variation, JsonWriter& writer) {
   if (variation.subtitle()) json_detail::encodeMember("subtitle", *variation.subtitle(), writer);
   encodeSellingPoints(variation, writer);
   if (variation.rating()) json_detail::encodeMember("rating", *variation.rating(), writer);
-  encodeSpecifications(variation, writer);
+  encodeSpecs(variation, writer);
   writer.endObject();
   writer.endObject();
 }

@@ -164,5 +164,38 @@ TEST_F(VelnorAgentTest, AFloatingViewOutlivesItsScreenAndIsLeftWhereItIs) {
   EXPECT_EQ(view->frame(), (CGRect{{0, 0}, {390, 844}}));
 }
 
+TEST_F(VelnorAgentTest, NeitherSingleSignOnNorAFailedLoadMakesAnotherViewOrLoad) {
+  host_->show(agent());
+  const auto view = context().agentView();
+  engine(*view).finishLoad();
+  engine(*view).failLoad({.description = "later"});
+  const auto other = ViewHost::create(*window_);
+  other->show(VelnorAgent(Region::eu(), "shop", "b1", /*enableSSO=*/true));
+  EXPECT_EQ(context().agentView(), view);
+  EXPECT_EQ(loadCount(*view), 1U);
+  context().maximizeAgent();
+  EXPECT_TRUE(engine(*view).recordsOf<Engine::ScriptEvaluated>().empty()) << "it is not minimized";
+}
+
+TEST_F(VelnorAgentTest, AValueAroundAViewHasNoSettingsOfItsOwnAndLeavesFormerViewsHooked) {
+  host_->show(agent());
+  const auto first = context().agentView();
+  first->setTapToMaximize(true);
+  const auto second = VelnorAgentView::create(Region::eu(), "other", false);
+  const VelnorAgent around(second);
+  EXPECT_EQ(context().agentView(), second);
+  EXPECT_EQ(around.connectId(), "");
+  minimize(*first);
+  EXPECT_TRUE(context().isMinimized()) << "the former view is still listened to";
+  minimizedState().maximize();
+  letRest();
+  const VelnorAgent aroundFirst(first);
+  EXPECT_TRUE(aroundFirst.tapToMaximize());
+  host_->remove();
+  EXPECT_EQ(context().agentView(), nullptr);
+  EXPECT_FALSE(aroundFirst.tapToMaximize());
+  EXPECT_EQ(first->superview(), window_) << "it has floated, and nobody has put it back";
+}
+
 }  // namespace
 }  // namespace corvane

@@ -15,6 +15,7 @@
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
 #include "corvane/product/product_spec_error.h"
+#include "tests/support/decoding_error.h"
 
 namespace corvane {
 
@@ -60,17 +61,6 @@ nlohmann::json written(const Record& record) {
 template <class Record>
 Record readFrom(const nlohmann::json& json) {
   return decodeJson<Record>(json.dump());
-}
-
-template <class Record>
-DecodingError decodingError(std::string_view text) {
-  try {
-    static_cast<void>(decodeJson<Record>(text));
-  } catch (const DecodingError& error) {
-    return error;
-  }
-  ADD_FAILURE() << text << " was accepted";
-  return {DecodingError::Kind::dataCorrupted, {}, {}, {}};
 }
 
 template <class Record>

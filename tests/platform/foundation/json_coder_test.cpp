@@ -7,22 +7,12 @@
 #include "corvane/bridge/agent_event_coding.h"
 #include "corvane/bridge/page_event_records.h"
 #include "corvane/platform/foundation/json_text.h"
+#include "tests/support/decoding_error.h"
 
 namespace corvane {
 namespace {
 
 using Kind = DecodingError::Kind;
-
-template <class Record>
-DecodingError decodingError(std::string_view text) {
-  try {
-    static_cast<void>(decodeJson<Record>(text));
-  } catch (const DecodingError& error) {
-    return error;
-  }
-  ADD_FAILURE() << text << " was accepted";
-  return {Kind::dataCorrupted, {}, {}, {}};
-}
 
 TEST(JsonCoder, ErrorsTellKindTypeAndPath) {
   struct Row {
