@@ -17,7 +17,8 @@ namespace corvane {
 /// changed its type or its identity is mounted anew; everything else keeps its platform views.
 ///
 /// Ownership: made by `create` and held by the host app. It holds the platform view that it has made inside the
-///            container and everything that it shows. Its end takes all that away.
+///            container and everything that it shows. Its end takes all that away; disappear actions that its end
+///            calls must not use it, so where they do, call `remove` first.
 /// Threads:   main thread only.
 /// Failure:   none.
 class CORVANE_EXPORT ViewHost final : public std::enable_shared_from_this<ViewHost>, private ViewUpdater {
