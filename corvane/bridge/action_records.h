@@ -88,12 +88,11 @@ class AddProductAction final : public AnsweredAction<ProductActionData, AgentErr
   using AnsweredAction::AnsweredAction;
   /// Keeps the text for when the product's turn has come: it may be long.
   void tryToEncode() override { text_ = AnsweredAction::encode(); }
-  /// Gives the kept text away.
   [[nodiscard]] std::string encode() const override;
   void handleCallback(JsonView data, std::optional<AgentError> error, const CartQuantities& cart) override;
 
  private:
-  mutable std::string text_;
+  std::string text_;
 };
 
 /// Changes something about one SKU.
