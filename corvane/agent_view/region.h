@@ -10,7 +10,7 @@
 namespace corvane {
 
 /// A deployment: one of the two public ones, or an address of the shop's own.
-class Region {
+class Region : public SumType<Region> {
  public:
   struct Custom {
     std::string url;
@@ -30,10 +30,6 @@ class Region {
   static Region global() { return Region(Global{}); }
 
   [[nodiscard]] const Value& value() const { return value_; }
-  template <class... Arms>
-  decltype(auto) match(Arms&&... arms) const {
-    return corvane::match(value_, std::forward<Arms>(arms)...);
-  }
 
   /// The same deployment; custom addresses are compared letter by letter.
   bool operator==(const Region&) const = default;

@@ -16,7 +16,7 @@ namespace corvane {
 ///
 /// It is handed to completions and never thrown by the framework; as an exception type it can be thrown by host apps.
 /// Take it apart with `match`, one arm a case, or ask for single cases with `is` and `getIf`.
-class CORVANE_EXPORT AgentError : public std::exception {
+class CORVANE_EXPORT AgentError : public std::exception, public SumType<AgentError> {
  public:
   /// The page answered with an error; the text is the page's own.
   struct AgentToolError {
@@ -53,18 +53,6 @@ class CORVANE_EXPORT AgentError : public std::exception {
   ~AgentError() override;
 
   [[nodiscard]] const Value& value() const { return value_; }
-  template <class Case>
-  [[nodiscard]] const Case* getIf() const {
-    return std::get_if<Case>(&value_);
-  }
-  template <class Case>
-  [[nodiscard]] bool is() const {
-    return std::holds_alternative<Case>(value_);
-  }
-  template <class... Arms>
-  decltype(auto) match(Arms&&... arms) const {
-    return corvane::match(value_, std::forward<Arms>(arms)...);
-  }
 
   /// For logs: the description of the cases that have one, the name of the others.
   [[nodiscard]] const char* what() const noexcept override;

@@ -23,7 +23,7 @@ namespace corvane {
 /// `encodeJson` and `decodeJson` take it: an object with one member, named as the case, that holds the case's values,
 /// for example {"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} or {"didLoad":{}}. An object that names no
 /// case, or several, fails with a type mismatch.
-class AgentEvent {
+class AgentEvent : public SumType<AgentEvent> {
  public:
   /// Never raised by the framework; part of the vocabulary.
   struct Unknown {
@@ -98,19 +98,6 @@ class AgentEvent {
   AgentEvent(Case&& value) : value_(std::forward<Case>(value)) {}
 
   [[nodiscard]] const Value& value() const { return value_; }
-  /// The values of this case, or null when the event is another one.
-  template <class Case>
-  [[nodiscard]] const Case* getIf() const {
-    return std::get_if<Case>(&value_);
-  }
-  template <class Case>
-  [[nodiscard]] bool is() const {
-    return std::holds_alternative<Case>(value_);
-  }
-  template <class... Arms>
-  decltype(auto) match(Arms&&... arms) const {
-    return corvane::match(value_, std::forward<Arms>(arms)...);
-  }
 
   bool operator==(const AgentEvent&) const = default;
 

@@ -10,7 +10,7 @@
 namespace corvane {
 
 /// A corner of the container, a little away from its edges, or a point.
-class MinimizedOrigin {
+class MinimizedOrigin : public SumType<MinimizedOrigin> {
  public:
   /// The upper left corner of the minimized view, in the container's coordinates. It is moved into the container, but
   /// the view may still stick out of it on the right and at the bottom.
@@ -39,10 +39,6 @@ class MinimizedOrigin {
   static MinimizedOrigin bottomRight() { return MinimizedOrigin(BottomRight{}); }
 
   [[nodiscard]] const Value& value() const { return value_; }
-  template <class... Arms>
-  decltype(auto) match(Arms&&... arms) const {
-    return corvane::match(value_, std::forward<Arms>(arms)...);
-  }
   bool operator==(const MinimizedOrigin&) const = default;
 
  private:

@@ -12,7 +12,7 @@ namespace corvane {
 
 /// A list of points or a paragraph. `encodeJson` and `decodeJson` take it; a kind out of a later protocol is read as
 /// `Unknown` and written as an empty object.
-class Detail {
+class Detail : public SumType<Detail> {
  public:
   struct Bullets {
     std::vector<std::string> points;
@@ -28,10 +28,6 @@ class Detail {
   static Detail unknown() { return Detail(Unknown{}); }
 
   [[nodiscard]] const Value& value() const { return value_; }
-  template <class... Arms>
-  decltype(auto) match(Arms&&... arms) const {
-    return corvane::match(value_, std::forward<Arms>(arms)...);
-  }
 
   /// The same kind with the same contents. What is unknown is equal to nothing, not even to itself.
   friend bool operator==(const Detail& left, const Detail& right) {
