@@ -14,6 +14,8 @@ set(CORVANE_PRIVATE_LIBRARIES simdjson::simdjson PkgConfig::uriparser corvane_ut
 set(CORVANE_HAS_GTK OFF)
 if(NOT CORVANE_GTK STREQUAL "OFF")
   pkg_check_modules(gtk_stack IMPORTED_TARGET gtk4>=4.8 webkitgtk-6.0)
+  # The same without the engine, for host apps; its name is also that of the installed package.
+  pkg_check_modules(corvane_gtk4 IMPORTED_TARGET gtk4>=4.8)
   pkg_check_modules(soup IMPORTED_TARGET libsoup-3.0)
   if(gtk_stack_FOUND AND soup_FOUND)
     set(CORVANE_HAS_GTK ON)

@@ -3,7 +3,6 @@
 
 #include <memory>
 
-#include "corvane/export.h"
 #include "corvane/platform/foundation/run_loop.h"
 
 namespace corvane::gtk {
@@ -13,7 +12,7 @@ namespace corvane::gtk {
 /// Ownership: owned by the backend and by the engines it made. `end` is the end of its work; afterwards new tasks are
 ///            destroyed at once.
 /// Threads:   as every run loop.
-class CORVANE_EXPORT GlibRunLoop final : public RunLoop {
+class GlibRunLoop final : public RunLoop {
  public:
   GlibRunLoop();
   ~GlibRunLoop() override;

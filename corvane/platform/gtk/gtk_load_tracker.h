@@ -6,7 +6,6 @@
 #include <string_view>
 #include <variant>
 
-#include "corvane/export.h"
 #include "corvane/platform/web/web_engine.h"
 
 namespace corvane::gtk {
@@ -28,7 +27,7 @@ using LoadReport = std::variant<LoadFinished, LoadFailed>;
 /// that it replaced, and is passed over in silence. The engine also says "finished" after each failure.
 ///
 /// Ownership: owned by the page loader; it holds no resources. Threads: main thread only. Failure: none.
-class CORVANE_EXPORT LoadTracker {
+class LoadTracker {
  public:
   /// The host asks for a page. The address is in the engine's own spelling.
   void loadRequested(std::string url);

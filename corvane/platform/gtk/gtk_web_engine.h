@@ -5,7 +5,6 @@
 #include <string>
 #include <string_view>
 
-#include "corvane/export.h"
 #include "corvane/platform/web/web_engine.h"
 
 // The toolkit's own declaration, so that including this header does not pull the toolkit in.
@@ -22,7 +21,7 @@ struct EngineContext;
 ///            pending evaluations fail later, and the widget leaves its parent.
 /// Threads:   main thread only.
 /// Failure:   as every engine.
-class CORVANE_EXPORT GtkWebEngine final : public WebEngine {
+class GtkWebEngine final : public WebEngine {
  public:
   GtkWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
                std::shared_ptr<EngineContext> context);

@@ -1,0 +1,42 @@
+# Debian packages: the two libraries, what is needed to build with them, and the tool. `./dev package` makes and tries them.
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_CONTACT "Corvane developers <developers@corvane.example>")
+set(CPACK_PACKAGE_VENDOR Corvane)
+set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
+set(CPACK_COMPONENTS_ALL library development tools)
+if(CORVANE_HAS_GTK)
+  list(APPEND CPACK_COMPONENTS_ALL gtk)
+endif()
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+# The backend and the tool link the library out of this same build, of which no package is installed yet.
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR}/corvane)
+set(same_version "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
+
+# component, package, section, first line and text of its description
+function(corvane_debian_package component package section summary)
+  string(TOUPPER ${component} upper)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${package} PARENT_SCOPE)
+  set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}\n${ARGN}" PARENT_SCOPE)
+endfunction()
+
+corvane_debian_package(library libcorvane${CORVANE_ABI} libs "${PROJECT_DESCRIPTION}"
+  " A sales agent talks to a customer inside a shop's app. This is the library, with a backend for tests.")
+corvane_debian_package(gtk libcorvane-gtk${CORVANE_ABI} libs "Corvane on GTK 4 and WebKitGTK"
+  " The backend of the Corvane library for Linux devices with a touch screen.")
+corvane_debian_package(development libcorvane-dev libdevel "Corvane, development files"
+  " Headers, a CMake package and pkg-config files for apps that embed Corvane.")
+corvane_debian_package(tools corvane-tools utils "Checks the product catalogue of a shop"
+  " The command corvane-product checks exported product records before an app hands them to Corvane.")
+
+set(CPACK_DEBIAN_GTK_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
+set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
+if(CORVANE_HAS_GTK)
+  string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libcorvane-gtk${CORVANE_ABI} ${same_version}, libgtk-4-dev")
+endif()
+include(CPack)

@@ -1,0 +1,173 @@
+/// Awaiting the operations of the agent view in coroutines: `co_await awaiting(*view).getCartStatus()`.
+#pragma once
+
+#include <cassert>
+#include <coroutine>
+#include <cstdint>
+#include <exception>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "corvane/bridge/completion.h"
+#include "corvane/product/product.h"
+
+namespace corvane {
+
+/// Thrown into a coroutine whose operation will never be completed: its view has ended, or a holder of views held none.
+class OperationAbandoned final : public std::exception {
+ public:
+  [[nodiscard]] const char* what() const noexcept override { return "operation abandoned"; }
+};
+
+/// An operation that has begun. `co_await` gives its outcome, which is what its completion would have received.
+///
+/// The coroutine goes on inside the completion, or does not pause where the outcome is there already. So several
+/// operations can be begun and then awaited one after the other. Each is awaited at most once.
+///
+/// Ownership: owned by the coroutine. When it ends, the operation goes on and its outcome is dropped; a coroutine may
+///            be destroyed while it awaits.
+/// Threads:   main thread only.
+/// Failure:   an outcome as of any completion; `OperationAbandoned` is thrown where there will be none.
+template <class Outcome>
+class [[nodiscard]] Awaited {
+ public:
+  /// Begins an operation: hands `operation` the completion that it is to call.
+  template <class Operation>
+  explicit Awaited(Operation&& operation) : state_(std::make_shared<State>()) {
+    std::forward<Operation>(operation)(Completion(state_));
+  }
+  Awaited(Awaited&&) noexcept = default;
+  Awaited& operator=(Awaited&&) = delete;
+  ~Awaited() {
+    if (state_) state_->waiting = nullptr;
+  }
+
+  [[nodiscard]] bool await_ready() const noexcept { return state_->isSettled; }
+  void await_suspend(std::coroutine_handle<> waiting) noexcept {
+    assert(!state_->waiting && "an operation is awaited once");
+    state_->waiting = waiting;
+  }
+  [[nodiscard]] Outcome await_resume() {
+    if (!state_->outcome) throw OperationAbandoned();
+    return std::move(*state_->outcome);
+  }
+
+ private:
+  /// Shared with the completion, as either may end first.
+  struct State {
+    bool isSettled = false;
+    std::optional<Outcome> outcome;
+    std::coroutine_handle<> waiting;
+
+    void settle() {
+      isSettled = true;
+      if (const auto next = std::exchange(waiting, nullptr)) next.resume();
+    }
+  };
+
+  /// Goes where the operation's completion goes. Its end without a call means that there will be no outcome.
+  class Completion {
+   public:
+    explicit Completion(std::shared_ptr<State> state) : state_(std::move(state)) {}
+    Completion(Completion&&) noexcept = default;
+    Completion& operator=(Completion&&) = delete;
+    ~Completion() {
+      if (state_) state_->settle();
+    }
+
+    void operator()(Outcome outcome) {
+      const auto state = std::move(state_);
+      state->outcome.emplace(std::move(outcome));
+      state->settle();
+    }
+
+   private:
+    std::shared_ptr<State> state_;
+  };
+
+  std::shared_ptr<State> state_;
+};
+
+/// The operations of an agent view, or of a holder of one, without their completions. Each begins at once.
+///
+/// It refers to `Operations` and is made where it is used, by `awaiting`.
+template <class Operations>
+class Awaiting {
+ public:
+  using Done = Awaited<std::optional<AgentError>>;
+  template <class Value>
+  using Answer = Awaited<AgentResult<Value>>;
+
+  explicit Awaiting(Operations& operations) : operations_(operations) {}
+
+  Done addProductToCall(Product product) {
+    return Done([&](auto done) { operations_.addProductToCall(std::move(product), std::move(done)); });
+  }
+  Answer<std::vector<std::string>> getProductsInCall() {
+    return Answer<std::vector<std::string>>([&](auto done) { operations_.getProductsInCall(std::move(done)); });
+  }
+  Answer<bool> isProductInCall(std::string sku) {
+    return Answer<bool>([&](auto done) { operations_.isProductInCall(std::move(sku), std::move(done)); });
+  }
+  Done removeProductInCall(std::string sku) {
+    return Done([&](auto done) { operations_.removeProductInCall(std::move(sku), std::move(done)); });
+  }
+  Done addProductToCart(std::string sku) {
+    return Done([&](auto done) { operations_.addProductToCart(std::move(sku), std::move(done)); });
+  }
+  Done updateProductInCart(std::string sku, std::int64_t quantity) {
+    return Done([&](auto done) { operations_.updateProductInCart(std::move(sku), quantity, std::move(done)); });
+  }
+  Answer<std::vector<std::string>> getProductsInCart() {
+    return Answer<std::vector<std::string>>([&](auto done) { operations_.getProductsInCart(std::move(done)); });
+  }
+  Answer<CartQuantities> getCartStatus() {
+    return Answer<CartQuantities>([&](auto done) { operations_.getCartStatus(std::move(done)); });
+  }
+  Answer<bool> isProductInCart(std::string sku) {
+    return Answer<bool>([&](auto done) { operations_.isProductInCart(std::move(sku), std::move(done)); });
+  }
+  Done removeProductInCart(std::string sku) {
+    return Done([&](auto done) { operations_.removeProductInCart(std::move(sku), std::move(done)); });
+  }
+  Done decrementProductInCart(std::string sku) {
+    return Done([&](auto done) { operations_.decrementProductInCart(std::move(sku), std::move(done)); });
+  }
+
+ private:
+  Operations& operations_;
+};
+
+/// `awaiting(*view)`, `awaiting(MinimizedState::shared())`, `awaiting(*context)`.
+template <class Operations>
+[[nodiscard]] Awaiting<Operations> awaiting(Operations& operations) {
+  return Awaiting<Operations>(operations);
+}
+
+/// A coroutine that begins at once and that nobody waits for, such as one that an event handler starts.
+///
+/// Ownership: it owns itself until it ends. What it refers to must live as long, so give it shared pointers and values
+///            as parameters, and let it be no lambda with captures.
+/// Failure:   ends silently with an operation that was abandoned. Any other exception that leaves it ends the program.
+struct DetachedTask {
+  struct promise_type {
+    DetachedTask get_return_object() const noexcept { return {}; }
+    std::suspend_never initial_suspend() const noexcept { return {}; }
+    std::suspend_never final_suspend() const noexcept { return {}; }
+    void return_void() const noexcept {}
+    void unhandled_exception() const noexcept {
+      try {
+        throw;
+      } catch (const OperationAbandoned&) {
+      } catch (...) {
+        std::terminate();
+      }
+    }
+  };
+};
+
+}  // namespace corvane
