@@ -10,6 +10,7 @@ endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
+set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 # The backend and the tool link the library out of this same build, of which no package is installed yet.
@@ -21,7 +22,7 @@ function(corvane_debian_package component package section summary)
   string(TOUPPER ${component} upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${package} PARENT_SCOPE)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
-  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${summary}\n${ARGN}" PARENT_SCOPE)
+  set(CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n${ARGN}" PARENT_SCOPE)
 endfunction()
 
 corvane_debian_package(library libcorvane${CORVANE_ABI} libs "${PROJECT_DESCRIPTION}"
