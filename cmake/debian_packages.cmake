@@ -17,22 +17,22 @@ set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR}/corvane)
 set(same_version "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
-# component, package, section, first line and text of its description
-function(corvane_debian_package component package section summary)
+# CPack puts the project's own description above each of these.
+function(corvane_debian_package component package section description)
   string(TOUPPER ${component} upper)
   set(CPACK_DEBIAN_${upper}_PACKAGE_NAME ${package} PARENT_SCOPE)
   set(CPACK_DEBIAN_${upper}_PACKAGE_SECTION ${section} PARENT_SCOPE)
-  set(CPACK_DEBIAN_${upper}_DESCRIPTION "${summary}\n${ARGN}" PARENT_SCOPE)
+  set(CPACK_COMPONENT_${upper}_DESCRIPTION "${description}" PARENT_SCOPE)
 endfunction()
 
-corvane_debian_package(library libcorvane${CORVANE_ABI} libs "${PROJECT_DESCRIPTION}"
-  " A sales agent talks to a customer inside a shop's app. This is the library, with a backend for tests.")
-corvane_debian_package(gtk libcorvane-gtk${CORVANE_ABI} libs "Corvane on GTK 4 and WebKitGTK"
-  " The backend of the Corvane library for Linux devices with a touch screen.")
-corvane_debian_package(development libcorvane-dev libdevel "Corvane, development files"
-  " Headers, a CMake package and pkg-config files for apps that embed Corvane.")
-corvane_debian_package(tools corvane-tools utils "Checks the product catalogue of a shop"
-  " The command corvane-product checks exported product records before an app hands them to Corvane.")
+corvane_debian_package(library libcorvane${CORVANE_ABI} libs
+  "This is the library, with a backend for tests that needs no screen.")
+corvane_debian_package(gtk libcorvane-gtk${CORVANE_ABI} libs
+  "This is the backend for Linux devices with a touch screen, on GTK 4 and WebKitGTK.")
+corvane_debian_package(development libcorvane-dev libdevel
+  "These are the headers, a CMake package and pkg-config files, for apps that embed it.")
+corvane_debian_package(tools corvane-tools utils
+  "The command corvane-product checks exported product records before an app hands them to the library.")
 
 set(CPACK_DEBIAN_GTK_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
