@@ -3,12 +3,7 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <memory>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/declarative/agent_modifiers.h"
@@ -26,7 +21,6 @@ namespace corvane {
 
 class AgentScreensTest : public HeadlessTest {
  protected:
-  using Log = std::vector<std::string>;
   using Engine = headless::HeadlessWebEngine;
 
   static VelnorAgent agent(std::string organisationId = "shop", std::string connectId = "b1") {
@@ -50,9 +44,7 @@ class AgentScreensTest : public HeadlessTest {
   AgentEventHandler noteAs(std::string who) {
     return [this, who = std::move(who)](const AgentEvent& event) { log_.push_back(who + " " + encodeJson(event)); };
   }
-  Log takeLog() { return std::exchange(log_, {}); }
 
-  Log log_;
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::shared_ptr<ViewHost> host_ = ViewHost::create(*window_);
 };

@@ -1,9 +1,13 @@
-/// A test on the headless backend that fails when it leaves work behind.
+/// A test on the headless backend that fails when it leaves work behind; brings what most tests need besides.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <memory>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "corvane/declarative/agent_context_access.h"
 #include "corvane/minimized/minimized_store.h"
@@ -13,6 +17,8 @@ namespace corvane {
 
 class HeadlessTest : public testing::Test {
  protected:
+  using Log = std::vector<std::string>;
+
   void TearDown() override {
     AgentContextAccess::reset(VelnorAgentContext::shared());
     MinimizedStore::shared().setAgentView(nullptr);
@@ -22,6 +28,10 @@ class HeadlessTest : public testing::Test {
 
   headless::Backend& backend() { return *backend_; }
   headless::VirtualRunLoop& loop() { return backend_->runLoop(); }
+  /// What the test has noted since the last time.
+  Log takeLog() { return std::exchange(log_, {}); }
+
+  Log log_;
 
  private:
   std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
