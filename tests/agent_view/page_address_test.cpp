@@ -30,11 +30,5 @@ TEST(PageAddress, IsNoneWhereNoAddressCanBeMade) {
   EXPECT_EQ(address(Region::eu(), "o", "\xff"), std::nullopt);
 }
 
-TEST(Region, CustomAddressesAreComparedLetterByLetter) {
-  EXPECT_EQ(Region::custom("http://a"), Region::custom("http://a"));
-  EXPECT_NE(Region::custom("http://a"), Region::custom("http://A"));
-  EXPECT_NE(Region::eu(), Region::global());
-}
-
 }  // namespace
 }  // namespace corvane
