@@ -56,32 +56,6 @@ TEST_F(MinimizedStateTest, TheViewOutlivesItsScreenAndCanBeMovedAndRemoved) {
   EXPECT_TRUE(weak.expired());
 }
 
-TEST_F(MinimizedStateTest, AnotherViewTakesTheHoldersPlaceAndLeavesTheFirstOnScreen) {
-  minimize();
-  const auto second = VelnorAgentView::create(Region::eu(), "o", false);
-  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
-  EXPECT_EQ(view_->superview(), window_);
-  watch(*second);
-  window_->addSubview(second);
-  pageAsksToMinimize(*second);
-  Log restored;
-  MinimizedState::shared().registerRestoreAction([&](const auto&) { restored.emplace_back("first"); });
-  MinimizedState::shared().registerRestoreAction([&](const auto&) { restored.emplace_back("second"); });
-  view_->maximizeView();
-  loop().advance(1s);
-  EXPECT_TRUE(restored.empty()) << "the view that grows back is not the one that is held";
-  EXPECT_EQ(MinimizedState::shared().agentView(), nullptr) << "whichever it was";
-  minimize();
-  MinimizedState::shared().maximize();
-  loop().advance(1s);
-  EXPECT_EQ(restored, Log{"second"});
-  minimize();
-  MinimizedState::shared().resetRestoreAction();
-  MinimizedState::shared().maximize();
-  loop().advance(1s);
-  EXPECT_EQ(restored.size(), 1U);
-}
-
 TEST_F(MinimizedStateTest, ForwardsEachOperationToTheViewThatItHolds) {
   MinimizedState& state = MinimizedState::shared();
   minimize();
