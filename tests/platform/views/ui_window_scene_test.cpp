@@ -1,7 +1,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "corvane/platform/views/ui_application.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/views/ui_window_scene.h"
 
@@ -34,20 +33,6 @@ TEST(UIWindowScene, ListsItsWindowsInOrderAndHasOneKeyWindow) {
   first->setWindowScene(next);
   EXPECT_THAT(scene->windows(), ElementsAre(other));
   EXPECT_EQ(first->windowScene(), next);
-}
-
-TEST(UIApplication, KnowsEachConnectedSceneOnce) {
-  UIApplication& application = UIApplication::shared();
-  const auto first = UIWindowScene::create();
-  const auto second = std::make_shared<UIScene>();
-  application.connect(first);
-  application.connect(second);
-  application.connect(first);
-  EXPECT_THAT(application.connectedScenes(), ElementsAre(first, second));
-  application.disconnect(first);
-  application.disconnect(first);
-  EXPECT_THAT(application.connectedScenes(), ElementsAre(second));
-  application.disconnect(second);
 }
 
 }  // namespace
