@@ -1,13 +1,5 @@
 #include "corvane/product/product_checks.h"
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
-
 #include "tests/support/product_samples.h"
 
 namespace corvane {

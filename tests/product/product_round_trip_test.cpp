@@ -1,15 +1,9 @@
-#include <gtest/gtest.h>
-
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <random>
-#include <string>
 #include <type_traits>
-#include <utility>
-#include <vector>
 
 #include "tests/support/product_samples.h"
 
@@ -18,28 +12,30 @@ namespace {
 
 using Json = nlohmann::json;
 
-/// Makes products of every shape, the same ones in each run.
+/// Everything that a product may have; identifiers with an accent in either form.
+constexpr std::string_view everything = R"({
+  "currency": "", "locale": "", "_schemaVersion": 4,
+  "product": {
+    "attributes": [{"id": "\u00e9", "name": "", "significant": true, "options": [{"id": "1", "name": ""}, {"id": "2"}]},
+                   {"id": "e", "name": "", "significant": false, "options": [{"id": "e\u0301", "name": ""}]}],
+    "brandName": "", "description": "", "defaultVariationIndex": 0, "name": "", "sku": "", "url": "",
+    "variations": [
+      {"attributes": [{"id": "e\u0301", "option": "1"}, {"id": "e", "option": "\u00e9"}],
+       "comparableAttributes": [{"id": "", "name": "", "option": ""}],
+       "details": [{"detailType": "PARAGRAPH", "detailContent": ""}, {"detailType": "BULLETS", "detailContent": [""]}],
+       "imageUrls": ["", ""], "inStock": false, "name": "", "price": {"currency": "", "current": 0.0, "original": 0.0},
+       "rating": {"rating": 0.0, "maxValue": 0, "numberOfRatings": 0}, "sku": "", "subtitle": "", "url": ""},
+      {"attributes": [{"id": "\u00e9", "option": "1"}], "imageUrls": [], "inStock": true, "name": "",
+       "price": {"currency": "", "current": 0.0}, "sku": ""}]}})";
+
+/// Fills in values and leaves out what may be missing, the same in each run.
 class ProductGenerator {
  public:
-  Product next() {
-    std::vector<AttributeDefinition> attributes;
-    for (std::uint64_t count = below(4); attributes.size() < count;)
-      attributes.push_back(definition(attributes.size()));
-    std::vector<Variation> variations;
-    const std::uint64_t most = attributes.empty() ? 1 : 12;
-    for (std::uint64_t count = 1 + below(most); variations.size() < count;) variations.push_back(variation(attributes));
-    return Product({.attributes = attributes,
-                    .brandName = maybe(text()),
-                    .currency = text(),
-                    .description = text(),
-                    .defaultVariationIndex = integer(),
-                    .locale = text(),
-                    .name = maybe(text()),
-                    .sku = maybe(text()),
-                    .url = maybe(text()),
-                    .variations = variations});
+  Json next() {
+    Json product = Json::parse(everything);
+    vary(product);
+    return product;
   }
-
   float real() {
     while (true) {
       const auto number = std::bit_cast<float>(static_cast<std::uint32_t>(random_()));
@@ -48,96 +44,41 @@ class ProductGenerator {
   }
 
  private:
-  std::uint64_t below(std::uint64_t limit) { return random_() % limit; }
-  bool chance() { return below(2) == 0; }
-
-  template <class Value>
-  std::optional<Value> maybe(Value value) {
-    return chance() ? std::optional<Value>(std::move(value)) : std::nullopt;
-  }
-
-  std::int64_t integer() { return static_cast<std::int64_t>(random_()) >> below(64); }
-
+  bool chance() { return random_() % 2 == 0; }
   std::string text() {
     static const std::vector<std::string> pieces = {
         "a",  "Z",      "\"",      "\\",     "\n",     std::string(1, '\0'), "\x1f",
         "</", "\u00e9", "e\u0301", "\u2028", "\u4e2d", "\U0001f457",         "plain text "};
     std::string made;
-    for (std::uint64_t count = below(24); count > 0; --count) made += pieces[below(pieces.size())];
+    for (std::uint64_t count = random_() % 24; count > 0; --count) made += pieces[random_() % pieces.size()];
     return made;
   }
-
-  template <class Make>
-  auto list(Make make) {
-    std::vector<std::invoke_result_t<Make>> made;
-    for (std::uint64_t count = below(4); count > 0; --count) made.push_back(make());
-    return made;
-  }
-
-  /// The index keeps identifiers apart; an accent is written in either way.
-  std::string identifier(std::uint64_t index) { return (chance() ? "\u00e9" : "e\u0301") + std::to_string(index); }
-
-  AttributeDefinition definition(std::uint64_t index) {
-    Json json{{"id", identifier(index)}, {"options", Json::array()}};
-    if (chance()) json["name"] = text();
-    if (chance()) json["significant"] = chance();
-    for (std::uint64_t option = 0; option < 4; ++option) {
-      json["options"].push_back({{"id", identifier(option)}});
-      if (chance()) json["options"].back()["name"] = text();
+  void vary(Json& value) {
+    if (value == "") value = text();
+    if (value == 0.0 && value.is_number_float()) value = real();
+    if (value.is_number_integer() && value == 0) value = static_cast<std::int64_t>(random_()) >> random_() % 64;
+    if (value.is_object()) {
+      for (const std::string key : {"brandName", "comparableAttributes", "details", "numberOfRatings", "original",
+                                    "rating", "significant", "subtitle", "url"}) {
+        const bool isRequired = key == "rating" && value.contains("maxValue");
+        if (value.contains(key) && !isRequired && chance()) value.erase(key);
+      }
     }
-    return readFrom<AttributeDefinition>(json);
-  }
-
-  Detail detail() {
-    if (below(8) == 0) return Detail::unknown();
-    return chance() ? Detail::paragraph(text()) : Detail::bullets(list([&] { return text(); }));
-  }
-
-  ComparableVariationAttribute comparable() {
-    if (chance()) return {text(), maybe(text()), text()};
-    return readFrom<ComparableVariationAttribute>({{"id", text()}, {"option", text()}});
-  }
-
-  Variation variation(const std::vector<AttributeDefinition>& attributes) {
-    std::vector<VariationAttribute> values;
-    for (std::uint64_t index = 0; index < attributes.size(); ++index) {
-      if (below(4) != 0) values.emplace_back(identifier(index), identifier(below(4)));
-    }
-    return Variation({.attributes = values,
-                      .comparableAttributes = maybe(list([&] { return comparable(); })),
-                      .details = maybe(list([&] { return detail(); })),
-                      .imageUrls = list([&] { return text(); }),
-                      .inStock = chance(),
-                      .name = text(),
-                      .price = Price(text(), real(), maybe(real())),
-                      .rating = maybe(Rating(real(), integer(), maybe(integer()))),
-                      .sku = text(),
-                      .subtitle = maybe(text()),
-                      .url = maybe(text())});
+    if (value.is_structured()) std::ranges::for_each(value, [this](Json& part) { vary(part); });
   }
 
   std::mt19937_64 random_{20240229};  // NOLINT(cert-msc51-cpp): every run tests the same products
 };
 
-bool hasUnknownDetail(const Product& product) {
-  // Only what is unknown makes a record differ from itself.
-  return !(product == Product(product));
-}
-
 TEST(ProductRoundTrip, ProductsAreReadBackAsTheyWere) {
   ProductGenerator generator;
-  int comparedCount = 0;
   for (int round = 0; round < 300; ++round) {
-    const Product product = generator.next();
+    const auto product = readFrom<Product>(generator.next());
     const std::string text = encodeJson(product);
     // Another reader has to find the text in order, too.
     ASSERT_TRUE(Json::accept(text)) << text;
-    // A detail of an unknown kind leaves nothing behind that could be read.
-    if (hasUnknownDetail(product)) continue;
-    ++comparedCount;
     ASSERT_TRUE(decodeJson<Product>(text) == product) << text;
   }
-  EXPECT_GT(comparedCount, 100);
 }
 
 TEST(ProductRoundTrip, FloatsKeepEveryBit) {
