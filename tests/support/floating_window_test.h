@@ -24,7 +24,6 @@ inline void expectNear(CGRect actual, CGRect expected) {
 
 class FloatingWindowTest : public HeadlessTest {
  protected:
-
   FloatingWindowTest() {
     view_->setFrame({{0, 0}, {300, 600}});
     screen_->addSubview(view_);
