@@ -13,7 +13,6 @@
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/headless/headless_backend.h"
-#include "tests/support/outcome_text.h"
 
 namespace {
 
@@ -33,10 +32,7 @@ class Host {
 
   void ask(unsigned operation) {
     int& count = *outcomeCounts_.emplace_back(std::make_unique<int>(0));
-    const auto done = [this, &count](const auto& outcome) {
-      ++count;
-      newest_ = outcomeText(outcome);
-    };
+    const auto done = [&count](const auto&) { ++count; };
     switch (operation % 8) {
       case 0:
         return view_->updateProductInCart("A", 3, done);
@@ -76,7 +72,6 @@ class Host {
     const std::string message = R"({"data":)" + data + R"(,"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CART_CALLBACK"})";
     engine()->postMessage(agentEventChannel, message);
     require(outcomeCount() <= before + (isNamed ? 1 : 0));
-    if (outcomeCount() > before) checkOutcome(JsonValue::parse(message).value());
     // The answer comes twice; what is pending by now is another request.
     const int once = outcomeCount();
     engine()->postMessage(agentEventChannel, message);
@@ -109,19 +104,10 @@ class Host {
     return sum;
   }
 
-  /// The outcome that came last is that of an answer, and of an error where there is one.
-  void checkOutcome(const JsonValue& message) const {
-    const auto error = message.find("data")->find("error");
-    const bool isError = error && !error->isNull();
-    require(newest_.starts_with("error ") ? isError || newest_ == "error skuNotFound" : !isError);
-  }
-
   std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "organisation", false);
   /// One for each request; completions refer to them.
   std::vector<std::unique_ptr<int>> outcomeCounts_;
-  /// The outcome that came last.
-  std::string newest_;
 };
 
 }  // namespace
