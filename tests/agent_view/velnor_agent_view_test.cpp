@@ -10,9 +10,6 @@ namespace {
 using Engine = headless::HeadlessWebEngine;
 using Log = std::vector<std::string>;
 
-constexpr std::string_view runningMessage =
-    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})";
-
 class VelnorAgentViewTest : public HeadlessTest {
  protected:
   VelnorAgentViewTest() {
@@ -24,11 +21,9 @@ class VelnorAgentViewTest : public HeadlessTest {
   AgentViewAccess::Parts& parts() { return AgentViewAccess::parts(*view_); }
   /// A running call with a customer, a cart and a failure.
   void makeBusy() {
-    engine().postMessage(agentEventChannel, runningMessage);
-    engine().postMessage(agentEventChannel,
-                         R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de"}}}})");
-    engine().postMessage(agentEventChannel,
-                         R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1}})");
+    post(*view_, callIsRunning);
+    post(*view_, R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de"}}}})");
+    post(*view_, R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1}})");
     engine().failLoad({.description = "gone"});
     takeLog();
   }
@@ -111,7 +106,7 @@ TEST_F(VelnorAgentViewTest, OutcomesAreStoredBeforeTheyAreTold) {
   engine().finishLoad();
   EXPECT_EQ(takeLog(),
             (Log{R"({"error":{}} - slow)", R"({"didLoad":{}} loaded slow)", R"({"error":{}} loaded broken)"}));
-  engine().postMessage(agentEventChannel, runningMessage);
+  post(*view_, callIsRunning);
   engine().terminateProcess();
   EXPECT_EQ(view_->error()->kind, WebError::Kind::processTerminated);
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::running) << "a failure says nothing about the call";
@@ -123,7 +118,7 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
     log_.emplace_back("internal " + std::string(rawValue(view_->callSessionStatus())));
     view_->setEventHandler([this](const AgentEvent&) { log_.emplace_back("replaced"); });
   });
-  engine().postMessage(agentEventChannel, runningMessage);
+  post(*view_, callIsRunning);
   EXPECT_EQ(takeLog(), (Log{"internal CALL_SESSION_STATUS_RUNNING", "replaced"}));
 
   parts().setInternalEventHandler(nullptr);
@@ -131,18 +126,17 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
     view_->setEventHandler(nullptr);
     log_.push_back(big.substr(0, 1));
   });
-  engine().postMessage(agentEventChannel, runningMessage);
+  post(*view_, callIsRunning);
   EXPECT_EQ(takeLog(), Log{"x"}) << "a handler may remove itself";
   EXPECT_FALSE(view_->eventHandler());
-  engine().postMessage(agentEventChannel,
-                       R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
+  post(*view_, R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::paused) << "the state follows without any handler";
 }
 
 TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewAndTheOtherStillGetsTheEvent) {
   setCaptureAuthorization(AVAuthorizationStatus::authorized, AVAuthorizationStatus::authorized);
   const std::vector<std::function<void()>> outcomes{
-      [&] { engine().postMessage(agentEventChannel, runningMessage); },
+      [&] { post(*view_, callIsRunning); },
       [&] { engine().finishLoad(); },
       [&] { engine().failLoad({}); },
       [&] { engine().failProvisionalLoad({}); },
@@ -162,7 +156,7 @@ TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewAndTheOtherStillGetsTheEvent) 
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
   const auto webView = parts().webView;
   view_.reset();
-  Engine::of(*webView)->postMessage(agentEventChannel, runningMessage);
+  Engine::of(*webView)->postMessage(agentEventChannel, callIsRunning);
   Engine::of(*webView)->finishLoad();
   EXPECT_EQ(takeLog(), Log{});
 }

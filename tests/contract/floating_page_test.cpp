@@ -211,12 +211,6 @@ TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
   ASSERT_TRUE(platform_->runUntil([&] { return beneath == 1; }));
   expectClickInPage({corner.x + 10, corner.y + 10});
 
-  const auto cover = UIView::create({{300, 600}, {90, 244}});
-  platform_->surface()->window()->addSubview(cover);
-  pointer_->click({310, 610});
-  expectClickInPage({290, 610});
-  cover->setUserInteractionEnabled(false);
-  expectClickInPage({310, 610});
   box_->setUserInteractionEnabled(false);
   pointer_->click({310, 610});
   ASSERT_TRUE(platform_->runUntil([&] { return beneath == 2; }));

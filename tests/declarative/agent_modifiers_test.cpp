@@ -80,14 +80,6 @@ TEST_F(AgentModifiersTest, TheFlagFollowsTheBeginningsAlone) {
   letRest();
   EXPECT_THAT(takeLog(), ElementsAre("off", R"({"willMinimize":{}} off)", "on", R"({"didMinimize":{}} on)",
                                      R"({"willMaximize":{}} on)", "off", R"({"didMaximize":{}} off)"));
-  const std::weak_ptr<VelnorAgentContext> other = [&] {
-    const auto context = AgentContextAccess::makeContext();
-    AgentContextAccess::setAgentView(*context, view);
-    return context;
-  }();
-  EXPECT_TRUE(other.expired());
-  engine(*view).failLoad({});
-  EXPECT_THAT(takeLog(), IsEmpty()) << "a view that leads to a context which is gone tells nobody";
 }
 
 TEST_F(AgentModifiersTest, BringsAFloatingAgentToTheFrontWhenAScreenIsShown) {

@@ -140,14 +140,13 @@ class AgentScreensModelTest : public AgentScreensTest {
     noteNewView();
   }
   void noteNewView() {
-    const auto view = context().agentView();
-    if (view != nullptr) noteIfNew(view);
+    const auto noteIfNew = [this](const std::shared_ptr<VelnorAgentView>& view) {
+      if (view != nullptr && !indexOf(view)) views_.emplace_back(view);
+    };
+    noteIfNew(context().agentView());
     for (const auto& subview : host_->view()->subviews()) {
       noteIfNew(std::static_pointer_cast<VelnorAgentView>(subview));
     }
-  }
-  void noteIfNew(const std::shared_ptr<VelnorAgentView>& view) {
-    if (!indexOf(view)) views_.emplace_back(view);
   }
   [[nodiscard]] std::optional<std::size_t> indexOf(const std::shared_ptr<VelnorAgentView>& view) const {
     const auto known = std::ranges::find(views_, view, [](const auto& weak) { return weak.lock(); });

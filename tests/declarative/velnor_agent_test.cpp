@@ -8,6 +8,11 @@ namespace {
 using VelnorAgentTest = AgentScreensTest;
 using testing::ElementsAre;
 
+/// What of it can be set, but for the handler.
+auto settingsOf(const auto& agent) {
+  return std::tuple(agent.tapToMaximize(), agent.minimizedOrigin(), agent.minimizedSize(), agent.minimizedSuperview());
+}
+
 TEST_F(VelnorAgentTest, MakesAViewAsItIsConfiguredAndLoadsTheBooking) {
   const auto container = UIView::create();
   VelnorAgent value = agent();
@@ -28,28 +33,22 @@ TEST_F(VelnorAgentTest, MakesAViewAsItIsConfiguredAndLoadsTheBooking) {
   EXPECT_EQ(view->frame(), window_->bounds());
   EXPECT_EQ(view->connectId(), "b1");
   EXPECT_EQ(loadCount(*view), 1U);
-  EXPECT_TRUE(view->tapToMaximize());
-  EXPECT_EQ(view->minimizedOrigin(), MinimizedOrigin::bottomRight());
-  EXPECT_EQ(view->minimizedSize(), (CGSize{30, 100}));
-  EXPECT_EQ(view->minimizedSuperview(), container);
+  EXPECT_EQ(settingsOf(*view),
+            std::tuple(true, MinimizedOrigin::bottomRight(), std::optional(CGSize{30, 100}), container));
   engine(*view).finishLoad();
   EXPECT_THAT(takeLog(), ElementsAre(R"(own {"didLoad":{}})"));
 
   // From now on, any agent's properties are those of the view.
   VelnorAgent other = agent();
-  EXPECT_TRUE(other.tapToMaximize());
-  EXPECT_EQ(other.minimizedOrigin(), MinimizedOrigin::bottomRight());
-  EXPECT_EQ(other.minimizedSize(), (CGSize{30, 100}));
-  EXPECT_EQ(other.minimizedSuperview(), container);
+  EXPECT_EQ(settingsOf(other), settingsOf(*view));
   EXPECT_TRUE(other.eventHandler());
   other.setTapToMaximize(false);
   other.setMinimizedOrigin(MinimizedOrigin::topRight());
   other.setMinimizedSize(CGSize{100, 10});
   other.setMinimizedSuperview(nullptr);
   other.setEventHandler(nullptr);
-  EXPECT_FALSE(view->tapToMaximize() || view->minimizedSuperview() || view->eventHandler());
-  EXPECT_EQ(view->minimizedOrigin(), MinimizedOrigin::topRight());
-  EXPECT_EQ(view->minimizedSize(), (CGSize{100, 30}));
+  EXPECT_EQ(settingsOf(*view), std::tuple(false, MinimizedOrigin::topRight(), std::optional(CGSize{100, 30}), nullptr));
+  EXPECT_FALSE(view->eventHandler());
   host_->remove();
   EXPECT_EQ(other.minimizedSize(), (CGSize{100, 10})) << "without a view, what was asked for";
   EXPECT_TRUE(value.tapToMaximize());

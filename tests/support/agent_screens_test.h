@@ -5,7 +5,6 @@
 
 #include <string_view>
 
-#include "corvane/agent_view/script_bridge.h"
 #include "corvane/declarative/agent_modifiers.h"
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/declarative/velnor_agent_context.h"
@@ -32,12 +31,9 @@ class AgentScreensTest : public HeadlessTest {
   static std::size_t loadCount(const VelnorAgentView& view) {
     return engine(view).recordsOf<Engine::LoadRequested>().size();
   }
-  static void post(const VelnorAgentView& view, std::string_view message) {
-    engine(view).postMessage(agentEventChannel, message);
-  }
   /// Shrinks an agent view and lets it come to rest.
   void minimize(const VelnorAgentView& view) {
-    post(view, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+    post(view, minimizeRequest);
     loop().advance(std::chrono::milliseconds(250));
   }
   void letRest() { loop().advance(std::chrono::milliseconds(250)); }

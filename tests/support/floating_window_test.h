@@ -2,7 +2,6 @@
 #pragma once
 
 #include "corvane/agent_view/agent_view_parts.h"
-#include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/minimized_state.h"
 #include "corvane/platform/views/ui_window.h"
@@ -34,12 +33,9 @@ class FloatingWindowTest : public HeadlessTest {
   void watch(VelnorAgentView& view) {
     view.setEventHandler([this](const AgentEvent& event) { log_.push_back(encodeJson(event)); });
   }
-  static void pageAsksToMinimize(const VelnorAgentView& view) {
-    headless::HeadlessWebEngine::of(view)->postMessage(agentEventChannel, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
-  }
   /// Minimizes the view and lets it come to rest.
   void minimize() {
-    pageAsksToMinimize(*view_);
+    post(*view_, minimizeRequest);
     loop().advance(std::chrono::milliseconds(250));
     log_.clear();
   }

@@ -27,20 +27,5 @@ TEST(JsonCoder, RecordsReadBackWhatTheyWrote) {
             (ProductCartStatus{.sku = "b", .quantity = 2}));
 }
 
-TEST(JsonCoder, TextThatIsNotUtf8IsRefusedWithItsPath) {
-  const AgentEvent event = AgentEvent::ProductUpdateInCart{{.sku = "\xff", .quantity = 1}};
-  try {
-    static_cast<void>(encodeJson(event));
-    FAIL() << "accepted";
-  } catch (const EncodingError& error) {
-    EXPECT_EQ(toText(error.codingPath()), "productUpdateInCart.data.sku");
-  }
-}
-
-TEST(CodingPath, IsWrittenAsPeopleWriteIt) {
-  EXPECT_EQ(toText({std::string("product"), std::string("variations"), std::size_t{3}, std::string("price")}),
-            "product.variations[3].price");
-}
-
 }  // namespace
 }  // namespace corvane

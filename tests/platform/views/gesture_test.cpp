@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "corvane/platform/views/ui_pan_gesture_recognizer.h"
-#include "corvane/platform/views/ui_tap_gesture_recognizer.h"
-#include "corvane/platform/views/ui_window.h"
+#include "tests/support/touch_storm.h"
 
 namespace corvane {
 namespace {
@@ -214,6 +213,19 @@ TEST_F(Gesture, AnActionMayDropTheWindow) {
   EXPECT_EQ(window.sendTouch({1, moved, {170, 150}}), claimed);
   EXPECT_TRUE(weak.expired());
   EXPECT_THAT(told_, ElementsAre("pan began", "pan cancelled"));
+}
+
+TEST(TouchRouter, NoStormOfTouchesLeavesARecognizerStuck) {
+  int actions = 0;
+  for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+    std::mt19937 random(seed);
+    TouchStorm storm([&] { return static_cast<std::uint8_t>(random()); });
+    for (int i = 0; i < 150; ++i) storm.step();
+    storm.finish();
+    ASSERT_EQ(storm.complaint(), "") << "seed " << seed;
+    actions += storm.actionCount();
+  }
+  EXPECT_GT(actions, 5'000) << "the storm hits nothing";
 }
 
 }  // namespace

@@ -102,39 +102,31 @@ TEST(UIView, ASubviewMayLeaveWhileItIsResized) {
   EXPECT_TRUE(parent->subviews().empty());
 }
 
-TEST(UIView, SubviewsMoveBetweenSuperviewsAndKeepTheirOrder) {
-  const auto window = UIWindow::create();
-  const auto first = UIView::create();
-  const auto second = UIView::create();
-  const auto child = UIView::create();
-  window->addSubview(first);
-  window->addSubview(second);
-  first->addSubview(child);
-  second->addSubview(child);
-  EXPECT_TRUE(first->subviews().empty());
-  EXPECT_EQ(child->superview(), second);
-  EXPECT_EQ(child->window(), window);
-  window->bringSubviewToFront(first);
-  EXPECT_EQ(window->subviews().back(), first);
-  window->bringSubviewToFront(child);
-  EXPECT_EQ(window->subviews().back(), first) << "the child is no subview of the window";
-  second->removeFromSuperview();
-  EXPECT_EQ(child->window(), nullptr);
-}
-
-TEST(UIView, SubviewsEndWithTheirSuperview) {
+TEST(UIView, SubviewsHaveAPlaceInOneSuperviewAndEndWithIt) {
   auto parent = UIView::create();
-  const auto kept = UIView::create();
-  std::weak_ptr<UIView> dropped;
-  {
-    const auto child = UIView::create();
-    dropped = child;
-    parent->addSubview(child);
-  }
-  parent->addSubview(kept);
+  const auto a = UIView::create();
+  const auto b = UIView::create();
+  const auto c = UIView::create();
+  parent->insertSubview(a, 5);
+  parent->insertSubview(b, 0);
+  parent->insertSubview(c, 1);
+  EXPECT_THAT(parent->subviews(), ElementsAre(b, c, a));
+  parent->insertSubview(b, 2);
+  EXPECT_THAT(parent->subviews(), ElementsAre(c, a, b));
+  parent->bringSubviewToFront(c);
+  EXPECT_THAT(parent->subviews(), ElementsAre(a, b, c));
+  a->addSubview(c);
+  EXPECT_EQ(c->superview(), a);
+  parent->bringSubviewToFront(c);
+  EXPECT_THAT(parent->subviews(), ElementsAre(a, b)) << "it is no subview any more";
+  const std::weak_ptr<UIView> owned = [&] {
+    const auto view = UIView::create();
+    parent->addSubview(view);
+    return view;
+  }();
   parent.reset();
-  EXPECT_TRUE(dropped.expired());
-  EXPECT_EQ(kept->superview(), nullptr);
+  EXPECT_TRUE(owned.expired());
+  EXPECT_EQ(a->superview(), nullptr);
 }
 
 TEST(UIView, IsLaidOutWhenItNeedsToBeAndOnce) {
@@ -178,19 +170,6 @@ TEST(UIView, IsToldWhereItHasMovedTo) {
   EXPECT_THAT(std::exchange(told, {}), ElementsAre("outer in")) << "the window is the same";
   elsewhere->removeFromSuperview();
   EXPECT_THAT(std::exchange(told, {}), ElementsAre("outer off screen", "inner off screen"));
-}
-
-TEST(UIView, SubviewsGoInAtAnyPlace) {
-  const auto parent = UIView::create();
-  const auto a = UIView::create();
-  const auto b = UIView::create();
-  const auto c = UIView::create();
-  parent->insertSubview(a, 5);
-  parent->insertSubview(b, 0);
-  parent->insertSubview(c, 1);
-  EXPECT_THAT(parent->subviews(), ElementsAre(b, c, a));
-  parent->insertSubview(b, 2);
-  EXPECT_THAT(parent->subviews(), ElementsAre(c, a, b));
 }
 
 TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {

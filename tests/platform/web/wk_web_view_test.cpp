@@ -59,16 +59,6 @@ TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
   EXPECT_FALSE(view_->isUserInteractionEnabled() || view_->isScrollEnabled());
 }
 
-TEST_F(WKWebViewTest, DelegatesAreHeldWeakly) {
-  view_->setUIDelegate(std::make_shared<Decider>());
-  view_->setNavigationDelegate(std::weak_ptr<WKNavigationDelegate>());
-  engine().finishLoad();
-  engine().failLoad({});
-  WKPermissionDecision answer = WKPermissionDecision::grant;
-  engine().requestCapture(WKMediaCaptureType::camera, [&](WKPermissionDecision given) { answer = given; });
-  EXPECT_EQ(answer, WKPermissionDecision::prompt);
-}
-
 TEST(HeadlessBackend, RefusesToBeInstalledTwice) {
   const auto first = headless::Backend::install();
   EXPECT_THROW(static_cast<void>(headless::Backend::install()), std::logic_error);
