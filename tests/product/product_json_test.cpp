@@ -1,6 +1,9 @@
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <initializer_list>
 #include <limits>
+#include <random>
 #include <regex>
 #include <sstream>
 #include <variant>
@@ -281,6 +284,33 @@ TEST(ProductJson, NumbersThatDoNotFitAreRefusedWhereTheyAreRead) {
   }
   EXPECT_EQ(decodeJson<Price>(R"({"currency":"","current":18446744073709551616})").current(), 0x1p64F);
   EXPECT_EQ(decodeJson<Price>(R"({"currency":"","current":1e-300})").current(), 0.0F);
+}
+
+TEST(ProductJson, FloatsKeepEveryBit) {
+  using Limits = std::numeric_limits<float>;
+  // The last two are neighbours whose shortest decimals lie close to the middle between them.
+  std::vector<float> numbers = {-0.0F,
+                                0.1F,
+                                16777216.0F,
+                                9999999.0F,
+                                1e-6F,
+                                9.9e-7F,
+                                Limits::max(),
+                                Limits::min(),
+                                Limits::denorm_min(),
+                                std::bit_cast<float>(0x15AE43FEU),
+                                std::bit_cast<float>(0x15AE43FDU)};
+  std::mt19937 random(20240229);  // NOLINT(cert-msc51-cpp): every run tests the same numbers
+  while (numbers.size() < 5000) {
+    const auto number = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+    if (std::isfinite(number)) numbers.push_back(number);
+  }
+  for (const float number : numbers) {
+    const auto read = decodeJson<Price>(encodeJson(Price("EUR", number, number)));
+    EXPECT_EQ(std::bit_cast<std::uint32_t>(read.current()), std::bit_cast<std::uint32_t>(number)) << number;
+  }
+  EXPECT_EQ(encodeJson(Price("", 0.1F, 19.99F)), R"({"currency":"","current":0.1,"original":19.99})")
+      << "a price must not show the digits of a wider type";
 }
 
 TEST(ProductJson, WhatNobodyReadsMayBeAnyJson) {
