@@ -1,14 +1,6 @@
 // Random histories of requests against a model that knows them beforehand.
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <memory>
 #include <nlohmann/json.hpp>
-#include <optional>
 #include <random>
-#include <string>
-#include <utility>
-#include <vector>
 
 #include "corvane/agent_view/agent_view_parts.h"
 #include "corvane/agent_view/script_bridge.h"
@@ -57,19 +49,16 @@ History makeHistory(unsigned seed) {
   const int stepCount = 5 + below(60);
   for (int index = 0; index < stepCount; ++index) {
     time += Time(1 + below(below(3) == 0 ? 3'000'000 : 2'000));
-    const int kind = below(20);
-    const Step step = kind == 0   ? Step::reload
-                      : kind == 1 ? Step::callPauses
-                      : kind == 2 ? Step::callBegins
-                                  : Step::request;
+    constexpr std::array rareSteps{Step::reload, Step::callPauses, Step::callBegins};
+    const auto kind = static_cast<std::size_t>(below(20));
+    const Step step = kind < rareSteps.size() ? rareSteps[kind] : Step::request;
     history.steps.emplace_back(time, step);
     if (step != Step::request) continue;
-    Treatment treatment;
+    Treatment& treatment = history.treatments.emplace_back();
     if (below(8) != 0) treatment.answerDelay = Time(below(3) == 0 ? below(6'000'000) : below(5'000));
     treatment.scriptFails = below(12) == 0;
     treatment.answersTwice = below(4) == 0;
     if (below(4) == 0) treatment.error = "error " + std::to_string(index);
-    history.treatments.push_back(treatment);
   }
   if (below(3) == 0) history.release = time + Time(1 + below(4'000'000));
   return history;
@@ -137,9 +126,6 @@ class Player {
 
  private:
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::custom("http://h/"), "o", false);
-  std::vector<std::size_t> posted_;
-
- private:
   /// A view without holders may have more to post.
   std::weak_ptr<VelnorAgentView> weakView_ = view_;
 
@@ -190,6 +176,7 @@ class Player {
   RunLoop::Time begin_ = loop_.now();
   std::vector<Treatment> treatments_;
   std::vector<Outcome> outcomes_;
+  std::vector<std::size_t> posted_;
   std::size_t requestCount_ = 0;
   int page_ = 0;
 };

@@ -1,24 +1,14 @@
 #include "corvane/agent_view/velnor_agent_view.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "corvane/agent_view/agent_view_parts.h"
 #include "corvane/agent_view/script_bridge.h"
-#include "corvane/minimized/minimized_store.h"
 #include "tests/support/headless_test.h"
 
 namespace corvane {
 namespace {
 
-using headless::HeadlessWebEngine;
-using Engine = HeadlessWebEngine;
-
-constexpr std::string_view runningMessage =
-    R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})";
+using Engine = headless::HeadlessWebEngine;
+using Log = std::vector<std::string>;
 
 class VelnorAgentViewTest : public HeadlessTest {
  protected:
@@ -31,20 +21,19 @@ class VelnorAgentViewTest : public HeadlessTest {
   AgentViewAccess::Parts& parts() { return AgentViewAccess::parts(*view_); }
   /// A running call with a customer, a cart and a failure.
   void makeBusy() {
-    engine().postMessage(agentEventChannel, runningMessage);
-    engine().postMessage(agentEventChannel,
-                         R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de"}}}})");
-    engine().postMessage(agentEventChannel,
-                         R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1}})");
+    post(*view_, callIsRunning);
+    post(*view_, R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"de"}}}})");
+    post(*view_, R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"A","quantity":1}})");
     engine().failLoad({.description = "gone"});
     takeLog();
   }
-  HeadlessWebEngine& engine() { return *HeadlessWebEngine::of(*view_); }
-  std::vector<std::string> takeLog() { return std::exchange(log_, {}); }
-  static std::vector<std::string> both(const std::string& event) { return {"internal " + event, "host " + event}; }
+  void setCaptureAuthorization(AVAuthorizationStatus video, AVAuthorizationStatus audio) {
+    backend().setCaptureAuthorization(AVMediaType::video, video);
+    backend().setCaptureAuthorization(AVMediaType::audio, audio);
+  }
+  Engine& engine() { return *Engine::of(*view_); }
 
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::custom("http://h/p"), "o1", false);
-  std::vector<std::string> log_;
 };
 
 TEST_F(VelnorAgentViewTest, ConstructionInstallsTheBridgeInOrderAndLoadsNothing) {
@@ -115,9 +104,9 @@ TEST_F(VelnorAgentViewTest, OutcomesAreStoredBeforeTheyAreTold) {
   engine().failLoad({.description = "broken"});
   view_->loadBooking("b2");
   engine().finishLoad();
-  EXPECT_EQ(takeLog(), (std::vector<std::string>{R"({"error":{}} - slow)", R"({"didLoad":{}} loaded slow)",
-                                                 R"({"error":{}} loaded broken)"}));
-  engine().postMessage(agentEventChannel, runningMessage);
+  EXPECT_EQ(takeLog(),
+            (Log{R"({"error":{}} - slow)", R"({"didLoad":{}} loaded slow)", R"({"error":{}} loaded broken)"}));
+  post(*view_, callIsRunning);
   engine().terminateProcess();
   EXPECT_EQ(view_->error()->kind, WebError::Kind::processTerminated);
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::running) << "a failure says nothing about the call";
@@ -129,98 +118,65 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
     log_.emplace_back("internal " + std::string(rawValue(view_->callSessionStatus())));
     view_->setEventHandler([this](const AgentEvent&) { log_.emplace_back("replaced"); });
   });
-  engine().postMessage(agentEventChannel, runningMessage);
-  EXPECT_EQ(takeLog(), (std::vector<std::string>{"internal CALL_SESSION_STATUS_RUNNING", "replaced"}));
+  post(*view_, callIsRunning);
+  EXPECT_EQ(takeLog(), (Log{"internal CALL_SESSION_STATUS_RUNNING", "replaced"}));
 
   parts().setInternalEventHandler(nullptr);
   view_->setEventHandler([this, big = std::string(100, 'x')](const AgentEvent&) {
     view_->setEventHandler(nullptr);
     log_.push_back(big.substr(0, 1));
   });
-  engine().postMessage(agentEventChannel, runningMessage);
-  EXPECT_EQ(takeLog(), std::vector<std::string>{"x"}) << "a handler may remove itself";
+  post(*view_, callIsRunning);
+  EXPECT_EQ(takeLog(), Log{"x"}) << "a handler may remove itself";
   EXPECT_FALSE(view_->eventHandler());
-  engine().postMessage(agentEventChannel,
-                       R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
+  post(*view_, R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_PAUSED"}})");
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::paused) << "the state follows without any handler";
 }
 
 TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewAndTheOtherStillGetsTheEvent) {
-  const std::weak_ptr<VelnorAgentView> weak = view_;
-  parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
-  const auto drop = [&](auto event) {
-    event();
-    EXPECT_TRUE(weak.expired());
-    EXPECT_EQ(takeLog().size(), 1U);
+  setCaptureAuthorization(AVAuthorizationStatus::authorized, AVAuthorizationStatus::authorized);
+  const std::vector<std::function<void()>> outcomes{
+      [&] { post(*view_, callIsRunning); },
+      [&] { engine().finishLoad(); },
+      [&] { engine().failLoad({}); },
+      [&] { engine().failProvisionalLoad({}); },
+      [&] { engine().requestCapture(WKMediaCaptureType::microphone, [](WKPermissionDecision) {}); },
   };
-  drop([&] { engine().postMessage(agentEventChannel, runningMessage); });
-}
-
-TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewFromLoadAndCaptureOutcomes) {
-  for (int outcome = 0; outcome < 4; ++outcome) {
+  for (const auto& outcome : outcomes) {
     view_ = VelnorAgentView::create(Region::eu(), "o", false);
     const std::weak_ptr<VelnorAgentView> weak = view_;
-    view_->setEventHandler([this](const AgentEvent&) { view_.reset(); });
-    backend().setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
-    backend().setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
-    if (outcome == 0) engine().finishLoad();
-    if (outcome == 1) engine().failLoad({});
-    if (outcome == 2) engine().failProvisionalLoad({});
-    if (outcome == 3) engine().requestCapture(WKMediaCaptureType::microphone, [](WKPermissionDecision) {});
-    EXPECT_TRUE(weak.expired()) << outcome;
+    parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
+    view_->setEventHandler([this](const AgentEvent&) { log_.emplace_back("told"); });
+    outcome();
+    EXPECT_TRUE(weak.expired());
+    EXPECT_EQ(takeLog(), Log{"told"});
   }
 }
 
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
   const auto webView = parts().webView;
-  auto& orphan = *HeadlessWebEngine::of(*webView);
-  const std::weak_ptr<VelnorAgentView> weak = view_;
   view_.reset();
-  EXPECT_TRUE(weak.expired());
-  orphan.postMessage(agentEventChannel, runningMessage);
-  orphan.finishLoad();
-  EXPECT_TRUE(takeLog().empty());
+  Engine::of(*webView)->postMessage(agentEventChannel, callIsRunning);
+  Engine::of(*webView)->finishLoad();
+  EXPECT_EQ(takeLog(), Log{});
 }
 
 TEST_F(VelnorAgentViewTest, CaptureNeedsBothAuthorisationsWhateverIsAskedFor) {
   using enum AVAuthorizationStatus;
-  for (const auto& [video, audio] : {std::pair{authorized, authorized},
-                                     {authorized, notDetermined},
-                                     {authorized, denied},
-                                     {authorized, restricted},
-                                     {notDetermined, authorized},
-                                     {denied, authorized},
-                                     {restricted, authorized},
-                                     {denied, denied}}) {
-    const bool isGranted = video == authorized && audio == authorized;
-    for (const auto type : {WKMediaCaptureType::camera, WKMediaCaptureType::microphone}) {
-      backend().setCaptureAuthorization(AVMediaType::video, video);
-      backend().setCaptureAuthorization(AVMediaType::audio, audio);
-      engine().requestCapture(type, [&](WKPermissionDecision decision) {
-        EXPECT_EQ(decision, isGranted ? WKPermissionDecision::grant : WKPermissionDecision::prompt);
-        log_.emplace_back("decided");
-      });
-      EXPECT_EQ(takeLog(), isGranted ? (std::vector<std::string>{"decided", R"(internal {"previewStarted":{}})",
-                                                                 R"(host {"previewStarted":{}})"})
-                                     : std::vector<std::string>{"decided"});
+  const Log told{R"(internal {"previewStarted":{}})", R"(host {"previewStarted":{}})"};
+  for (const auto video : {authorized, notDetermined, denied, restricted}) {
+    for (const auto audio : {authorized, notDetermined, denied, restricted}) {
+      const bool isGranted = video == authorized && audio == authorized;
+      setCaptureAuthorization(video, audio);
+      for (const auto type : {WKMediaCaptureType::camera, WKMediaCaptureType::microphone}) {
+        engine().requestCapture(type, [&](WKPermissionDecision decision) {
+          EXPECT_EQ(decision, isGranted ? WKPermissionDecision::grant : WKPermissionDecision::prompt);
+          EXPECT_TRUE(log_.empty()) << "the answer comes first";
+        });
+        EXPECT_EQ(takeLog(), isGranted ? told : Log{});
+      }
     }
   }
-}
-
-TEST_F(VelnorAgentViewTest, ConstructingAViewLetsGoOfAHeldOne) {
-  MinimizedStore::shared().setAgentView(view_);
-  const auto second = VelnorAgentView::create(Region::eu(), "o", false);
-  EXPECT_EQ(MinimizedStore::shared().agentView(), nullptr);
-}
-
-TEST_F(VelnorAgentViewTest, DelegateMethodsMayBeCalledByAnyoneAndLoseTheViewInside) {
-  backend().setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
-  backend().setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
-  const auto webView = WKWebView::create({}, {});
-  parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
-  view_->webViewRequestMediaCapturePermission(*webView, {}, [](WKPermissionDecision) {});
-  EXPECT_EQ(takeLog(), std::vector<std::string>{R"(host {"previewStarted":{}})"});
-  EXPECT_EQ(view_, nullptr);
 }
 
 }  // namespace

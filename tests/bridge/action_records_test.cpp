@@ -1,15 +1,7 @@
 #include "corvane/bridge/action_records.h"
 
-#include <gtest/gtest.h>
-
 #include <memory>
-#include <nlohmann/json.hpp>
-#include <string>
-#include <vector>
 
-#include "corvane/agent_view/script_bridge.h"
-#include "corvane/bridge/callback.h"
-#include "corvane/bridge/event_message.h"
 #include "tests/support/outcome_text.h"
 #include "tests/support/product_samples.h"
 
@@ -86,20 +78,9 @@ TEST_F(ActionRecords, OnlyMaximizingAndTheTokenGoWithoutACall) {
   EXPECT_EQ(fromRawValue<Action>("SDK_INTERNAL_LOGOUT"), Action::ssoLogout);
 }
 
-TEST_F(ActionRecords, TextThatIsNotUtf8HasNoJsonText) {
-  EXPECT_EQ(SkuAction({"id", "\xFF", {}}, {}, Action::addProductToCart).toJsonString(), std::nullopt);
-}
-
 TEST_F(ActionRecords, ReadTheirAnswersAndTakeNothingElseForOne) {
-  const std::vector<std::string_view> wrong{"{}",
-                                            R"({"result":null})",
-                                            R"({"result":{"0":"A"}})",
-                                            R"({"result":1})",
-                                            R"({"result":"true"})",
-                                            R"({"result":["A",1]})",
-                                            R"({"result":["A",null]})",
-                                            R"({"Result":true})"};
-  for (const std::string_view data : wrong) {
+  for (const std::string_view data : {"{}", R"({"result":null})", R"({"result":{"0":"A"}})", R"({"result":1})",
+                                      R"({"result":"true"})", R"({"result":["A",1]})", R"({"Result":true})"}) {
     EXPECT_EQ(outcomeOf(question(), data), "nothing") << data;
     EXPECT_EQ(outcomeOf(list(), data), "nothing") << data;
     EXPECT_EQ(outcomeOf(cartStatus(), data), "nothing") << data;
@@ -122,35 +103,6 @@ TEST_F(ActionRecords, AnErrorWinsOverWhateverTheAnswerHolds) {
   EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":["A"]})", error), "error no");
   EXPECT_EQ(outcomeOf(skuRecord(Action::addProductToCart), "{}", error), "error no");
   SkuAction({"id", "S", {}}, nullptr, Action::addProductToCart).fail(AgentError::SkuNotFound{});  // empty completions
-}
-
-TEST(AgentErrorTest, ErrorsAreEqualCaseByCaseAndLetterByLetter) {
-  using Error = AgentError;
-  EXPECT_EQ(Error(Error::RequestTimeout{}), Error(Error::RequestTimeout{}));
-  EXPECT_NE(Error(Error::NoActiveCall{}), Error(Error::SkuNotFound{}));
-  EXPECT_EQ(Error(Error::AgentToolError{"x"}), Error(Error::AgentToolError{"x"}));
-  EXPECT_NE(Error(Error::AgentToolError{"x"}), Error(Error::AgentToolError{"X"}));
-  EXPECT_NE(Error(Error::AgentToolError{"x"}), Error(Error::EncodingError{"x"}));
-}
-
-TEST(CallbackTest, NeedsAnIdentifierAndTakesAnErrorTextOrNone) {
-  const auto read = [](std::string_view text) { return decodeFromJsonObject<Callback>(parse(text)); };
-  EXPECT_EQ(read(R"({"_id":"1","result":7})"), (Callback{._id = "1"}));
-  EXPECT_EQ(read(R"({"_id":"1","error":null})"), (Callback{._id = "1"}));
-  EXPECT_EQ(read(R"({"_id":"1","error":""})"), (Callback{._id = "1", .error = ""}));
-  for (const std::string_view text :
-       {"{}", R"({"_id":1})", R"({"_id":null})", R"({"id":"1"})", R"({"_id":"1","error":{}})"}) {
-    EXPECT_THROW(read(text), DecodingError) << text;
-  }
-  EXPECT_THROW(read(R"({"_id":"1","result":"\ud800"})"), JsonError);
-}
-
-TEST(PostActionScript, EscapesWhatAScriptCouldEndAtAndNothingElse) {
-  EXPECT_EQ(postActionScript(R"({"sku":"1"})"), R"(postAction({"sku":"1"});)");
-  EXPECT_EQ(postActionScript("\"</script><!--\u2028\u2029\u2027\u20AC\xC3\xA9\""),
-            R"(postAction("\u003c/script>\u003c!--\u2028\u2029)"
-            "\u2027\u20AC\xC3\xA9\");");
-  EXPECT_EQ(postActionScript("<\xE2"), "postAction(\\u003c\xE2);");
 }
 
 }  // namespace

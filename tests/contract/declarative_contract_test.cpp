@@ -1,14 +1,7 @@
 // What host apps may rely on that describe their screens as values, whichever backend carries the framework.
-#include <gtest/gtest.h>
-
-#include <memory>
 #include <optional>
-#include <string>
-#include <utility>
-#include <vector>
 
-#include "tests/contract/contract_platform.h"
-#include "tests/support/outcome_text.h"
+#include "tests/contract/contract_test.h"
 
 namespace corvane::contract {
 namespace {
@@ -61,63 +54,45 @@ struct AppScreen {
   }
 };
 
-class DeclarativeContract : public testing::TestWithParam<PlatformMaker> {
+class DeclarativeContract : public ContractTest {
  protected:
   void SetUp() override {
-    std::string reason;
-    platform_ = GetParam().make(reason);
-    if (platform_ == nullptr) GTEST_SKIP() << reason;
+    ContractTest::SetUp();
+    if (platform_ == nullptr) return;
     app_.region = Region::custom(platform_->address(PageKind::agentTool));
     host_ = ViewHost::create(*platform_->window());
     host_->show(AppScreen{&app_});
     platform_->providePages(context().agentView());
   }
-  void TearDown() override {
-    MinimizedState::shared().remove();
-    MinimizedState::shared().resetRestoreAction();
-    host_.reset();
-  }
 
   static VelnorAgentContext& context() { return VelnorAgentContext::shared(); }
-  std::vector<std::string> takeLog() { return std::exchange(app_.log, {}); }
-  /// What a request of the context comes to.
-  template <class Request>
-  std::string outcomeOf(Request request) {
-    std::string outcome;
-    request([&](const auto& result) { outcome = outcomeText(result); });
-    EXPECT_TRUE(platform_->runUntil([&] { return !outcome.empty(); }));
-    return outcome;
-  }
-  bool waitFor(const std::string& lastLine) {
-    return platform_->runUntil([&] { return !app_.log.empty() && app_.log.back() == lastLine; });
+  Texts takeLog() { return std::exchange(app_.log, {}); }
+  bool waitForLine(const std::string& line) {
+    return platform_->runUntil([&] { return !app_.log.empty() && app_.log.back() == line; });
   }
 
   App app_;
-  std::unique_ptr<ContractPlatform> platform_;
   std::shared_ptr<ViewHost> host_;
 };
 
 TEST_P(DeclarativeContract, ACallFloatsOverAnotherScreenAndComesBackToItsOwn) {
-  using Log = std::vector<std::string>;
   const std::weak_ptr<VelnorAgentView> weak = context().agentView();
   {
     const auto view = weak.lock();
     ASSERT_TRUE(platform_->runUntil([&] { return view->isLoaded() && view->frame().size.width > 0; }));
-    platform_->pagePostsValue(*view,
-                              R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})");
-    ASSERT_TRUE(platform_->runUntil([&] { return view->callSessionStatus() == CallSessionStatus::running; }));
+    beginCall(*view);
     outcomeOf([](auto completion) { context().addProductToCart("A", completion); });
     takeLog();
 
     platform_->pagePostsValue(*view, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
-    ASSERT_TRUE(waitFor(R"(own small {"didMinimize":{}})"));
-    EXPECT_EQ(takeLog(), (Log{R"(hook {"willMinimize":{}})", R"(own small {"willMinimize":{}})",
-                              R"(hook small {"didMinimize":{}})", R"(own small {"didMinimize":{}})"}));
+    ASSERT_TRUE(waitForLine(R"(own small {"didMinimize":{}})"));
+    EXPECT_EQ(takeLog(), (Texts{R"(hook {"willMinimize":{}})", R"(own small {"willMinimize":{}})",
+                                R"(hook small {"didMinimize":{}})", R"(own small {"didMinimize":{}})"}));
     const CGRect floating = view->frame();
 
     app_.isCallOpen.set(false);
-    ASSERT_TRUE(waitFor("home"));
-    EXPECT_EQ(takeLog(), Log{"home"});
+    ASSERT_TRUE(waitForLine("home"));
+    EXPECT_EQ(takeLog(), Texts{"home"});
     EXPECT_EQ(context().agentView(), view);
     EXPECT_EQ(view->superview(), platform_->window());
     EXPECT_EQ(platform_->window()->subviews().back(), view);
@@ -125,23 +100,22 @@ TEST_P(DeclarativeContract, ACallFloatsOverAnotherScreenAndComesBackToItsOwn) {
     EXPECT_EQ(outcomeOf([](auto completion) { context().isProductInCart("A", completion); }), "true");
 
     context().maximizeAgent();
-    ASSERT_TRUE(waitFor(R"(own {"didMaximize":{}})"));
+    ASSERT_TRUE(waitForLine(R"(own {"didMaximize":{}})"));
     ASSERT_TRUE(platform_->runUntil([&] { return view->superview() == host_->view(); }));
-    EXPECT_EQ(takeLog(), (Log{R"(hook small {"willMaximize":{}})", R"(own {"willMaximize":{}})", "restore",
-                              R"(hook {"didMaximize":{}})", R"(own {"didMaximize":{}})"}));
+    EXPECT_EQ(takeLog(), (Texts{R"(hook small {"willMaximize":{}})", R"(own {"willMaximize":{}})", "restore",
+                                R"(hook {"didMaximize":{}})", R"(own {"didMaximize":{}})"}));
     EXPECT_EQ(context().agentView(), view);
     EXPECT_EQ(view->frame(), host_->view()->bounds());
     EXPECT_EQ(outcomeOf([](auto completion) { context().getCartStatus(completion); }), R"({"A":1})")
         << "the page was not loaded again";
-    EXPECT_EQ(takeLog(), Log{});
+    EXPECT_EQ(takeLog(), Texts{});
   }
   app_.isCallOpen.set(false);
   EXPECT_TRUE(platform_->runUntil([&] { return weak.expired(); })) << "at full size, it goes with its screen";
   EXPECT_EQ(context().agentView(), nullptr);
 }
 
-INSTANTIATE_TEST_SUITE_P(On, DeclarativeContract, testing::ValuesIn(platforms()),
-                         [](const auto& parameter) { return parameter.param.name; });
+INSTANTIATE_TEST_SUITE_P(On, DeclarativeContract, testing::ValuesIn(platforms()), nameOf);
 
 }  // namespace
 }  // namespace corvane::contract

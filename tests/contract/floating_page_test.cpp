@@ -77,6 +77,13 @@ class FloatingPage : public testing::Test {
     box_->setCornerRadius(0);
   }
 
+  /// Lets something happen inside an animation, and waits for its end.
+  void animate(std::chrono::nanoseconds duration, const std::function<void()>& animations) {
+    bool isOver = false;
+    UIView::animate(duration, animations, [&](bool) { isOver = true; });
+    ASSERT_TRUE(platform_->runUntil([&] { return isOver; }));
+  }
+
   EvaluationResult evaluate(std::string_view script) { return platform_->evaluate(*box_, script); }
   bool waitForPage(std::string_view condition) {
     return platform_->runUntil([&] {
@@ -95,21 +102,24 @@ class FloatingPage : public testing::Test {
     const CGFloat factor = box_->transform().a;
     return {(point.x - frame.minX()) / factor, (point.y - frame.minY()) / factor};
   }
+  /// The kinds of the events that the page has seen.
+  std::string kindsSeen() {
+    const auto kinds = evaluate("seen.map((event) => event.split(' ')[0]).join()");
+    return std::string(kinds ? kinds->string().value_or("") : "");
+  }
   /// Clicks, and expects that the page sees all of this click, in order and in its place, and nothing else.
   void expectClickInPage(CGPoint point) {
     ASSERT_NO_FATAL_FAILURE(show());
     pointer_->click(point);
     ASSERT_TRUE(waitForPage("seen.some((event) => event.startsWith('click'))")) << "saw only: " << seen();
+    EXPECT_EQ(kindsSeen(), "pointerdown,mousedown,pointerup,mouseup,click") << seen();
     const CGPoint place = onPage(point);
-    EXPECT_EQ(evaluate("seen.map((event) => event.split(' ')[0]).join()")->string(),
-              "pointerdown,mousedown,pointerup,mouseup,click")
-        << seen();
-    EXPECT_LE(std::abs(evaluate("Number(seen[4].split(' ')[1])")->number().value_or(-99) - place.x),
-              onPage({1, 1}).x - onPage({0, 0}).x)
-        << seen();
-    EXPECT_LE(std::abs(evaluate("Number(seen[4].split(' ')[2])")->number().value_or(-99) - place.y),
-              onPage({1, 1}).x - onPage({0, 0}).x)
-        << seen();
+    const CGFloat tolerance = 1 / box_->transform().a;
+    const auto coordinate = [&](char index) {
+      return evaluate(std::string("Number(seen[4].split(' ')[") + index + "])")->number().value_or(-99);
+    };
+    EXPECT_NEAR(coordinate('1'), place.x, tolerance) << seen();
+    EXPECT_NEAR(coordinate('2'), place.y, tolerance) << seen();
     forgetEvents();
   }
   /// Movements that come faster than pictures are told as one, and the first one is part of no drag's way.
@@ -187,22 +197,6 @@ TEST_F(FloatingPage, WhatTurnsOutToBeNoTapReachesThePageAsAWhole) {
   EXPECT_EQ(taps, 0);
 }
 
-TEST_F(FloatingPage, OtherButtonsReachThePageUnlessAWindowIsHeld) {
-  shrink();
-  ASSERT_NO_FATAL_FAILURE(show());
-  pointer_->move({309, 674});
-  pointer_->press();
-  pointer_->press(2);
-  pointer_->release(2);
-  pointer_->move({250, 600});
-  pointer_->release();
-  ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
-  expectClickInPage(box_->center());
-  pointer_->press(2);
-  pointer_->release(2);
-  EXPECT_TRUE(waitForPage("seen.some((event) => event.startsWith('pointerup'))")) << seen();
-}
-
 TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
   int beneath = 0;
   int beside = 0;
@@ -217,12 +211,6 @@ TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
   ASSERT_TRUE(platform_->runUntil([&] { return beneath == 1; }));
   expectClickInPage({corner.x + 10, corner.y + 10});
 
-  const auto cover = UIView::create({{300, 600}, {90, 244}});
-  platform_->surface()->window()->addSubview(cover);
-  pointer_->click({310, 610});
-  expectClickInPage({290, 610});
-  cover->setUserInteractionEnabled(false);
-  expectClickInPage({310, 610});
   box_->setUserInteractionEnabled(false);
   pointer_->click({310, 610});
   ASSERT_TRUE(platform_->runUntil([&] { return beneath == 2; }));
@@ -233,80 +221,68 @@ TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
 
 TEST_F(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
   for (const bool isShrinking : {true, false}) {
-    bool isOver = false;
     const gtk::FrameMeter meter(platform_->surface()->widget());
-    UIView::animate(250ms, [&] { isShrinking ? shrink() : grow(); }, [&](bool) { isOver = true; });
-    ASSERT_TRUE(platform_->runUntil([&] { return isOver; }));
-    const auto frames = meter.result();
-    RecordProperty(isShrinking ? "shrinking" : "growing", std::to_string(frames.picturesPerSecond) +
-                                                              " pictures/s, longest gap " +
-                                                              std::to_string(frames.longestGap / 1ms) + " ms");
-    EXPECT_GE(frames.pictures, 3);
+    ASSERT_NO_FATAL_FAILURE(animate(250ms, [&] { isShrinking ? shrink() : grow(); }));
+    EXPECT_GE(meter.result().pictures, 3);
     // The last picture shows the end, and asks for no more.
-    const CGPoint inPage = isShrinking ? CGPoint{260, 510} : CGPoint{20, 20};
-    const CGPoint outside{240, 510};
-    const CGPoint inRoundCorner{corner.x + 2, corner.y + 2};
     ASSERT_TRUE(platform_->runUntil([&] {
       const auto colourAt = platform_->takePicture();
-      const auto isPage = [&](CGPoint point) { return colourAt(int(point.x), int(point.y)) == pageColour; };
-      return isPage(inPage) && isPage(outside) != isShrinking && isPage(inRoundCorner) != isShrinking;
+      const auto isPage = [&](int x, int y) { return colourAt(x, y) == pageColour; };
+      const bool isInRoundCorner = isPage(int(corner.x) + 2, int(corner.y) + 2);
+      return isPage(260, 510) && isPage(240, 510) != isShrinking && isInRoundCorner != isShrinking;
     }));
   }
-  int pictures = 0;
-  bool isOver = false;
-  UIView::animate(1s, [&] { shrink(); }, [&](bool) { isOver = true; });
-  ASSERT_NO_FATAL_FAILURE(show());
-  ASSERT_TRUE(platform_->runUntil([&] {
-    const CGPoint middle = box_->presentation().center;
-    if (const auto colourAt = platform_->takePicture(); !isOver) {
-      ++pictures;
-      EXPECT_EQ(colourAt(int(middle.x), int(middle.y)), pageColour);
-    }
-    return isOver;
-  }));
-  EXPECT_GE(pictures, 2);
   EXPECT_EQ(seen(), "") << "a page that is only shown smaller is not laid out anew";
   EXPECT_EQ(evaluate("[innerWidth, innerHeight].join()")->string(), "390,844");
-
-  grow();
-  isOver = false;
-  UIView::animate(250ms, [&] { box_->setFrame({{50, 100}, {200, 400}}); }, [&](bool) { isOver = true; });
-  ASSERT_TRUE(platform_->runUntil([&] { return isOver; }));
-  ASSERT_TRUE(waitForPage("innerWidth === 200 && innerHeight === 400"));
-  ASSERT_TRUE(waitForPage("seen.length > 0"));
+  ASSERT_NO_FATAL_FAILURE(animate(250ms, [&] { box_->setFrame({{50, 100}, {200, 400}}); }));
+  ASSERT_TRUE(waitForPage("innerWidth === 200 && innerHeight === 400 && seen.length > 0"));
   EXPECT_EQ(seen(), "resize") << "a new size comes once, whatever is shown on the way";
 }
 
-TEST_F(FloatingPage, ClicksThatFollowEachOtherStayInOrder) {
+TEST_F(FloatingPage, OtherButtonsAndManyClicksReachThePageInOrder) {
   shrink();
   ASSERT_NO_FATAL_FAILURE(show());
   pointer_->move({309, 674});
-  for (int click = 0; click < 3; ++click) {
+  pointer_->press();
+  pointer_->press(2);
+  pointer_->release(2);
+  pointer_->move({250, 600});
+  pointer_->release();
+  ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
+  expectClickInPage(box_->center());
+  const std::string click = "pointerdown,mousedown,pointerup,mouseup,click";
+  for (int count = 0; count < 2; ++count) {
     pointer_->press();
     pointer_->release();
   }
-  ASSERT_TRUE(waitForPage("seen.filter((event) => event.startsWith('click')).length === 3")) << seen();
-  EXPECT_EQ(evaluate("seen.map((event) => event.split(' ')[0]).join()")->string(),
-            "pointerdown,mousedown,pointerup,mouseup,click,pointerdown,mousedown,pointerup,mouseup,click,"
-            "pointerdown,mousedown,pointerup,mouseup,click");
+  ASSERT_TRUE(waitForPage("seen.filter((event) => event.startsWith('click')).length === 2")) << seen();
+  EXPECT_EQ(kindsSeen(), click + "," + click);
+  forgetEvents();
+  pointer_->press(2);
+  pointer_->release(2);
+  EXPECT_TRUE(waitForPage("seen.some((event) => event.startsWith('pointerup'))")) << seen();
 }
 
-TEST_F(FloatingPage, TheHostAppsWindowMayBeResizedInTheMiddleOfItAll) {
-  auto* const hostWindow = reinterpret_cast<GtkWindow*>(gtk_widget_get_root(platform_->surface()->widget()));
-  const auto resizeTo = [&](CGSize size) {
-    gtk_window_set_default_size(hostWindow, static_cast<int>(size.width), static_cast<int>(size.height));
-    return platform_->runUntil([&] { return platform_->surface()->window()->bounds().size == size; });
+TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
+  constexpr CGFloat nothing = std::numeric_limits<CGFloat>::quiet_NaN();
+  const auto expectShown = [&](bool expected) {
+    EXPECT_TRUE(platform_->runUntil([&] { return (platform_->takePicture()(195, 422) == pageColour) == expected; }));
   };
-  bool isOver = false;
-  UIView::animate(500ms, [&] { shrink(); }, [&](bool) { isOver = true; });
-  EXPECT_TRUE(resizeTo({380, 700}));
-  ASSERT_TRUE(platform_->runUntil([&] { return isOver; }));
-  ASSERT_NO_FATAL_FAILURE(beginDrag({309, 674}, {280, 600}));
-  EXPECT_TRUE(resizeTo({390, 844}));
-  pointer_->release();
-  ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
-  EXPECT_EQ(evaluate("[innerWidth, innerHeight].join()")->string(), "390,844");
-  expectClickInPage(box_->center());
+  for (const auto& transform :
+       {CGAffineTransform::makeScale(0, 1), CGAffineTransform::makeScale(nothing, 1),
+        CGAffineTransform::makeScale(1e-300, 1e300), CGAffineTransform::makeTranslation(1e300, 0)}) {
+    box_->setTransform(transform);
+    expectShown(false);
+    box_->setTransform({});
+    expectShown(true);
+  }
+  box_->setAlpha(nothing);
+  expectShown(false);
+  box_->setAlpha(1);
+  box_->setCornerRadius(nothing);
+  expectShown(true);
+  box_->setCenter({nothing, nothing});
+  expectShown(false);
 }
 
 TEST_F(FloatingPage, AnActionMayEndTheSurface) {
@@ -357,34 +333,6 @@ TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
   const auto width = platform_->evaluate(*view, "innerWidth");
   EXPECT_EQ(width ? width->integer() : std::nullopt, 390);
   view->removeFromSuperview();
-}
-
-TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
-  constexpr CGFloat nothing = std::numeric_limits<CGFloat>::quiet_NaN();
-  const auto isShown = [&](bool expected) {
-    return platform_->runUntil([&] { return (platform_->takePicture()(195, 422) == pageColour) == expected; });
-  };
-  for (const auto& transform :
-       {CGAffineTransform::makeScale(0, 1), CGAffineTransform::makeScale(nothing, 1),
-        CGAffineTransform::makeScale(1e-300, 1e300), CGAffineTransform::makeTranslation(1e300, 0)}) {
-    box_->setTransform(transform);
-    EXPECT_TRUE(isShown(false));
-    box_->setTransform({});
-    EXPECT_TRUE(isShown(true));
-  }
-  box_->setAlpha(nothing);
-  EXPECT_TRUE(isShown(false));
-  box_->setAlpha(1);
-  box_->setCornerRadius(nothing);
-  EXPECT_TRUE(isShown(true));
-  box_->setBackgroundColor(UIColor{1, 0, 0});
-  page_->setAlpha(0.5);
-  EXPECT_TRUE(platform_->runUntil([&] {
-    const Colour mixed = platform_->takePicture()(195, 422);
-    return std::abs(mixed.red - 128) < 3 && std::abs(mixed.green - 64) < 3;
-  }));
-  box_->setCenter({nothing, nothing});
-  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == Colour{}; }) || isShown(false));
 }
 
 TEST_F(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {

@@ -3,54 +3,32 @@
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>
 
-#include <chrono>
+#include <array>
+#include <nlohmann/json.hpp>
 #include <utility>
 
-#include "corvane/platform/foundation/match.h"
 #include "corvane/platform/gtk/gtk_backend.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "demo/local_page_server.h"
 #include "tests/contract/trouble_server.h"
+#include "tests/support/main_context.h"
 
 namespace corvane::contract {
 
 namespace {
 
-using namespace std::chrono_literals;
-
-// Far beyond what anything here takes; only a test that will never succeed waits for it.
-constexpr auto givingUpAfter = 30s;
-
-std::string scriptLiteral(std::string_view text) {
-  std::string literal = "\"";
-  for (const char character : text) {
-    if (character == '"' || character == '\\') literal += '\\';
-    literal += character;
-  }
-  return literal + "\"";
-}
-
 /// The words of the stand-in agent tool for a trouble.
 std::string inWordsOfThePage(const simulation::PageTrouble::Value& trouble) {
   using Trouble = simulation::PageTrouble;
-  const auto kind = [](std::string_view name) { return R"({"kind":")" + std::string(name) + "\"}"; };
-  return match(
-      trouble, [&](const Trouble::None&) { return kind("none"); },
-      [](const Trouble::AnswersLate& late) {
-        return R"({"kind":"late","milliseconds":)" + std::to_string(late.delay.count()) + "}";
-      },
-      [&](const Trouble::NeverAnswers&) { return kind("never"); },
-      [&](const Trouble::AnswersTwice&) { return kind("twice"); },
-      [&](const Trouble::AnswersUnknownIdentifier&) { return kind("unknownIdentifier"); },
-      [](const Trouble::AnswersWithError& error) {
-        return R"({"kind":"errorText","text":)" + scriptLiteral(error.text) + "}";
-      },
-      [&](const Trouble::AnswersWithWrongType&) { return kind("wrongResultType"); },
-      [&](const Trouble::AnswersInReverseOrder&) { return kind("reverseOrder"); },
-      [&](const Trouble::ThrowsInHandler&) { return kind("throws"); },
-      [&](const Trouble::HasNoPostAction&) { return kind("noPostAction"); });
+  constexpr std::array kindsInTheirOrder{
+      "none",         "late",   "never",       "twice", "unknownIdentifier", "errorText", "wrongResultType",
+      "reverseOrder", "throws", "noPostAction"};
+  nlohmann::json words{{"kind", kindsInTheirOrder.at(trouble.index())}};
+  if (const auto* late = std::get_if<Trouble::AnswersLate>(&trouble)) words["milliseconds"] = late->delay.count();
+  if (const auto* error = std::get_if<Trouble::AnswersWithError>(&trouble)) words["text"] = error->text;
+  return words.dump();
 }
 
 WebKitWebView* findPage(GtkWidget* widget) {
@@ -108,19 +86,7 @@ class GtkPlatform final : public RealEnginePlatform {
   const std::shared_ptr<UIWindow>& window() override { return surface_->window(); }
   void providePages(const std::shared_ptr<UIView>& /*view*/) override {}
 
-  bool runUntil(const std::function<bool()>& condition) override {
-    const auto end = std::chrono::steady_clock::now() + givingUpAfter;
-    // Wakes the loop up when nothing else does, so that waiting can be given up.
-    const guint ticker = g_timeout_add(50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-    while (!condition() && std::chrono::steady_clock::now() < end) {
-      // A condition that takes long must not keep the rest of the loop from its turns.
-      g_main_context_iteration(nullptr, TRUE);
-      for (int turn = 0; turn < 50 && g_main_context_iteration(nullptr, FALSE) != FALSE; ++turn) {
-      }
-    }
-    g_source_remove(ticker);
-    return condition();
-  }
+  bool runUntil(const std::function<bool()>& condition) override { return test::runMainContextUntil(condition); }
 
   EvaluationResult evaluate(const UIView& view, std::string_view script) override {
     std::optional<EvaluationResult> result;
@@ -132,7 +98,9 @@ class GtkPlatform final : public RealEnginePlatform {
   void pagePostsValue(const UIView& view, std::string_view data) override {
     run(view, "window.postMessage(" + std::string(data) + ", '*');0");
   }
-  void pagePostsText(const UIView& view, std::string_view text) override { pagePostsValue(view, scriptLiteral(text)); }
+  void pagePostsText(const UIView& view, std::string_view text) override {
+    pagePostsValue(view, nlohmann::json(text).dump());
+  }
 
   void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override {
     run(view, R"({
@@ -178,8 +146,7 @@ class GtkPlatform final : public RealEnginePlatform {
 
   void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) override {
     run(view, "agentTool.setTrouble(" + inWordsOfThePage(trouble) + ");0");
-    const bool takesPostActionAway = std::holds_alternative<simulation::PageTrouble::HasNoPostAction>(trouble);
-    if (!takesPostActionAway) return;
+    if (!std::holds_alternative<simulation::PageTrouble::HasNoPostAction>(trouble)) return;
     // The page loads anew for it.
     static_cast<void>(runUntil([&] {
       const auto isGone = evaluate(view, "postAction === undefined && !!window.agentTool");
@@ -240,13 +207,9 @@ std::unique_ptr<RealEnginePlatform> RealEnginePlatform::make(std::string& reason
     return nullptr;
   }
   auto server = demo::LocalPageServer::start(CORVANE_TEST_PAGES);
-  if (!server) {
-    reason = server.error();
-    return nullptr;
-  }
   auto agentTool = demo::LocalPageServer::start(CORVANE_AGENT_TOOL);
-  if (!agentTool) {
-    reason = agentTool.error();
+  if (!server || !agentTool) {
+    reason = (server ? agentTool : server).error();
     return nullptr;
   }
   return std::make_unique<GtkPlatform>(*std::move(backend), *std::move(server), *std::move(agentTool));

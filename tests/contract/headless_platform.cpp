@@ -22,24 +22,21 @@ class HeadlessPlatform final : public ContractPlatform {
   void providePages(const std::shared_ptr<UIView>& view) override {
     const auto page = SimulatedAgentTool::attach(view);
     pages_[view.get()] = page;
-    page->setLoadPlan([this, weak = std::weak_ptr(page)](std::string_view url) -> SimulatedAgentTool::LoadOutcome {
+    page->setLoadPlan([this, agentView = std::weak_ptr(std::dynamic_pointer_cast<VelnorAgentView>(view)),
+                       weakPage = std::weak_ptr(page)](std::string_view url) -> SimulatedAgentTool::LoadOutcome {
+      using Tool = SimulatedAgentTool;
       const auto is = [&](PageKind kind) { return url.starts_with(address(kind)); };
-      if (is(PageKind::closedPort)) {
-        return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::cannotLoad}};
-      }
-      if (is(PageKind::agentTool)) return SimulatedAgentTool::Finishes{};
-      if (is(PageKind::breaksOff)) return SimulatedAgentTool::Fails{{.kind = WebError::Kind::cannotLoad}};
-      if (is(PageKind::silent)) {
-        return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::timedOut}};
-      }
-      const auto begin = url.find("connectId=") + 10;
-      const std::string booking(url.substr(begin, url.find('&', begin) - begin));
-      backend_->runLoop().post([weak, booking] {
-        const auto alive = weak.lock();
+      if (is(PageKind::closedPort)) return Tool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::cannotLoad}};
+      if (is(PageKind::silent)) return Tool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::timedOut}};
+      if (is(PageKind::breaksOff)) return Tool::Fails{{.kind = WebError::Kind::cannotLoad}};
+      if (is(PageKind::agentTool)) return Tool::Finishes{};
+      const std::string booking = agentView.lock()->connectId().value();
+      backend_->runLoop().post([weakPage, booking] {
+        const auto alive = weakPage.lock();
         if (alive)
-          alive->postValue(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":")" + decode(booking) + "\"}}");
+          alive->postValue(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":")" + booking + "\"}}");
       });
-      return SimulatedAgentTool::Finishes{};
+      return Tool::Finishes{};
     });
     auto& engine = *headless::HeadlessWebEngine::of(*view);
     const auto loads = engine.recordsOf<headless::HeadlessWebEngine::LoadRequested>();
@@ -85,20 +82,6 @@ class HeadlessPlatform final : public ContractPlatform {
   int promptCount() const override { return promptCount_; }
 
  private:
-  /// Undoes percent escapes.
-  static std::string decode(std::string_view text) {
-    std::string decoded;
-    for (std::size_t index = 0; index < text.size(); ++index) {
-      if (text[index] != '%') {
-        decoded += text[index];
-        continue;
-      }
-      decoded += static_cast<char>(std::stoi(std::string(text.substr(index + 1, 2)), nullptr, 16));
-      index += 2;
-    }
-    return decoded;
-  }
-
   SimulatedAgentTool& page(const UIView& view) { return *pages_.at(&view); }
 
   std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();

@@ -19,15 +19,6 @@ std::string halfAPage() {
 
 std::string loopback(unsigned port) { return "http://127.0.0.1:" + std::to_string(port) + "/"; }
 
-}  // namespace
-
-struct TroubleServer::Service {
-  GSocketService* service = g_threaded_socket_service_new(16);
-  guint16 port = 0;
-};
-
-namespace {
-
 /// Runs in a thread of its own for each connection, until the other side closes it.
 gboolean serve(GThreadedSocketService*, GSocketConnection* connection, GObject*, gpointer) {
   auto* const stream = reinterpret_cast<GIOStream*>(connection);
@@ -49,19 +40,19 @@ gboolean serve(GThreadedSocketService*, GSocketConnection* connection, GObject*,
 
 }  // namespace
 
-TroubleServer::TroubleServer() : service_(std::make_unique<Service>()) {
-  service_->port =
-      g_socket_listener_add_any_inet_port(reinterpret_cast<GSocketListener*>(service_->service), nullptr, nullptr);
-  g_signal_connect(service_->service, "run", reinterpret_cast<GCallback>(&serve), nullptr);
-  g_socket_service_start(service_->service);
+TroubleServer::TroubleServer()
+    : service_(g_threaded_socket_service_new(16)),
+      port_(g_socket_listener_add_any_inet_port(reinterpret_cast<GSocketListener*>(service_), nullptr, nullptr)) {
+  g_signal_connect(service_, "run", reinterpret_cast<GCallback>(&serve), nullptr);
+  g_socket_service_start(service_);
 }
 
 TroubleServer::~TroubleServer() {
-  g_socket_service_stop(service_->service);
-  g_object_unref(service_->service);
+  g_socket_service_stop(service_);
+  g_object_unref(service_);
 }
 
-std::string TroubleServer::address(const std::string& path) const { return loopback(service_->port) + path; }
+std::string TroubleServer::address(const std::string& path) const { return loopback(port_) + path; }
 
 SelfSignedServer::SelfSignedServer(const std::string& certificateFile)
     : server_(soup_server_new("server-header", nullptr, nullptr)) {

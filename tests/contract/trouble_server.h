@@ -1,9 +1,9 @@
 /// A server that does not do what browsers hope for.
 #pragma once
 
-#include <memory>
 #include <string>
 
+typedef struct _GSocketService GSocketService;
 typedef struct _SoupServer SoupServer;
 
 namespace corvane::contract {
@@ -19,8 +19,8 @@ class TroubleServer {
   [[nodiscard]] std::string address(const std::string& path) const;
 
  private:
-  struct Service;
-  std::unique_ptr<Service> service_;
+  GSocketService* service_;
+  unsigned port_;
 };
 
 /// Speaks TLS with a certificate that nobody has signed but itself.

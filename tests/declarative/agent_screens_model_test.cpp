@@ -1,11 +1,9 @@
 // Random walks over screens with agents, against a model that knows who holds which view.
 #include <algorithm>
-#include <cstddef>
-#include <functional>
 #include <map>
 #include <optional>
-#include <ostream>
 #include <random>
+#include <sstream>
 
 #include "tests/support/agent_screens_test.h"
 
@@ -29,7 +27,6 @@ struct ModelView {
   bool isMinimized = false;
   std::size_t loads = 0;
   Place place = Place::nowhere;
-  bool operator==(const ModelView&) const = default;
 };
 
 /// Everything that can be seen from outside; views are known by the order in which they were made.
@@ -39,18 +36,20 @@ struct Snapshot {
   std::optional<std::size_t> inHolder;
   bool hasAgent = false;
   bool isMinimized = false;
-  bool operator==(const Snapshot&) const = default;
-};
-void PrintTo(const Snapshot& snapshot, std::ostream* out) {
-  for (const auto& [index, view] : snapshot.alive) {
-    *out << index << ": " << view.organisation << "/" << view.booking << (view.isLoaded ? " loaded" : "")
-         << (view.isMinimized ? " minimized" : "") << " " << view.loads << " loads, place "
-         << static_cast<int>(view.place) << "; ";
+
+  [[nodiscard]] std::string text() const {
+    const auto place = [](std::optional<std::size_t> index) { return index ? std::to_string(*index) : "none"; };
+    std::ostringstream out;
+    for (const auto& [index, view] : alive) {
+      out << index << ": " << view.organisation << "/" << view.booking << (view.isLoaded ? " loaded" : "")
+          << (view.isMinimized ? " minimized" : "") << " " << view.loads << " loads, place "
+          << static_cast<int>(view.place) << "; ";
+    }
+    out << "context " << place(inContext) << ", holder " << place(inHolder) << (hasAgent ? ", agent" : "")
+        << (isMinimized ? ", minimized" : "");
+    return out.str();
   }
-  *out << "context " << static_cast<int>(snapshot.inContext.value_or(99)) << ", holder "
-       << static_cast<int>(snapshot.inHolder.value_or(99)) << (snapshot.hasAgent ? ", agent" : "")
-       << (snapshot.isMinimized ? ", minimized" : "");
-}
+};
 
 class Model {
  public:
@@ -141,14 +140,13 @@ class AgentScreensModelTest : public AgentScreensTest {
     noteNewView();
   }
   void noteNewView() {
-    const auto view = context().agentView();
-    if (view != nullptr) noteIfNew(view);
+    const auto noteIfNew = [this](const std::shared_ptr<VelnorAgentView>& view) {
+      if (view != nullptr && !indexOf(view)) views_.emplace_back(view);
+    };
+    noteIfNew(context().agentView());
     for (const auto& subview : host_->view()->subviews()) {
       noteIfNew(std::static_pointer_cast<VelnorAgentView>(subview));
     }
-  }
-  void noteIfNew(const std::shared_ptr<VelnorAgentView>& view) {
-    if (!indexOf(view)) views_.emplace_back(view);
   }
   [[nodiscard]] std::optional<std::size_t> indexOf(const std::shared_ptr<VelnorAgentView>& view) const {
     const auto known = std::ranges::find(views_, view, [](const auto& weak) { return weak.lock(); });
@@ -245,7 +243,7 @@ void AgentScreensModelTest::walk(unsigned seed) {
         }
       }
     }
-    ASSERT_EQ(snapshot(), model.snapshot()) << "seed " << seed << ", step " << step;
+    ASSERT_EQ(snapshot().text(), model.snapshot().text()) << "seed " << seed << ", step " << step;
   }
   minimizedState().registerRestoreAction(nullptr);
 }

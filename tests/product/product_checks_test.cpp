@@ -1,19 +1,10 @@
 #include "corvane/product/product_checks.h"
 
-#include <gtest/gtest.h>
-
-#include <optional>
-#include <string>
-#include <string_view>
-#include <utility>
-#include <vector>
-
 #include "tests/support/product_samples.h"
 
 namespace corvane {
 namespace {
 
-using Kind = ProductSpecError::Kind;
 using Json = nlohmann::json;
 using Texts = std::vector<std::string>;
 
@@ -26,7 +17,7 @@ ProductFields productOf(std::vector<AttributeDefinition> attributes, std::vector
   return {.attributes = std::move(attributes), .variations = std::move(variations)};
 }
 
-ProductSpecError refusalOf(const ProductFields& fields) {
+std::string refusalOf(const ProductFields& fields) {
   return refusal([&] { static_cast<void>(Product(fields)); });
 }
 
@@ -35,25 +26,24 @@ Texts skus(const Product& product, std::size_t variation, std::size_t attribute)
   return options != nullptr ? *options : Texts{"not linked"};
 }
 
-const ProductSpecError tooFewVariations(Kind::typeError, "Need at least one(1) variation");
-const ProductSpecError tooFewAttributes(Kind::typeError,
-                                        "Need at least one(1) attribute if more than one(1) variation");
+const std::string tooFewVariations = "type error: Need at least one(1) variation";
+const std::string tooFewAttributes = "type error: Need at least one(1) attribute if more than one(1) variation";
 
 TEST(Product, DuplicateOptionsAreRefused) {
   EXPECT_EQ(refusal([] { definitionOf("size", {"s", "m", "l", "m", "s"}); }),
-            ProductSpecError(Kind::multipleDefinedOption, "Option m defined multiple times for attribute size"));
-  EXPECT_EQ(refusal([] { definitionOf("bar", {composed, decomposed}); }).debugDescription(),
-            "Option " + decomposed + " defined multiple times for attribute bar");
-  EXPECT_EQ(refusal([] { definitionOf("unit", {"K", kelvin}); }).kind(), Kind::multipleDefinedOption);
+            "option twice: Option m defined multiple times for attribute size");
+  EXPECT_EQ(refusal([] { definitionOf("bar", {composed, decomposed}); }),
+            "option twice: Option " + decomposed + " defined multiple times for attribute bar");
+  EXPECT_TRUE(refusal([] { definitionOf("unit", {"K", kelvin}); }).starts_with("option twice"));
   EXPECT_NO_THROW(definitionOf("size", {"m", "M", " m", "", "cafe", composed, "k", kelvin}));
 }
 
 TEST(Product, DuplicateAttributesAreRefused) {
   EXPECT_EQ(
       refusalOf(productOf({definitionOf("size", {}), definitionOf("color", {"a"}), definitionOf("color", {})}, {})),
-      ProductSpecError(Kind::multipleDefinedAttributeDefinition, "Attribute color defined multiple times"));
-  EXPECT_EQ(refusalOf(productOf({definitionOf(decomposed, {}), definitionOf(composed, {})}, {})).debugDescription(),
-            "Attribute " + composed + " defined multiple times");
+      "attribute twice: Attribute color defined multiple times");
+  EXPECT_EQ(refusalOf(productOf({definitionOf(decomposed, {}), definitionOf(composed, {})}, {})),
+            "attribute twice: Attribute " + composed + " defined multiple times");
   EXPECT_NO_THROW(Product(productOf({definitionOf("color", {}), definitionOf("Color", {})}, {})));
 }
 
@@ -61,28 +51,24 @@ TEST(Product, WhatVariationsUseMustBeDefined) {
   auto fields = shirtFields();
   fields.variations.push_back(plainVariation("A1", {{"color", "blue"}, {"fit", "slim"}, {"size", "XL"}}));
   fields.variations.push_back(plainVariation("A2", {{"color", "green"}}));
-  EXPECT_EQ(refusalOf(fields),
-            ProductSpecError(Kind::undefinedAttributeDefinition, "Variation A1 uses undefined attribute fit"));
+  EXPECT_EQ(refusalOf(fields), "undefined attribute: Variation A1 uses undefined attribute fit");
   fields.variations[3] = plainVariation("S-1", {{"size", "xl"}, {"fit", "slim"}});
-  EXPECT_EQ(refusalOf(fields),
-            ProductSpecError(Kind::undefinedOption, "Variation S-1 uses undefined option xl for size"));
+  EXPECT_EQ(refusalOf(fields), "undefined option: Variation S-1 uses undefined option xl for size");
   fields.variations[3] = plainVariation("S-2", {{"size", "s"}});
-  EXPECT_EQ(refusalOf(fields).debugDescription(), "Variation S-2 uses undefined option s for size");
+  EXPECT_EQ(refusalOf(fields), "undefined option: Variation S-2 uses undefined option s for size");
   fields.variations[3] = plainVariation("S-3", {{"Size", "S"}});
-  EXPECT_EQ(refusalOf(fields).kind(), Kind::undefinedAttributeDefinition);
+  EXPECT_EQ(refusalOf(fields), "undefined attribute: Variation S-3 uses undefined attribute Size");
   fields.variations[3] = plainVariation("S-4", {{"size", "red"}});
-  EXPECT_EQ(refusalOf(fields).kind(), Kind::undefinedOption) << "another attribute's option does not count";
-  EXPECT_EQ(refusalOf(productOf({}, {plainVariation("A", {{"a", "b"}})})).debugDescription(),
-            "Variation A uses undefined attribute a");
+  EXPECT_EQ(refusalOf(fields), "undefined option: Variation S-4 uses undefined option red for size");
 }
 
 TEST(Product, TheFirstContradictionIsTold) {
   const Variation undefined = plainVariation("A", {{"a", "b"}});
   const AttributeDefinition size = definitionOf("size", {});
-  EXPECT_EQ(refusalOf(productOf({size, size}, {undefined, undefined})).kind(),
-            Kind::multipleDefinedAttributeDefinition);
+  EXPECT_TRUE(refusalOf(productOf({size, size}, {undefined, undefined})).starts_with("attribute twice"));
   EXPECT_EQ(refusalOf(productOf({}, {undefined, undefined})), tooFewAttributes);
-  EXPECT_EQ(refusalOf(productOf({size}, {undefined, undefined})).kind(), Kind::undefinedAttributeDefinition);
+  EXPECT_TRUE(refusalOf(productOf({size}, {undefined, undefined})).starts_with("undefined attribute"));
+  EXPECT_TRUE(refusalOf(productOf({}, {undefined})).starts_with("undefined attribute"));
   EXPECT_NO_THROW(Product(productOf({}, {})));
   EXPECT_NO_THROW(Product(productOf({}, {plainVariation("A", {})})));
   EXPECT_NO_THROW(Product(productOf({size}, {plainVariation("A", {}), plainVariation("A", {})})));
@@ -103,7 +89,7 @@ TEST(Product, ReplacedVariationsStayWhereTheyContradictTheAttributes) {
   const std::vector<Variation> replaced = {plainVariation("new", {{"size", "M"}}),
                                            plainVariation("bad", {{"size", "XL"}})};
   EXPECT_EQ(refusal([&] { shirt.setVariations(replaced); }),
-            ProductSpecError(Kind::undefinedOption, "Variation bad uses undefined option XL for size"));
+            "undefined option: Variation bad uses undefined option XL for size");
   EXPECT_EQ(shirt.variations(), replaced);
   EXPECT_EQ(shirt.variations()[0].attributes()[0].productOptions(), nullptr);
   EXPECT_EQ(before, Product(shirtFields())) << "copies must not see the change";
@@ -178,31 +164,21 @@ TEST(Product, IdentifiersThatAreNotUtf8AreOnlyEqualToThemselves) {
   const Product product(productOf({definitionOf(bad, {cut, bad, std::string("\xc3\0", 2)})},
                                   {plainVariation(bad, {{bad, cut}}), plainVariation(cut, {{bad, bad}})}));
   EXPECT_EQ(skus(product, 0, 0), Texts{bad});
-  EXPECT_EQ(refusal([&] { definitionOf("a", {bad, cut, bad}); }).kind(), Kind::multipleDefinedOption);
+  EXPECT_TRUE(refusal([&] { definitionOf("a", {bad, cut, bad}); }).starts_with("option twice"));
 }
 
 TEST(Product, ContradictionsInJsonAreErrorsOfReading) {
   const Json shirt = written(Product(shirtFields()));
-  struct Row {
-    std::string_view place;
-    Json value;
-    std::string_view path;
-    std::string_view description;
-  };
-  for (const Row& row :
-       {Row{"/product/variations/1/attributes/0/id", "fit", "", "Variation red-M uses undefined attribute fit"},
-        Row{"/product/variations/2/attributes/1/option", "XL", "",
-            "Variation blue-S uses undefined option XL for size"},
-        Row{"/product/attributes/1/id", "color", "", "Attribute color defined multiple times"},
-        Row{"/product/attributes/1/options/1/id", "S", "product.attributes[1]",
+  for (const auto& [place, value, path, description] :
+       std::vector<std::tuple<std::string, Json, std::string, std::string>>{
+           {"/product/variations/1/attributes/0/id", "fit", "", "Variation red-M uses undefined attribute fit"},
+           {"/product/attributes/1/id", "color", "", "Attribute color defined multiple times"},
+           {"/product/attributes/1/options/1/id", "S", "product.attributes[1]",
             "Option S defined multiple times for attribute size"}}) {
     Json json = shirt;
-    json[Json::json_pointer(std::string(row.place))] = row.value;
-    const auto error = decodingError<Product>(json.dump());
-    EXPECT_EQ(error.kind(), DecodingError::Kind::typeMismatch) << row.place;
-    EXPECT_EQ(error.typeName(), "VariationAttribute");
-    EXPECT_EQ(toText(error.codingPath()), row.path);
-    EXPECT_EQ(error.debugDescription(), row.description);
+    json[Json::json_pointer(place)] = value;
+    EXPECT_EQ(whyUnreadable<Product>(json.dump()), "typeMismatch VariationAttribute at " + path);
+    EXPECT_EQ(decodingError<Product>(json.dump()).debugDescription(), description);
   }
   Json unreadable = shirt;
   unreadable["product"]["attributes"] = Json::array();

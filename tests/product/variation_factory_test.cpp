@@ -1,9 +1,5 @@
 #include "corvane/product/variation_factory.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "tests/support/product_samples.h"
 
 namespace corvane {
@@ -12,20 +8,16 @@ namespace {
 TEST(VariationFactory, TellsTheFirstMandatoryValueThatIsMissing) {
   VariationFactory factory;
   VariationValues given;
-  const auto missing = [&] {
-    const auto error = refusal([&] { static_cast<void>(factory.createVariation("A", {}, given)); });
-    EXPECT_EQ(error.kind(), ProductSpecError::Kind::typeError);
-    return error.debugDescription();
-  };
-  EXPECT_EQ(missing(), "Missing mandatory property imageUrls");
+  const auto missing = [&] { return refusal([&] { static_cast<void>(factory.createVariation("A", {}, given)); }); };
+  EXPECT_EQ(missing(), "type error: Missing mandatory property imageUrls");
   given.imageUrls.emplace();
-  EXPECT_EQ(missing(), "Missing mandatory property name");
+  EXPECT_EQ(missing(), "type error: Missing mandatory property name");
   factory.name = "Lamp";
-  EXPECT_EQ(missing(), "Missing mandatory property price");
+  EXPECT_EQ(missing(), "type error: Missing mandatory property price");
   given.price = Price("EUR", 1, std::nullopt);
   EXPECT_EQ(factory.createVariation("A", {}, given).price(), *given.price);
   factory.name = std::nullopt;
-  EXPECT_EQ(missing(), "Missing mandatory property name");
+  EXPECT_EQ(missing(), "type error: Missing mandatory property name");
 }
 
 TEST(VariationFactory, GivenValuesComeBeforeItsOwn) {
@@ -49,8 +41,7 @@ TEST(VariationFactory, GivenValuesComeBeforeItsOwn) {
                             .sku = "A",
                             .subtitle = "own subtitle",
                             .url = "own url"};
-  const Variation made = factory.createVariation("A", {{"size", "S"}});
-  EXPECT_EQ(made, Variation(own));
+  EXPECT_EQ(factory.createVariation("A", {{"size", "S"}}), Variation(own));
 
   // What is empty is given all the same.
   const Variation other = factory.createVariation("B", {},
@@ -71,10 +62,8 @@ TEST(VariationFactory, GivenValuesComeBeforeItsOwn) {
                               .subtitle = "",
                               .url = ""}));
 
-  factory.name = "changed";
   factory.inStock = false;
-  EXPECT_EQ(made, Variation(own));
-  EXPECT_EQ(factory.createVariation("A", {{"size", "S"}}).name(), "changed");
+  EXPECT_FALSE(factory.createVariation("A", {}).inStock());
   EXPECT_TRUE(factory.createVariation("A", {}, {.inStock = true}).inStock());
 }
 

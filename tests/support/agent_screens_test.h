@@ -3,14 +3,8 @@
 
 #include <gmock/gmock.h>
 
-#include <chrono>
-#include <memory>
-#include <string>
 #include <string_view>
-#include <utility>
-#include <vector>
 
-#include "corvane/agent_view/script_bridge.h"
 #include "corvane/declarative/agent_modifiers.h"
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/declarative/velnor_agent_context.h"
@@ -26,7 +20,6 @@ namespace corvane {
 
 class AgentScreensTest : public HeadlessTest {
  protected:
-  using Log = std::vector<std::string>;
   using Engine = headless::HeadlessWebEngine;
 
   static VelnorAgent agent(std::string organisationId = "shop", std::string connectId = "b1") {
@@ -38,21 +31,16 @@ class AgentScreensTest : public HeadlessTest {
   static std::size_t loadCount(const VelnorAgentView& view) {
     return engine(view).recordsOf<Engine::LoadRequested>().size();
   }
-  static void post(const VelnorAgentView& view, std::string_view message) {
-    engine(view).postMessage(agentEventChannel, message);
-  }
   /// Shrinks an agent view and lets it come to rest.
   void minimize(const VelnorAgentView& view) {
-    post(view, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+    post(view, minimizeRequest);
     loop().advance(std::chrono::milliseconds(250));
   }
   void letRest() { loop().advance(std::chrono::milliseconds(250)); }
   AgentEventHandler noteAs(std::string who) {
     return [this, who = std::move(who)](const AgentEvent& event) { log_.push_back(who + " " + encodeJson(event)); };
   }
-  Log takeLog() { return std::exchange(log_, {}); }
 
-  Log log_;
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::shared_ptr<ViewHost> host_ = ViewHost::create(*window_);
 };

@@ -1,8 +1,10 @@
-/// The error that a text which must not be read is refused with.
+/// The errors that texts which must not be read are refused with.
 #pragma once
 
 #include <gtest/gtest.h>
 
+#include <array>
+#include <string>
 #include <string_view>
 
 #include "corvane/platform/foundation/coding_error.h"
@@ -19,6 +21,15 @@ DecodingError decodingError(std::string_view text) {
   }
   ADD_FAILURE() << text << " was accepted";
   return {DecodingError::Kind::dataCorrupted, {}, {}, {}};
+}
+
+/// The same in one line: the error's kind, what was wanted, and where.
+template <class Record>
+std::string whyUnreadable(std::string_view text) {
+  constexpr std::array kinds{"typeMismatch", "valueNotFound", "keyNotFound", "dataCorrupted"};
+  const DecodingError error = decodingError<Record>(text);
+  return std::string(kinds.at(static_cast<std::size_t>(error.kind()))) + " " + std::string(error.typeName()) + " at " +
+         toText(error.codingPath());
 }
 
 }  // namespace corvane

@@ -1,16 +1,7 @@
 /// An agent view in a phone's window, whose page asks to be minimized and whose user has a finger.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <chrono>
-#include <memory>
-#include <string>
-#include <utility>
-#include <vector>
-
 #include "corvane/agent_view/agent_view_parts.h"
-#include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/minimized_state.h"
 #include "corvane/platform/views/ui_window.h"
@@ -32,8 +23,6 @@ inline void expectNear(CGRect actual, CGRect expected) {
 
 class FloatingWindowTest : public HeadlessTest {
  protected:
-  using Log = std::vector<std::string>;
-
   FloatingWindowTest() {
     view_->setFrame({{0, 0}, {300, 600}});
     screen_->addSubview(view_);
@@ -44,12 +33,9 @@ class FloatingWindowTest : public HeadlessTest {
   void watch(VelnorAgentView& view) {
     view.setEventHandler([this](const AgentEvent& event) { log_.push_back(encodeJson(event)); });
   }
-  static void pageAsksToMinimize(const VelnorAgentView& view) {
-    headless::HeadlessWebEngine::of(view)->postMessage(agentEventChannel, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
-  }
   /// Minimizes the view and lets it come to rest.
   void minimize() {
-    pageAsksToMinimize(*view_);
+    post(*view_, minimizeRequest);
     loop().advance(std::chrono::milliseconds(250));
     log_.clear();
   }
@@ -66,7 +52,6 @@ class FloatingWindowTest : public HeadlessTest {
     for (const CGPoint& point : way) touch(TouchPhase::moved, point);
     touch(TouchPhase::ended, way.back());
   }
-  Log takeLog() { return std::exchange(log_, {}); }
   WKWebView& webView() { return *AgentViewAccess::parts(*view_).webView; }
   /// The scripts that were run in the page.
   Log scripts() {
@@ -86,7 +71,6 @@ class FloatingWindowTest : public HeadlessTest {
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::shared_ptr<UIView> screen_ = UIView::create({{0, 0}, {390, 844}});
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "o", false);
-  Log log_;
 };
 
 }  // namespace corvane

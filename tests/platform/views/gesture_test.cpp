@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <random>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "corvane/platform/views/ui_pan_gesture_recognizer.h"
-#include "corvane/platform/views/ui_tap_gesture_recognizer.h"
-#include "corvane/platform/views/ui_window.h"
+#include "tests/support/touch_storm.h"
 
 namespace corvane {
 namespace {
@@ -124,7 +123,6 @@ TEST_F(Gesture, ASecondFingerFailsATapAndLeavesAPanAlone) {
   EXPECT_EQ(pan_->location(nullptr), (CGPoint{150, 170}));
   EXPECT_EQ(send(ended, {150, 170}, 1), claimed);
   EXPECT_EQ(send(began, {150, 150}, 3), ignored) << "nothing begins before all fingers have left";
-  EXPECT_EQ(send(moved, {150, 190}, 3), ignored);
   EXPECT_EQ(send(ended, {150, 190}, 3), ignored);
   EXPECT_EQ(send(ended, {100, 150}, 2), claimed);
   EXPECT_THAT(std::exchange(told_, {}), ElementsAre("pan began", "pan ended"));
@@ -207,54 +205,27 @@ TEST_F(Gesture, AGestureGoesOnWhenItsViewMovesInsideTheWindow) {
   EXPECT_THAT(told_, ElementsAre("pan began", "pan changed", "pan ended"));
 }
 
-TEST_F(Gesture, AnActionMayDropTheViewOrTheWindow) {
-  for (const bool dropsWindow : {false, true}) {
-    auto window = UIWindow::create({{0, 0}, {400, 800}});
-    const std::weak_ptr<UIWindow> weakWindow = window;
-    {
-      const auto view = UIView::create({{0, 0}, {100, 100}});
-      view->addGestureRecognizer(pan_);
-      window->addSubview(view);
-    }
-    when("pan began", [&] {
-      if (dropsWindow) {
-        window.reset();
-      } else {
-        window->subviews().front()->removeFromSuperview();
-      }
-    });
-    window->sendTouch({1, began, {50, 50}});
-    UIWindow& reference = *window;
-    EXPECT_EQ(reference.sendTouch({1, moved, {70, 50}}), claimed);
-    EXPECT_EQ(weakWindow.expired(), dropsWindow);
-    EXPECT_THAT(std::exchange(told_, {}), ElementsAre("pan began", "pan cancelled"));
-    EXPECT_EQ(pan_->view(), nullptr);
-    if (dropsWindow) continue;
-    EXPECT_EQ(window->sendTouch({1, ended, {70, 50}}), claimed) << "half a drag is for nobody else";
+TEST_F(Gesture, AnActionMayDropTheWindow) {
+  const std::weak_ptr<UIWindow> weak = window_;
+  when("pan began", [&] { window_.reset(); });
+  UIWindow& window = *window_;
+  window.sendTouch({1, began, {150, 150}});
+  EXPECT_EQ(window.sendTouch({1, moved, {170, 150}}), claimed);
+  EXPECT_TRUE(weak.expired());
+  EXPECT_THAT(told_, ElementsAre("pan began", "pan cancelled"));
+}
+
+TEST(TouchRouter, NoStormOfTouchesLeavesARecognizerStuck) {
+  int actions = 0;
+  for (std::uint32_t seed = 0; seed < 2000; ++seed) {
+    std::mt19937 random(seed);
+    TouchStorm storm([&] { return static_cast<std::uint8_t>(random()); });
+    for (int i = 0; i < 150; ++i) storm.step();
+    storm.finish();
+    ASSERT_EQ(storm.complaint(), "") << "seed " << seed;
+    actions += storm.actionCount();
   }
-}
-
-TEST_F(Gesture, AnActionMaySendTouches) {
-  when("pan began", [&] {
-    EXPECT_EQ(send(ended, {180, 150}), claimed);
-    EXPECT_EQ(send(began, {150, 150}), held);
-  });
-  send(began, {150, 150});
-  EXPECT_EQ(send(moved, {170, 150}), claimed);
-  EXPECT_THAT(told_, ElementsAre("pan began", "pan changed", "pan ended"));
-  EXPECT_EQ(send(ended, {150, 150}), claimed);
-  EXPECT_EQ(told_.back(), "tap ended") << "the touch that came inside the action was a tap";
-}
-
-TEST_F(Gesture, ARecognizerIsOnOneView) {
-  const auto other = UIView::create();
-  other->addGestureRecognizer(pan_);
-  other->addGestureRecognizer(pan_);
-  EXPECT_EQ(pan_->view(), other);
-  EXPECT_EQ(other->gestureRecognizers().size(), 1U);
-  EXPECT_THAT(view_->gestureRecognizers(), ElementsAre(tap_));
-  view_->removeGestureRecognizer(pan_);
-  EXPECT_EQ(pan_->view(), other) << "the other view has it";
+  EXPECT_GT(actions, 5'000) << "the storm hits nothing";
 }
 
 }  // namespace

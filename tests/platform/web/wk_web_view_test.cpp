@@ -1,11 +1,5 @@
 #include "corvane/platform/web/wk_web_view.h"
 
-#include <gtest/gtest.h>
-
-#include <memory>
-#include <string>
-#include <vector>
-
 #include "tests/support/headless_test.h"
 
 namespace corvane {
@@ -29,21 +23,6 @@ class Decider : public WKUIDelegate {
   std::vector<WKMediaCaptureRequest> requests;
   WKPermissionDecisionHandler decisionHandler;
 };
-
-TEST_F(WKWebViewTest, EvaluationsCompleteLaterInOrderAndAlsoAfterTheViewHasEnded) {
-  engine().setEvaluator([](std::string_view script) -> EvaluationResult {
-    if (script == "bad") return std::unexpected(WebError{.kind = WebError::Kind::scriptFailed, .description = "boom"});
-    return JsonValue::parse(script).value();
-  });
-  std::vector<std::string> log;
-  view_->evaluateJavaScript(
-      "42", [&](const EvaluationResult& result) { log.push_back(std::to_string(result->integer().value())); });
-  view_->evaluateJavaScript("bad", [&](const EvaluationResult& result) { log.push_back(result.error().description); });
-  EXPECT_TRUE(log.empty());
-  view_.reset();
-  loop().runUntilIdle();
-  EXPECT_EQ(log, (std::vector<std::string>{"42", "boom"}));
-}
 
 TEST_F(WKWebViewTest, ACaptureRequestIsAnsweredOnceAndRefusedWhenNobodyAnswers) {
   std::vector<WKPermissionDecision> answers;
@@ -78,16 +57,6 @@ TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
             (std::vector<Engine::Record>{Engine::InteractionSet{false}, Engine::ScrollSet{false},
                                          Engine::ScriptEvaluated{"1"}}));
   EXPECT_FALSE(view_->isUserInteractionEnabled() || view_->isScrollEnabled());
-}
-
-TEST_F(WKWebViewTest, DelegatesAreHeldWeakly) {
-  view_->setUIDelegate(std::make_shared<Decider>());
-  view_->setNavigationDelegate(std::weak_ptr<WKNavigationDelegate>());
-  engine().finishLoad();
-  engine().failLoad({});
-  WKPermissionDecision answer = WKPermissionDecision::grant;
-  engine().requestCapture(WKMediaCaptureType::camera, [&](WKPermissionDecision given) { answer = given; });
-  EXPECT_EQ(answer, WKPermissionDecision::prompt);
 }
 
 TEST(HeadlessBackend, RefusesToBeInstalledTwice) {
