@@ -1,9 +1,11 @@
 // Any bytes as the data of the page's answers while requests are pending: each request completes once, with its own
-// answer or with the time-out.
+// answer and a value of its own type, or with the time-out.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
+#include <iterator>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -22,6 +24,22 @@ void require(bool condition) {
   if (!condition) std::abort();
 }
 
+/// What a request was completed with, of whatever type.
+struct Outcome {
+  std::optional<AgentError> error{};
+  std::optional<bool> boolean{};
+  std::optional<std::vector<std::string>> skus{};
+  std::optional<CartQuantities> quantities{};
+};
+
+enum class Answer { nothing, boolean, skus, quantities };
+
+/// A request and what has become of it.
+struct Asked {
+  Answer answer = Answer::nothing;
+  std::vector<Outcome> outcomes;
+};
+
 class Host {
  public:
   Host() {
@@ -31,8 +49,23 @@ class Host {
   }
 
   void ask(unsigned operation) {
-    int& count = *outcomeCounts_.emplace_back(std::make_unique<int>(0));
-    const auto done = [&count](const auto&) { ++count; };
+    Asked& asked = *asked_.emplace_back(std::make_unique<Asked>());
+    const auto finish = [this, &asked](Outcome outcome) {
+      asked.outcomes.push_back(std::move(outcome));
+      newest_ = &asked;
+    };
+    const auto done = [finish](std::optional<AgentError> error) { finish({.error = std::move(error)}); };
+    const auto give = [finish](auto member) {
+      return [finish, member](auto result) {
+        Outcome outcome;
+        if (result) {
+          outcome.*member = *std::move(result);
+        } else {
+          outcome.error = std::move(result.error());
+        }
+        finish(std::move(outcome));
+      };
+    };
     switch (operation % 8) {
       case 0:
         return view_->updateProductInCart("A", 3, done);
@@ -41,15 +74,20 @@ class Host {
       case 2:
         return view_->decrementProductInCart("A", done);
       case 3:
-        return view_->isProductInCart("A", done);
+        asked.answer = Answer::boolean;
+        return view_->isProductInCart("A", give(&Outcome::boolean));
       case 4:
-        return view_->isProductInCall("A", done);
+        asked.answer = Answer::boolean;
+        return view_->isProductInCall("A", give(&Outcome::boolean));
       case 5:
-        return view_->getProductsInCart(done);
+        asked.answer = Answer::skus;
+        return view_->getProductsInCart(give(&Outcome::skus));
       case 6:
-        return view_->getProductsInCall(done);
+        asked.answer = Answer::skus;
+        return view_->getProductsInCall(give(&Outcome::skus));
       default:
-        return view_->getCartStatus(done);
+        asked.answer = Answer::quantities;
+        return view_->getCartStatus(give(&Outcome::quantities));
     }
   }
 
@@ -67,13 +105,14 @@ class Host {
         isNamed = true;
       }
     }
-    const int before = outcomeCount();
+    const std::size_t before = outcomeCount();
     // The type stands last, so that the data cannot bring another one.
     const std::string message = R"({"data":)" + data + R"(,"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CART_CALLBACK"})";
     engine()->postMessage(agentEventChannel, message);
     require(outcomeCount() <= before + (isNamed ? 1 : 0));
+    if (outcomeCount() > before) checkOutcome(JsonValue::parse(message).value());
     // The answer comes twice; what is pending by now is another request.
-    const int once = outcomeCount();
+    const std::size_t once = outcomeCount();
     engine()->postMessage(agentEventChannel, message);
     backend_->runLoop().runUntilIdle();
     engine()->postMessage(agentEventChannel, message);
@@ -83,12 +122,12 @@ class Host {
   /// Time passes until nobody waits any more.
   void end() {
     // A decrement asks twice.
-    for (std::size_t limit = 2 * outcomeCounts_.size(); limit > 0; --limit) {
+    for (std::size_t limit = 2 * asked_.size(); limit > 0; --limit) {
       backend_->runLoop().advance(RequestChannel::answerLimit);
     }
     require(backend_->runLoop().pendingTaskCount() == 0);
     require(AgentViewAccess::parts(*view_).requests->sentCallbackActions().empty());
-    for (const auto& count : outcomeCounts_) require(*count == 1);
+    for (const auto& asked : asked_) require(asked->outcomes.size() == 1);
   }
 
  private:
@@ -98,16 +137,58 @@ class Host {
     engine()->postMessage(agentEventChannel, R"({"eventType":)" + std::string(typeAndData) + "}");
   }
 
-  int outcomeCount() const {
-    int sum = 0;
-    for (const auto& count : outcomeCounts_) sum += *count;
-    return sum;
+  std::size_t outcomeCount() const {
+    std::size_t count = 0;
+    for (const auto& asked : asked_) count += asked->outcomes.size();
+    return count;
+  }
+
+  /// The outcome that came last fits the message that brought it about.
+  void checkOutcome(const JsonValue& message) const {
+    require(newest_->outcomes.size() == 1);
+    const Answer expectedAnswer = newest_->answer;
+    const Outcome& outcome = newest_->outcomes.front();
+    const JsonView data = message.find("data").value();
+    const auto error = data.find("error");
+    if (error && !error->isNull()) {
+      const auto text = error->string();
+      require(text && outcome.error == AgentError(AgentError::AgentToolError{std::string(*text)}));
+      return;
+    }
+    const bool hasNoSku = outcome.error == AgentError(AgentError::SkuNotFound{});
+    require(!outcome.error || (expectedAnswer == Answer::nothing && hasNoSku));
+    const auto result = data.find("result");
+    const auto skus = textsOf(result);
+    require(outcome.boolean == (expectedAnswer == Answer::boolean && result ? result->boolean() : std::nullopt));
+    require(outcome.skus == (expectedAnswer == Answer::skus ? skus : std::nullopt));
+    if (expectedAnswer != Answer::quantities) return require(!outcome.quantities);
+    require(outcome.quantities.has_value() == skus.has_value());
+    if (!skus) return;
+    CartQuantities expected;
+    for (const auto& sku : *skus) {
+      if (sku == "A") expected[sku] = 2;
+      if (sku == "B") expected[sku] = 1;
+    }
+    require(*outcome.quantities == expected);
+  }
+
+  static std::optional<std::vector<std::string>> textsOf(const std::optional<JsonView>& list) {
+    if (!list || !list->isArray()) return std::nullopt;
+    std::vector<std::string> texts;
+    for (const JsonView element : list->elements()) {
+      const auto text = element.string();
+      if (!text) return std::nullopt;
+      texts.emplace_back(*text);
+    }
+    return texts;
   }
 
   std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "organisation", false);
-  /// One for each request; completions refer to them.
-  std::vector<std::unique_ptr<int>> outcomeCounts_;
+  /// Completions refer to them.
+  std::vector<std::unique_ptr<Asked>> asked_;
+  /// The last one that was completed.
+  const Asked* newest_ = nullptr;
 };
 
 }  // namespace
