@@ -12,13 +12,16 @@ namespace corvane {
 /// A deployment: one of the two public ones, or an address of the shop's own.
 class Region : public SumType<Region> {
  public:
+  /// A base address of the shop's own.
   struct Custom {
     std::string url;
     bool operator==(const Custom&) const = default;
   };
+  /// The European deployment.
   struct Eu {
     bool operator==(const Eu&) const = default;
   };
+  /// The global deployment.
   struct Global {
     bool operator==(const Global&) const = default;
   };

@@ -47,15 +47,19 @@ class AgentEvent : public SumType<AgentEvent> {
   struct DidLoad {
     bool operator==(const DidLoad&) const = default;
   };
+  /// The view is about to shrink; nothing has changed yet.
   struct WillMinimize {
     bool operator==(const WillMinimize&) const = default;
   };
+  /// The view has shrunk and can be dragged.
   struct DidMinimize {
     bool operator==(const DidMinimize&) const = default;
   };
+  /// The view is about to grow back; nothing has changed yet.
   struct WillMaximize {
     bool operator==(const WillMaximize&) const = default;
   };
+  /// The view has grown back, and the page has been told.
   struct DidMaximize {
     bool operator==(const DidMaximize&) const = default;
   };
@@ -68,10 +72,12 @@ class AgentEvent : public SumType<AgentEvent> {
     ProductCartStatus data;
     bool operator==(const ProductUpdateInCart&) const = default;
   };
+  /// The call no longer shows this product.
   struct ProductRemovedFromCall {
     std::string sku;
     bool operator==(const ProductRemovedFromCall&) const = default;
   };
+  /// The cart no longer holds this product.
   struct ProductRemovedFromCart {
     std::string sku;
     bool operator==(const ProductRemovedFromCart&) const = default;

@@ -18,15 +18,19 @@ class MinimizedOrigin : public SumType<MinimizedOrigin> {
     CGPoint point;
     bool operator==(const Custom&) const = default;
   };
+  /// In the upper left corner.
   struct TopLeft {
     bool operator==(const TopLeft&) const = default;
   };
+  /// In the upper right corner.
   struct TopRight {
     bool operator==(const TopRight&) const = default;
   };
+  /// In the lower left corner.
   struct BottomLeft {
     bool operator==(const BottomLeft&) const = default;
   };
+  /// In the lower right corner.
   struct BottomRight {
     bool operator==(const BottomRight&) const = default;
   };

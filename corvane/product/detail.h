@@ -14,9 +14,11 @@ namespace corvane {
 /// `Unknown` and written as an empty object.
 class Detail : public SumType<Detail> {
  public:
+  /// A list of points.
   struct Bullets {
     std::vector<std::string> points;
   };
+  /// A running text.
   struct Paragraph {
     std::string text;
   };

@@ -10,6 +10,7 @@ namespace corvane::simulation {
 /// The actions themselves take effect all the same, except where the page never gets them.
 struct PageTrouble {
   struct None {};
+  /// Each answer comes this much later.
   struct AnswersLate {
     std::chrono::milliseconds delay;
   };
@@ -17,6 +18,7 @@ struct PageTrouble {
   struct AnswersTwice {};
   /// The answer names a request that nobody made.
   struct AnswersUnknownIdentifier {};
+  /// Each answer is an error with this text.
   struct AnswersWithError {
     /// Valid UTF-8, like everything in a page.
     std::string text;

@@ -37,9 +37,11 @@ namespace corvane::simulation {
 class CORVANE_EXPORT SimulatedAgentTool final : public std::enable_shared_from_this<SimulatedAgentTool> {
  public:
   struct Finishes {};
+  /// The load fails when some of the page was there.
   struct Fails {
     WebError error;
   };
+  /// The load fails before anything of the page was there.
   struct FailsBeforeAnythingArrived {
     WebError error;
   };

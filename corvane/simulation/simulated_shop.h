@@ -22,6 +22,7 @@ struct ActionOutcome {
   std::optional<std::string> result;
 };
 
+/// The products in a call and a cart, and what actions do to them.
 class CORVANE_EXPORT SimulatedShop {
  public:
   /// Does what an action asks for. None for actions that are not answered.

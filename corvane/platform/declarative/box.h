@@ -14,6 +14,7 @@
 
 namespace corvane {
 
+/// Where a box is, how it looks, and what a tap on it does.
 struct BoxStyle {
   /// In the container; none to fill it.
   std::optional<CGRect> frame{};

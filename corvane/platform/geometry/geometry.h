@@ -8,18 +8,21 @@ namespace corvane {
 
 using CGFloat = double;
 
+/// A place; x grows to the right and y downwards.
 struct CGPoint {
   CGFloat x = 0;
   CGFloat y = 0;
   bool operator==(const CGPoint&) const = default;
 };
 
+/// A width and a height.
 struct CGSize {
   CGFloat width = 0;
   CGFloat height = 0;
   bool operator==(const CGSize&) const = default;
 };
 
+/// A rectangle: its upper left corner and its size.
 struct CGRect {
   CGPoint origin;
   CGSize size;

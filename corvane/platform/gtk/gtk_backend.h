@@ -12,6 +12,7 @@
 
 namespace corvane::gtk {
 
+/// How the backend differs from what an app wants as a rule.
 struct BackendOptions {
   /// Gives pages made-up cameras and microphones, for tests and for demos on machines without any.
   bool usesMockCaptureDevices = false;

@@ -24,26 +24,32 @@ namespace corvane::headless {
 /// Threads:   main thread only.
 class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
  public:
+  /// A script of the configuration, taken in when the engine was made.
   struct ScriptInstalled {
     WKUserScript script;
     bool operator==(const ScriptInstalled&) const = default;
   };
+  /// A message channel of the configuration, likewise.
   struct ChannelInstalled {
     std::string name;
     bool operator==(const ChannelInstalled&) const = default;
   };
+  /// A load that was asked for.
   struct LoadRequested {
     URLRequest request;
     bool operator==(const LoadRequested&) const = default;
   };
+  /// A script that was handed over to be run.
   struct ScriptEvaluated {
     std::string script;
     bool operator==(const ScriptEvaluated&) const = default;
   };
+  /// Whether the page is to take touches.
   struct InteractionSet {
     bool isEnabled;
     bool operator==(const InteractionSet&) const = default;
   };
+  /// Whether the user is to scroll the page.
   struct ScrollSet {
     bool isEnabled;
     bool operator==(const ScrollSet&) const = default;

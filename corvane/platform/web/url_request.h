@@ -11,6 +11,7 @@ enum class URLRequestCachePolicy {
   reloadIgnoringLocalCacheData,  ///< asks the server again
 };
 
+/// An address, and how it is to be loaded.
 struct URLRequest {
   /// An address as text, normally absolute. One that the engine cannot load fails the load, not the request.
   std::string url;

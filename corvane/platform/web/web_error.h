@@ -5,6 +5,7 @@
 
 namespace corvane {
 
+/// A failed load or script: what kind of failure, and the engine's words for it.
 struct WebError {
   enum class Kind {
     cannotLoad,         ///< no connection, no such host, a broken answer, an address of no use

@@ -10,6 +10,7 @@ namespace corvane {
 
 class WKUserContentController;
 
+/// One message, and the channel on which it came.
 struct WKScriptMessage {
   /// The channel; a view that lives for the length of the delivery.
   std::string_view name;

@@ -18,6 +18,7 @@ enum class WKPermissionDecision {
   deny,
 };
 
+/// What a page wants to capture.
 struct WKMediaCaptureRequest {
   WKMediaCaptureType type = WKMediaCaptureType::cameraAndMicrophone;
   /// The address of the top page. Not every engine can tell which frame asks.
@@ -27,6 +28,7 @@ struct WKMediaCaptureRequest {
 /// Answers a request once. Further answers do nothing; a handler that is dropped unanswered refuses.
 using WKPermissionDecisionHandler = std::move_only_function<void(WKPermissionDecision)>;
 
+/// Decides what a page may do that its user would be asked about.
 class CORVANE_EXPORT WKUIDelegate {
  public:
   virtual ~WKUIDelegate();

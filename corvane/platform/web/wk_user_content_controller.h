@@ -31,6 +31,7 @@ class CORVANE_EXPORT WKUserContentController {
     bool (*accepts)(std::string_view text);
     bool operator==(const MessageFilter&) const = default;
   };
+  /// A name under which pages post, and what need not be read of it.
   struct MessageChannel {
     std::string name;
     std::optional<MessageFilter> filter{};
@@ -40,8 +41,8 @@ class CORVANE_EXPORT WKUserContentController {
   using Content = std::variant<WKUserScript, MessageChannel>;
 
   void addUserScript(WKUserScript script);
-  /// Receives what pages post to `window.webkit.messageHandlers.<name>`. A name has one handler; a second one for
-  /// the same name is a mistake of the caller and is not added.
+  /// Receives what pages post to `window.webkit.messageHandlers` under this name. A name has one handler; a second one
+  /// for the same name is a mistake of the caller and is not added.
   void addScriptMessageHandler(std::shared_ptr<WKScriptMessageHandler> handler, std::string name,
                                std::optional<MessageFilter> filter = std::nullopt);
 

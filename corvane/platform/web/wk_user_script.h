@@ -7,6 +7,7 @@ namespace corvane {
 
 enum class WKUserScriptInjectionTime { atDocumentStart, atDocumentEnd };
 
+/// A script, and where and when it runs.
 struct WKUserScript {
   std::string source;
   WKUserScriptInjectionTime injectionTime = WKUserScriptInjectionTime::atDocumentEnd;

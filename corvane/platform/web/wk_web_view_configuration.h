@@ -7,6 +7,7 @@
 
 namespace corvane {
 
+/// What a web view is made with.
 struct WKWebViewConfiguration {
   /// Videos play where they stand in the page instead of taking over the screen.
   bool allowsInlineMediaPlayback = false;
