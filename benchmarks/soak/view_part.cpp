@@ -123,7 +123,9 @@ void ViewSoak::live(int number) {
   } else if (checks_.that(host_.loadAndRun(*view_), name + " loads")) {
     lead(life);
   }
-  if (view_ != nullptr) destroy();
+  // What floats is held by others.
+  if (view_ != nullptr && life != Life::floating) destroy();
+  view_.reset();
   token_.reset();
   if (life == Life::floating) {
     checks_.that(!viewLeft.expired(), name + " floats on");
@@ -132,7 +134,8 @@ void ViewSoak::live(int number) {
       MinimizedState::shared().remove();
     } else {
       static_cast<void>(host_.addView(host_.lightPage()));
-      for (const auto& left : std::vector(host_.surface()->window()->subviews())) left->removeFromSuperview();
+      const auto& window = host_.surface()->window();
+      while (!window->subviews().empty()) window->subviews().back()->removeFromSuperview();
     }
   }
   checks_.that(host_.runUntil([&] { return viewLeft.expired(); }), name + " is gone");
