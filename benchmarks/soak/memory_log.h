@@ -20,7 +20,7 @@ struct MemoryReading {
   double webProcesses = 0;
   double network = 0;
   int webProcessCount = 0;
-  int openFiles = 0;
+  double openFiles = 0;
 };
 
 /// By how much this process may grow between the end of the warm-up and the end of a part, in MiB, by the straight line
@@ -28,6 +28,8 @@ struct MemoryReading {
 struct GrowthBounds {
   double heap = 0;
   double resident = 0;
+  /// A number of open files.
+  double openFiles = 8;
 };
 
 /// Reads at regular intervals, prints each reading, and judges the growth at the end. The first fifth is warm-up.

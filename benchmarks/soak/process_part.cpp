@@ -18,7 +18,7 @@ namespace corvane::soak {
 namespace {
 
 constexpr int allLosses = 50;
-constexpr GrowthBounds bounds{.heap = 1, .resident = 12};
+constexpr GrowthBounds bounds{.heap = 1, .resident = 6};
 
 /// When the process of the page is lost.
 enum class Moment : std::uint8_t { idle, asking, loading, count };

@@ -19,7 +19,7 @@ namespace corvane::soak {
 namespace {
 
 constexpr int allViews = 500;
-constexpr GrowthBounds bounds{.heap = 1.5, .resident = 15};
+constexpr GrowthBounds bounds{.heap = 1, .resident = 8};
 
 /// How far a view gets before it is destroyed.
 enum class Life : std::uint8_t { used, minimizedAndBack, floating, loading, asking, decrementing, inHandler, count };
