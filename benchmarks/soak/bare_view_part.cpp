@@ -19,7 +19,7 @@ using gtk::objectCast;
 
 constexpr int allViews = 500;
 // Nobody is judged here.
-constexpr GrowthBounds bounds{.heap = 1e9, .resident = 1e9};
+constexpr GrowthBounds bounds{.heap = 1'000, .resident = 1'000, .openFiles = 1'000};
 
 }  // namespace
 
@@ -39,7 +39,8 @@ void soakBareViews(SoakHost& host, const PartOptions& options, Checks& checks) {
         g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", context.get(), "network-session", session.get(), nullptr));
     objects.watch(view.get());
     gtk_window_set_child(window, objectCast<GtkWidget>(view.get()));
-    webkit_web_view_load_uri(view.get(), (random.happensInPercent(50) ? host.agentTool() : host.lightPage()).c_str());
+    webkit_web_view_load_uri(
+        view.get(), (random.happensInPercent(50) ? host.pages().agentTool() : host.pages().lightPage()).c_str());
     host.runUntil([&] { return webkit_web_view_get_estimated_load_progress(view.get()) >= 1; });
     gtk_window_set_child(window, nullptr);
     g_object_run_dispose(objectCast<GObject>(view.get()));

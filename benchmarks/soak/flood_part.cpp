@@ -35,7 +35,7 @@ class FloodSoak {
   Checks& checks_;
   RandomSource random_;
   int perSource_;
-  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.soakPage("flood.html"));
+  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.pages().soakPage("flood.html"));
   /// How many valid events of each source have come.
   std::map<std::string, std::int64_t, std::less<>> received_;
   bool isOver_ = false;

@@ -3,6 +3,7 @@
 #include <glib.h>
 #include <malloc.h>
 
+#include <array>
 #include <cstdio>
 
 #include "benchmarks/soak/processes.h"
@@ -25,7 +26,8 @@ MemoryReading readMemory(int done) {
   reading.heap = static_cast<double>(heap.uordblks + heap.hblkhd) / (1024 * 1024);
   for (const ChildProcess& child : childProcesses()) {
     const double share = mebibytesIn("/proc/" + std::to_string(child.id) + "/smaps_rollup", "Pss:");
-    (isWebProcess(child) ? reading.webProcesses : reading.network) += share;
+    if (isWebProcess(child)) reading.webProcesses += share;
+    if (isNetworkProcess(child)) reading.network += share;
     if (isWebProcess(child)) ++reading.webProcessCount;
   }
   reading.openFiles = openFileCount();
@@ -55,17 +57,22 @@ void MemoryLog::progress(int done) {
 void MemoryLog::conclude(Checks& checks) const {
   struct Judged {
     const char* name;
+    const char* unit;
     double MemoryReading::* size;
     double bound;
   };
-  std::printf("%s: growth of the app after the warm-up:", part_.c_str());
-  for (const auto& [name, size, bound] : {Judged{"heap MiB", &MemoryReading::heap, bounds_.heap},
-                                          Judged{"memory MiB", &MemoryReading::resident, bounds_.resident},
-                                          Judged{"open files", &MemoryReading::openFiles, bounds_.openFiles}}) {
-    std::printf("  %s %.2f (bound %.0f)", name, growth(size), bound);
-    checks.that(growth(size) <= bound, std::string(name) + " grow");
+  std::string line = part_ + ": growth of the app after the warm-up:";
+  const std::array all{Judged{"heap", "MiB ", &MemoryReading::heap, bounds_.heap},
+                       Judged{"memory", "MiB ", &MemoryReading::resident, bounds_.resident},
+                       Judged{"open files", "", &MemoryReading::openFiles, bounds_.openFiles}};
+  for (const auto& [name, unit, size, bound] : all) {
+    std::array<char, 100> text{};
+    std::snprintf(text.data(), text.size(), "  %s %+.2f %s(bound %.0f)", name, growth(size), unit, bound);
+    line += text.data();
   }
-  std::puts("");
+  std::puts(line.c_str());
+  for (const Judged& judged : all)
+    checks.that(growth(judged.size) <= judged.bound, std::string(judged.name) + " grows");
 }
 
 double MemoryLog::growth(double MemoryReading::* size) const {

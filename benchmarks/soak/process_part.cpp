@@ -42,7 +42,7 @@ class ProcessSoak {
   Checks& checks_;
   RandomSource random_;
   int total_;
-  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.agentTool());
+  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.pages().agentTool());
   std::vector<std::string> outcomes_;
   int errorEvents_ = 0;
   int lostPending_ = 0;

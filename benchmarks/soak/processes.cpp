@@ -35,6 +35,8 @@ std::vector<ChildProcess> childProcesses() {
 
 bool isWebProcess(const ChildProcess& child) { return child.name.starts_with("WebKitWebProc"); }
 
+bool isNetworkProcess(const ChildProcess& child) { return child.name.starts_with("WebKitNetwork"); }
+
 double mebibytesIn(const std::string& file, std::string_view line) {
   std::ifstream stream(file);
   for (std::string text; std::getline(stream, text);) {

@@ -18,6 +18,7 @@ struct ChildProcess {
 /// The children that still run.
 [[nodiscard]] std::vector<ChildProcess> childProcesses();
 [[nodiscard]] bool isWebProcess(const ChildProcess& child);
+[[nodiscard]] bool isNetworkProcess(const ChildProcess& child);
 
 /// The value of a line of one of the files below /proc, which the system gives in KiB, in MiB; 0 where there is none.
 [[nodiscard]] double mebibytesIn(const std::string& file, std::string_view line);

@@ -54,7 +54,7 @@ class RequestSoak : public std::enable_shared_from_this<RequestSoak> {
   RandomSource random_;
   int total_;
   std::vector<Product> products_;
-  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.agentTool());
+  std::shared_ptr<VelnorAgentView> view_ = host_.addView(host_.pages().agentTool());
   RequestLedger ledger_;
   PageModel model_;
   std::int64_t cartEvents_ = 0;

@@ -52,19 +52,13 @@ std::chrono::milliseconds GapMeter::longest() const {
 }
 
 std::expected<std::unique_ptr<SoakHost>, std::string> SoakHost::make() {
+  auto pages = PageServerProcess::start();
+  if (!pages) return std::unexpected(pages.error());
   auto backend = gtk::Backend::install({.isEphemeral = true});
   if (!backend) return std::unexpected(backend.error());
   std::unique_ptr<SoakHost> host(new SoakHost);
+  host->pages_ = *std::move(pages);
   host->backend_ = *std::move(backend);
-  const std::pair<std::unique_ptr<demo::LocalPageServer> SoakHost::*, const char*> servers[] = {
-      {&SoakHost::agentTool_, CORVANE_SOAK_AGENT_TOOL},
-      {&SoakHost::lightPages_, CORVANE_BENCHMARK_PAGES},
-      {&SoakHost::soakPages_, CORVANE_SOAK_PAGES}};
-  for (const auto& [server, folder] : servers) {
-    auto started = demo::LocalPageServer::start(folder);
-    if (!started) return std::unexpected(started.error());
-    (*host).*server = *std::move(started);
-  }
   host->surface_ = gtk::Surface::create();
   host->window_ = gtk_window_new();
   auto* const window = objectCast<GtkWindow>(host->window_);

@@ -8,11 +8,11 @@
 #include <string>
 #include <string_view>
 
+#include "benchmarks/soak/page_server_process.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/foundation/json_value.h"
 #include "corvane/platform/gtk/gtk_backend.h"
 #include "corvane/platform/gtk/gtk_surface.h"
-#include "demo/local_page_server.h"
 
 // The engine's own declaration, so that including this header does not pull the engine in.
 struct _WebKitWebView;
@@ -54,11 +54,7 @@ class SoakHost {
   SoakHost& operator=(const SoakHost&) = delete;
   ~SoakHost();
 
-  /// The stand-in agent tool of the demo.
-  [[nodiscard]] std::string agentTool() const { return agentTool_->address("index.html"); }
-  /// A page that answers every request at once and does nothing else.
-  [[nodiscard]] std::string lightPage() const { return lightPages_->address("answers_at_once.html"); }
-  [[nodiscard]] std::string soakPage(std::string_view file) const { return soakPages_->address(file); }
+  [[nodiscard]] const PageServerProcess& pages() const { return *pages_; }
 
   /// A view in the window, which has not loaded anything.
   [[nodiscard]] std::shared_ptr<VelnorAgentView> addView(const std::string& address) const;
@@ -84,10 +80,8 @@ class SoakHost {
  private:
   SoakHost() = default;
 
+  std::unique_ptr<PageServerProcess> pages_;
   std::unique_ptr<gtk::Backend> backend_;
-  std::unique_ptr<demo::LocalPageServer> agentTool_;
-  std::unique_ptr<demo::LocalPageServer> lightPages_;
-  std::unique_ptr<demo::LocalPageServer> soakPages_;
   std::shared_ptr<gtk::Surface> surface_;
   GtkWidget* window_ = nullptr;
   GapMeter gaps_;

@@ -111,7 +111,7 @@ void ViewSoak::live(int number) {
   const std::string name = "view " + std::to_string(number) + ", life " + std::to_string(static_cast<int>(life));
   token_ = std::make_shared<int>(number);
   const std::weak_ptr<int> tokenLeft = token_;
-  view_ = host_.addView(random_.happensInPercent(50) ? host_.agentTool() : host_.lightPage());
+  view_ = host_.addView(random_.happensInPercent(50) ? host_.pages().agentTool() : host_.pages().lightPage());
   view_->setEventHandler([token = token_](const AgentEvent&) {});
   const std::weak_ptr<VelnorAgentView> viewLeft = view_;
   EngineObjects objects;
@@ -133,7 +133,7 @@ void ViewSoak::live(int number) {
     if (random_.happensInPercent(50)) {
       MinimizedState::shared().remove();
     } else {
-      static_cast<void>(host_.addView(host_.lightPage()));
+      static_cast<void>(host_.addView(host_.pages().lightPage()));
       const auto& window = host_.surface()->window();
       while (!window->subviews().empty()) window->subviews().back()->removeFromSuperview();
     }
