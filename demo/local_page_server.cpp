@@ -101,6 +101,8 @@ void LocalPageServer::Service::answer(SoupServer*, SoupServerMessage* message, c
   soup_message_headers_replace(headers, "X-Content-Type-Options", "nosniff");
   // Whoever works on the pages wants to see what they say now.
   soup_message_headers_replace(headers, "Cache-Control", "no-cache");
+  // Versions of the server before 3.3 never notice that an idle connection has been closed by the other side.
+  soup_message_headers_replace(headers, "Connection", "close");
   soup_server_message_set_status(message, SOUP_STATUS_OK, nullptr);
   soup_server_message_set_response(message, contentTypeOf(*file), SOUP_MEMORY_TAKE, contents, length);
 }
