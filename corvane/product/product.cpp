@@ -30,12 +30,4 @@ void Product::setVariations(std::vector<Variation> variations) {
   ProductChecks::linkProductOptions(fields_.variations);
 }
 
-bool Product::operator==(const Product& other) const {
-  const ProductFields& a = fields_;
-  const ProductFields& b = other.fields_;
-  return a.attributes == b.attributes && a.brandName == b.brandName && a.currency == b.currency &&
-         a.description == b.description && a.defaultVariationIndex == b.defaultVariationIndex && a.locale == b.locale &&
-         a.name == b.name && a.sku == b.sku && a.url == b.url && a.variations == b.variations;
-}
-
 }  // namespace corvane

@@ -25,6 +25,8 @@ struct ProductFields {
   std::optional<std::string> sku{};
   std::optional<std::string> url{};
   std::vector<Variation> variations{};
+
+  bool operator==(const ProductFields&) const = default;
 };
 
 /// A product with the attributes along which it varies and its variations.
@@ -62,7 +64,7 @@ class CORVANE_EXPORT Product {
   /// define with the new variations in place, but not linked to each other.
   void setVariations(std::vector<Variation> variations);
 
-  bool operator==(const Product& other) const;
+  bool operator==(const Product&) const = default;
 
  private:
   friend struct JsonCoding<Product>;

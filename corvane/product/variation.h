@@ -27,6 +27,8 @@ struct VariationFields {
   std::string sku{};
   std::optional<std::string> subtitle{};
   std::optional<std::string> url{};
+
+  bool operator==(const VariationFields&) const = default;
 };
 
 /// An article with its own SKU. Nothing is checked before it becomes part of a product. `encodeJson` and `decodeJson`
@@ -57,13 +59,7 @@ class Variation {
   /// The article's page in the shop.
   [[nodiscard]] const std::optional<std::string>& url() const { return fields_.url; }
 
-  friend bool operator==(const Variation& left, const Variation& right) {
-    const VariationFields& a = left.fields_;
-    const VariationFields& b = right.fields_;
-    return a.attributes == b.attributes && a.comparableAttributes == b.comparableAttributes && a.details == b.details &&
-           a.imageUrls == b.imageUrls && a.inStock == b.inStock && a.name == b.name && a.price == b.price &&
-           a.rating == b.rating && a.sku == b.sku && a.subtitle == b.subtitle && a.url == b.url;
-  }
+  bool operator==(const Variation&) const = default;
 
  private:
   friend class ProductChecks;

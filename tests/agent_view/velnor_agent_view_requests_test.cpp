@@ -90,6 +90,9 @@ TEST_F(AgentViewRequests, DecrementingPassesEveryFailureOn) {
   page_->postCallStatus(CallSessionStatus::reconnecting);
   loop().advance(20s);
   EXPECT_EQ(takeLog(), Log{"error noActiveCall"}) << "the update is refused";
+  const std::size_t actions = page_->receivedActions().size();
+  EXPECT_EQ(decrement(), Log{"error noActiveCall"});
+  EXPECT_EQ(page_->receivedActions().size(), actions) << "the page is not asked";
 }
 
 TEST_F(AgentViewRequests, ADecrementKeepsItsViewUntilItIsDone) {

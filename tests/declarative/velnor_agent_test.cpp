@@ -23,7 +23,9 @@ TEST_F(VelnorAgentTest, MakesAViewAsItIsConfiguredAndLoadsTheBooking) {
   value.setMinimizedSize(CGSize{10, 100});
   value.setMinimizedSuperview(container);
   value.setEventHandler(noteAs("own"));
-  EXPECT_EQ(value.minimizedSize(), (CGSize{10, 100}));
+  EXPECT_TRUE(value.eventHandler());
+  EXPECT_EQ(settingsOf(value),
+            std::tuple(true, MinimizedOrigin::bottomRight(), std::optional(CGSize{10, 100}), container));
   EXPECT_FALSE(context().agent()->tapToMaximize()) << "the context has the value as it was made";
 
   host_->show(value);

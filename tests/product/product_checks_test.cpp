@@ -99,6 +99,31 @@ TEST(Product, ReplacedVariationsStayWhereTheyContradictTheAttributes) {
   EXPECT_EQ(skus(shirt, 0, 0), (Texts{"one", "red-M"}));
 }
 
+TEST(Product, WhateverIsSetIsWrittenAndCompared) {
+  const Product shirt(shirtFields());
+  const Variation& article = shirt.variations().front();
+  const auto expectChange = [](auto changed, const auto& before, auto&& set) {
+    EXPECT_EQ(changed, before);
+    set(changed);
+    EXPECT_NE(changed, before);
+    EXPECT_NE(written(changed), written(before));
+  };
+  expectChange(shirt, shirt, [](Product& product) { product.setBrandName("b"); });
+  expectChange(shirt, shirt, [](Product& product) { product.setDefaultVariationIndex(2); });
+  expectChange(shirt, shirt, [](Product& product) { product.setName("n"); });
+  expectChange(shirt, shirt, [](Product& product) { product.setSku("s"); });
+  expectChange(shirt, shirt, [](Product& product) { product.setUrl("u"); });
+  expectChange(article, article, [](Variation& variation) { variation.setComparableAttributes({{{"c", "n", "o"}}}); });
+  expectChange(article, article, [](Variation& variation) { variation.setDetails({{Detail::paragraph("p")}}); });
+  expectChange(article, article, [](Variation& variation) { variation.setRating(Rating(1, 2, 3)); });
+  expectChange(article, article, [](Variation& variation) { variation.setSubtitle("s"); });
+  expectChange(article.price(), article.price(), [](Price& price) { price.setOriginal(20.0F); });
+  EXPECT_NE(article, plainVariation("red-S", {{"color", "red"}, {"size", "S"}})) << "its options are not shared";
+  EXPECT_NE(VariationAttribute("a", "b"), VariationAttribute("a", "c"));
+  EXPECT_NE(VariationAttribute("a", "b"), VariationAttribute("c", "b"));
+  EXPECT_NE(Detail::paragraph("p"), Detail::bullets({}));
+}
+
 TEST(Product, DefinitionsAreSignificantUnlessTheJsonDecides) {
   struct Row {
     std::string_view read;
