@@ -1,0 +1,366 @@
+#!/usr/bin/env python3
+"""Breaks the library in many small ways, and counts how many of them the tests notice.
+
+Works on a copy of the sources. Most mutants are compiled at once, as changed copies of the functions that they are in,
+and the environment chooses one when the tests run. What must be known to the compiler is built one by one.
+"""
+
+import argparse
+import collections
+import concurrent.futures
+import os
+import random
+import re
+import resource
+import shutil
+import signal
+import subprocess
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).parent))
+from cpp_source import Source, read_source  # noqa: E402
+from operators import find_mutants  # noqa: E402
+from weaving import SWITCH, SWITCH_HEADER, weave  # noqa: E402
+
+ROOT = Path(__file__).resolve().parents[2]
+WORK = ROOT / "build" / "mutate"
+TREE = WORK / "tree"
+BUILD = WORK / "build"
+FOLDERS = ["bridge", "product", "agent_view", "minimized", "declarative"]
+GOAL = 90
+MEMORY_LIMIT = 4 << 30
+# How many files may be compiled for the mutants that the compiler must know.
+COMPILE_BUDGET = 150
+
+CAUGHT, CAUGHT_BY_COMPILER, SURVIVED, NO_MUTANT, NOT_TRIED = "caught", "refused", "survived", "none", "not tried"
+
+
+def say(text):
+    print(f"mutate: {text}", flush=True)
+
+
+class Checkout:
+    """The copy of the sources, and its build."""
+
+    def __init__(self, jobs):
+        self.jobs = jobs
+        self.sources = {}
+        self.mutants = []
+        TREE.mkdir(parents=True, exist_ok=True)
+        self.copy_files()
+
+    def copy_files(self):
+        listed = subprocess.run(["git", "ls-files", "--cached", "--others", "--exclude-standard"], cwd=ROOT, check=True,
+                                capture_output=True, text=True).stdout.split("\n")
+        files = {name for name in listed if name and (ROOT / name).is_file() and not name.startswith("docs/images/")}
+        for path in TREE.rglob("*"):
+            if path.is_file() and str(path.relative_to(TREE)) not in files | {SWITCH_HEADER}:
+                path.unlink()
+        for name in files:
+            if name.startswith(tuple(f"corvane/{folder}/" for folder in FOLDERS)) and name.endswith((".cpp", ".h")):
+                self.sources[name] = read_source((ROOT / name).read_text())
+            else:
+                self.write(name, (ROOT / name).read_bytes())
+                shutil.copymode(ROOT / name, TREE / name)
+        self.write(SWITCH_HEADER, SWITCH.encode())
+
+    def write(self, name, content):
+        path = TREE / name
+        if path.exists() and path.read_bytes() == content:
+            return
+        path.parent.mkdir(parents=True, exist_ok=True)
+        path.write_bytes(content)
+
+    def weave(self, edit=None):
+        """Writes the sources with their mutants; gives the places of the mutants by file."""
+        by_path = collections.defaultdict(list)
+        for mutant in self.mutants:
+            by_path[mutant.path].append(mutant)
+        places = {}
+        for name, source in self.sources.items():
+            is_edited = edit is not None and edit.path == name
+            if by_path[name] or is_edited:
+                text, places[name] = weave(source, by_path[name], edit if is_edited else None)
+            else:
+                text = source.text
+            self.write(name, text.encode())
+        return places
+
+    def configure(self):
+        if (BUILD / "build.ninja").exists():
+            return
+        options = ["-DCMAKE_BUILD_TYPE=Mutate", "-DCMAKE_CXX_COMPILER=clang++-19",
+                   f"-DCMAKE_CXX_FLAGS=-O0 -w -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -I{TREE}",
+                   "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld-19", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld-19",
+                   "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
+                   "-DCORVANE_GTK=OFF"]
+        if shutil.which("ccache"):
+            options.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
+        subprocess.run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, *options], check=True, stdout=subprocess.DEVNULL)
+
+    def build(self, *targets, keep_going=False):
+        """Gives what the build says, and whether it went well."""
+        command = ["ninja", "-C", BUILD, f"-j{self.jobs}", *(["-k0"] if keep_going else []), *targets]
+        done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True, errors="replace")
+        return done.returncode == 0, done.stdout
+
+
+DIAGNOSTIC = re.compile(r"^(?P<path>[^\s:][^:\n]*):(?P<line>\d+):\d+: (?P<kind>fatal error|error|note): (?P<text>.*)$", re.M)
+
+
+def build_woven(checkout):
+    """Takes out what does not compile until the rest does. Gives the mutants that have to be built one by one."""
+    alone = []
+    while True:
+        places = checkout.weave()
+        # The units that fail fail soon; only when none of the library's does are the tests worth their time.
+        succeeded, output = checkout.build("corvane_objects", keep_going=True)
+        if succeeded:
+            succeeded, output = checkout.build(keep_going=True)
+        if succeeded:
+            return alone
+        refused = refused_mutants(places, output)
+        if not refused:
+            (WORK / "build.log").write_text(output)
+            sys.exit(f"mutate: the build fails; see {WORK / 'build.log'}")
+        say(f"{len(refused)} do not compile together with the others")
+        for mutant, message in refused.items():
+            if mutant_needs_compiler(checkout, mutant, message):
+                alone.append(mutant)
+        checkout.mutants = [mutant for mutant in checkout.mutants if mutant not in refused]
+
+
+def refused_mutants(places, output):
+    refused = {}
+    error = ""
+    is_placed = True
+    for match in DIAGNOSTIC.finditer(output):
+        if match["kind"] != "note":
+            error, is_placed = match["text"], False
+        elif is_placed:
+            continue
+        path = Path(match["path"])
+        path = path if path.is_absolute() else BUILD / path
+        name = os.path.relpath(path, TREE)
+        for place in places.get(name, []):
+            if place.first <= int(match["line"]) <= place.last:
+                is_placed = True
+                for mutant in place.mutants:
+                    refused[mutant] = error
+    return refused
+
+
+def mutant_needs_compiler(checkout, mutant, message):
+    """Whether a mutant may compile when it is not one of several."""
+    return mutant.is_expression or "deduced" in message or "static assertion" in message
+
+
+class Tests:
+    """The tests that need no screen, the quickest first."""
+
+    def __init__(self):
+        quick = ["--gtest_brief=1", "--gtest_fail_fast"]
+        self.commands = [
+            [BUILD / "tests" / "corvane_unit_tests", *quick],
+            [BUILD / "tests" / "corvane_contract_tests", *quick],
+            ["ctest", "--test-dir", BUILD, "-R", "^(Examples|Demo|Tools)\\.", "-E", "_shows_", "--stop-on-failure"],
+        ]
+        self.limits = [600] * len(self.commands)
+
+    def measure(self):
+        """The tests must pass without a mutant; how long they take bounds how long they may."""
+        for index, command in enumerate(self.commands):
+            began = time.monotonic()
+            if not self.passes(index, 0):
+                sys.exit(f"mutate: without any mutant this fails: {' '.join(map(str, command))}")
+            seconds = time.monotonic() - began
+            say(f"{Path(command[0]).name} takes {seconds:.1f} s")
+            self.limits[index] = 10 + 5 * seconds
+
+    def passes(self, index, number):
+        environment = {**os.environ, "CORVANE_MUTANT": str(number)}
+        for name in ("DISPLAY", "WAYLAND_DISPLAY"):
+            environment.pop(name, None)
+        process = subprocess.Popen(self.commands[index], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
+                                   env=environment, start_new_session=True, cwd=WORK, preexec_fn=limit_resources)
+        try:
+            return process.wait(timeout=self.limits[index]) == 0
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, signal.SIGKILL)
+            process.wait()
+            return False
+
+    def outcome(self, number):
+        return SURVIVED if all(self.passes(index, number) for index in range(len(self.commands))) else CAUGHT
+
+
+def limit_resources():
+    resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+
+class Dependents:
+    """How many files are compiled again when one changes."""
+
+    def __init__(self):
+        output = subprocess.run(["ninja", "-C", BUILD, "-t", "deps"], check=True, capture_output=True, text=True).stdout
+        self.counts = collections.Counter()
+        for line in output.split("\n"):
+            if line.startswith("    "):
+                self.counts[os.path.relpath(os.path.join(BUILD, line.strip()), TREE)] += 1
+
+    def of(self, mutant):
+        return max(1, self.counts[mutant.path])
+
+
+def try_alone(checkout, tests, mutants):
+    """Builds each of these by itself."""
+    outcomes = {}
+    dependents = Dependents()
+    budget = COMPILE_BUDGET
+    for mutant in sorted(mutants, key=dependents.of):
+        if dependents.of(mutant) > budget:
+            outcomes[mutant] = NOT_TRIED
+            continue
+        checkout.weave(mutant)
+        succeeded, output = checkout.build("corvane_objects")
+        if succeeded:
+            budget -= dependents.of(mutant)
+            succeeded, output = checkout.build()
+        if succeeded:
+            outcomes[mutant] = tests.outcome(0)
+        else:
+            is_ours = any("static assertion failed" in match["text"] for match in DIAGNOSTIC.finditer(output))
+            outcomes[mutant] = CAUGHT_BY_COMPILER if is_ours else NO_MUTANT
+    checkout.weave()
+    return outcomes
+
+
+def choose(pool, sources, number, seed):
+    """A part of the mutants, spread over the folders by their sizes."""
+    generator = random.Random(seed)
+    sizes = collections.Counter()
+    for name, source in sources.items():
+        sizes[folder_of(name)] += len(source.tokens)
+    chosen = []
+    for folder in FOLDERS:
+        candidates = [mutant for mutant in pool if folder_of(mutant.path) == folder]
+        share = round(number * sizes[folder] / sum(sizes.values()))
+        chosen += generator.sample(candidates, min(share, len(candidates)))
+    return chosen
+
+
+def folder_of(path):
+    return path.split("/")[1]
+
+
+class Equivalents:
+    """Mutants that make no difference: one a line, as they are listed, or a function, with the reason behind a bar."""
+
+    def __init__(self):
+        self.known = set()
+        for line in (Path(__file__).parent / "equivalent.txt").read_text().split("\n"):
+            if line.strip():
+                self.known.add(line.split(" | ")[0].strip())
+
+    def hold(self, mutant):
+        change = f"{mutant.path}: {mutant.before} => {mutant.after}"
+        return change in self.known or (mutant.function is not None and
+                                        f"{mutant.path}: {mutant.function.name}()" in self.known)
+
+
+def find_all(checkout):
+    vocabulary = Source("")
+    for path in sorted((ROOT / "corvane").rglob("*.h")):
+        source = read_source(path.read_text())
+        for name, names in source.enumerations.items():
+            vocabulary.enumerations.setdefault(name, []).append(names)
+        vocabulary.alternatives.update(source.alternatives)
+    pool = []
+    for name in sorted(checkout.sources):
+        pool += find_mutants(name, checkout.sources[name], vocabulary)
+    return pool
+
+
+def run(arguments):
+    began = time.monotonic()
+    checkout = Checkout(arguments.jobs)
+    pool = find_all(checkout)
+    equivalents = Equivalents()
+    different = [mutant for mutant in pool if not equivalents.hold(mutant)]
+    say(f"{len(pool)} mutants, {len(pool) - len(different)} of them known to make no difference")
+    if arguments.list:
+        print("\n".join(map(str, different)))
+        return 0
+    # All are built, whichever are tried: the compiler's cache then has the build for the next choice as well.
+    for number, mutant in enumerate(pool, 1):
+        mutant.number = number
+    checkout.mutants = list(pool)
+    checkout.weave()
+    checkout.configure()
+    alone = build_woven(checkout)
+    tried = different
+    if arguments.only:
+        tried = [mutant for mutant in tried if re.search(arguments.only, str(mutant))]
+    if arguments.number != "all":
+        buildable = set(checkout.mutants) | set(alone)
+        tried = choose([mutant for mutant in tried if mutant in buildable], checkout.sources, int(arguments.number),
+                       arguments.seed)
+    together = [mutant for mutant in checkout.mutants if mutant in set(tried)]
+    alone = [mutant for mutant in alone if mutant in set(tried)]
+    built = time.monotonic()
+    say(f"built in {built - began:.0f} s; of those to try {len(together)} are in it, {len(alone)} are built one by one")
+    tests = Tests()
+    tests.measure()
+
+    outcomes = {}
+    with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as workers:
+        numbers = [mutant.number for mutant in together]
+        for mutant, outcome in zip(together, workers.map(tests.outcome, numbers)):
+            outcomes[mutant] = outcome
+            if outcome == SURVIVED:
+                print(mutant, flush=True)
+    say(f"tests run in {time.monotonic() - built:.0f} s")
+    for mutant, outcome in try_alone(checkout, tests, alone).items():
+        outcomes[mutant] = outcome
+        if outcome == SURVIVED:
+            print(mutant, flush=True)
+    return report(outcomes, time.monotonic() - began)
+
+
+def report(outcomes, seconds):
+    def row(name, counted):
+        counts = collections.Counter(counted)
+        caught = counts[CAUGHT] + counts[CAUGHT_BY_COMPILER]
+        total = caught + counts[SURVIVED]
+        share = 100 * caught / total if total else 100
+        print(f"{name:12} {total:6} {counts[CAUGHT]:7} {counts[CAUGHT_BY_COMPILER]:8} {counts[SURVIVED]:9} {share:6.1f} %")
+        return share
+
+    print("\nsurvivors:")
+    survivors = [str(mutant) for mutant, outcome in outcomes.items() if outcome == SURVIVED]
+    print("\n".join(survivors) if survivors else "none")
+    (WORK / "survivors.txt").write_text("\n".join(survivors) + "\n")
+    print(f"\n{'':12} {'tried':>6} {'caught':>7} {'refused':>8} {'survived':>9}")
+    for folder in FOLDERS:
+        row(folder, [outcome for mutant, outcome in outcomes.items() if folder_of(mutant.path) == folder])
+    share = row("all", outcomes.values())
+    counts = collections.Counter(outcomes.values())
+    print(f"\n{counts[NO_MUTANT]} more do not compile, {counts[NOT_TRIED]} would take too long to build. {seconds:.0f} s")
+    return 0 if share >= GOAL else 1
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__)
+    parser.add_argument("number", nargs="?", default="300", help="how many mutants, or all")
+    parser.add_argument("seed", nargs="?", type=int, default=1, help="chooses which")
+    parser.add_argument("--jobs", type=int, default=os.cpu_count())
+    parser.add_argument("--only", help="only mutants whose line in the list matches this expression")
+    parser.add_argument("--list", action="store_true", help="lists the mutants and tries none")
+    sys.exit(run(parser.parse_args()))
+
+
+if __name__ == "__main__":
+    main()
