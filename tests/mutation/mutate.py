@@ -41,6 +41,14 @@ def say(text):
     print(f"mutate: {text}", flush=True)
 
 
+# The standard library's headers and the test framework's take most of the time that a small file needs.
+PRECOMPILED = {
+    "corvane_objects": ["algorithm", "chrono", "functional", "memory", "optional", "ranges", "string", "variant"],
+    "corvane_unit_tests": ["gmock/gmock.h", "gtest/gtest.h", "algorithm", "chrono", "functional", "ranges", "variant"],
+}
+PRECOMPILED["corvane_contract_platforms"] = PRECOMPILED["corvane_contract_tests"] = PRECOMPILED["corvane_unit_tests"]
+
+
 class Checkout:
     """The copy of the sources, and its build."""
 
@@ -89,16 +97,31 @@ class Checkout:
         return places
 
     def configure(self):
+        os.environ["CCACHE_SLOPPINESS"] = "pch_defines,time_macros,include_file_mtime,include_file_ctime"
         if (BUILD / "build.ninja").exists():
             return
         options = ["-DCMAKE_BUILD_TYPE=Mutate", "-DCMAKE_CXX_COMPILER=clang++-19",
-                   f"-DCMAKE_CXX_FLAGS=-O0 -w -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -I{TREE}",
+                   f"-DCMAKE_CXX_FLAGS=-O0 -w -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -Xclang -fno-pch-timestamp -I{TREE}",
                    "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld-19", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld-19",
                    "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
                    "-DCORVANE_GTK=OFF"]
+        hook = WORK / "precompiled.cmake"
+        hook.write_text("".join(
+            f"cmake_language(DEFER CALL target_precompile_headers {target} PRIVATE {' '.join(f'<{name}>' for name in names)})\n"
+            for target, names in PRECOMPILED.items()))
+        options.append(f"-DCMAKE_PROJECT_corvane_INCLUDE={hook}")
         if shutil.which("ccache"):
             options.append("-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
         subprocess.run(["cmake", "-G", "Ninja", "-S", TREE, "-B", BUILD, *options], check=True, stdout=subprocess.DEVNULL)
+
+    def check_headers(self):
+        """Compiles the headers by themselves, which does not take long."""
+        unit = WORK / "headers.cpp"
+        unit.write_text("".join(f'#include "{name}"\n' for name in sorted(self.sources) if name.endswith(".h")))
+        done = subprocess.run(["clang++-19", "-std=c++23", "-fsyntax-only", "-w", "-ferror-limit=0",
+                               "-fno-caret-diagnostics", f"-I{TREE}", f"-I{BUILD}/corvane/build_settings", unit],
+                              stderr=subprocess.PIPE, text=True)
+        return done.returncode == 0, done.stderr
 
     def build(self, *targets, keep_going=False):
         """Gives what the build says, and whether it went well."""
@@ -112,20 +135,27 @@ DIAGNOSTIC = re.compile(r"^(?P<path>[^\s:][^:\n]*):(?P<line>\d+):\d+: (?P<kind>f
 
 def build_woven(checkout):
     """Takes out what does not compile until the rest does. Gives the mutants that have to be built one by one."""
-    alone = []
+    alone = [mutant for mutant in checkout.mutants if mutant.is_alone]
+    checkout.mutants = [mutant for mutant in checkout.mutants if not mutant.is_alone]
+    stages = [checkout.check_headers, lambda: checkout.build("corvane_objects", keep_going=True),
+              lambda: checkout.build(keep_going=True)]
     while True:
         places = checkout.weave()
-        # The units that fail fail soon; only when none of the library's does are the tests worth their time.
-        succeeded, output = checkout.build("corvane_objects", keep_going=True)
-        if succeeded:
-            succeeded, output = checkout.build(keep_going=True)
-        if succeeded:
+        # The later stages are not worth their time while an earlier one fails.
+        while stages:
+            succeeded, output = stages[0]()
+            if not succeeded:
+                break
+            stages.pop(0)
+        if not stages:
             return alone
         refused = refused_mutants(places, output)
         if not refused:
             (WORK / "build.log").write_text(output)
             sys.exit(f"mutate: the build fails; see {WORK / 'build.log'}")
         say(f"{len(refused)} do not compile together with the others")
+        with (WORK / "refused.txt").open("a") as log:
+            log.writelines(f"{mutant}: {message}\n" for mutant, message in refused.items())
         for mutant, message in refused.items():
             if mutant_needs_compiler(checkout, mutant, message):
                 alone.append(mutant)
@@ -133,22 +163,22 @@ def build_woven(checkout):
 
 
 def refused_mutants(places, output):
-    refused = {}
-    error = ""
-    is_placed = True
+    """The mutants that the errors speak of, with the errors."""
+    errors = []
     for match in DIAGNOSTIC.finditer(output):
         if match["kind"] != "note":
-            error, is_placed = match["text"], False
-        elif is_placed:
-            continue
+            errors.append((match["text"], []))
         path = Path(match["path"])
-        path = path if path.is_absolute() else BUILD / path
-        name = os.path.relpath(path, TREE)
-        for place in places.get(name, []):
-            if place.first <= int(match["line"]) <= place.last:
-                is_placed = True
-                for mutant in place.mutants:
-                    refused[mutant] = error
+        name = os.path.relpath(path if path.is_absolute() else BUILD / path, TREE)
+        line = int(match["line"])
+        errors[-1][1].append([place for place in places.get(name, []) if place.first <= line <= place.last])
+    refused = {}
+    for message, lines in errors:
+        found = [place for line in lines for place in line]
+        # Where a constant is no constant any more, its uses are not to blame.
+        constants = [place for place in found if place.mutants[0].is_expression]
+        for place in constants or next(filter(None, lines), []):
+            refused.update((mutant, message) for mutant in place.mutants)
     return refused
 
 

@@ -18,12 +18,12 @@ SWAPPED_WORDS = {
     "true": "false", "false": "true", "min": "max", "max": "min", "fmin": "fmax", "fmax": "fmin",
     "front": "back", "back": "front", "any_of": "all_of", "all_of": "any_of", "first": "second", "second": "first",
     "x": "y", "y": "x", "width": "height", "height": "width", "minX": "maxX", "maxX": "minX", "minY": "maxY",
-    "maxY": "minY", "midX": "midY", "midY": "midX", "push_back": "push_front", "required": "lenient",
-    "lenient": "optional", "optional": "lenient", "end": "begin",
+    "maxY": "minY", "midX": "midY", "midY": "midX", "push_back": "push_front", "lenient": "optional", "optional": "lenient",
+    "end": "begin",
 }
 
 # How a record's member is read.
-FIELDS = {"required", "lenient", "optional"}
+FIELDS = {"lenient", "optional"}
 
 # These begin a statement that is no expression.
 KEYWORDS = {
@@ -45,6 +45,8 @@ class Mutant:
     function: Function | None
     # Inside of functions a mutant is a changed copy of the function; outside, the changed expression itself.
     is_expression: bool = False
+    # It changes a type, so that it cannot be chosen when the tests run.
+    is_alone: bool = False
     number: int = 0
     # Where the declaration around an expression begins and ends.
     declaration: tuple = (0, 0)
@@ -106,8 +108,8 @@ class _Finder:
             path=self.path, start=start, end=end, replacement=replacement, line=self.source.line_of(start),
             before=" ".join(text[line_start:line_end].split()),
             after=" ".join((text[line_start:start] + replacement + text[end:line_end]).split()),
-            function=function, is_expression=function is None,
-            declaration=(self.tokens[declaration.begin].start, self.tokens[declaration.end].end) if declaration else (0, 0)))
+            function=function, is_expression=function is None, is_alone=text[start:end] in FIELDS,
+            declaration=(self.tokens[declaration.begin].start, self.tokens[declaration.end - 1].end) if declaration else (0, 0)))
 
     def visit_token(self, index, function, declaration=None):
         token = self.tokens[index]
@@ -133,7 +135,8 @@ class _Finder:
                 return [""]
             if token.text == "?":
                 return ["&& false ?", "|| true ?"]
-            if token.is_spaced or token.text in UNSPACED_MARKS:
+            is_text = token.text in ("+", "+=") and "string" in (self.tokens[index - 1].kind, self.tokens[index + 1].kind)
+            if (token.is_spaced or token.text in UNSPACED_MARKS) and not is_text:
                 return SWAPPED_MARKS.get(token.text, [])
         if token.text in SWAPPED_WORDS and self.is_used(index):
             return [SWAPPED_WORDS[token.text]]

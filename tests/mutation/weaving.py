@@ -50,7 +50,8 @@ def weave(source, mutants, edit=None):
             parts.append((f"case {mutant.number}:\n", []))
             parts.append((_changed(text, start, end, mutant) + "\n", [mutant]))
             parts.append(("break;\n", []))
-        parts.append((f"default:\n{plain}\n}}}}", []))
+        # What is wrong here is so because of some of them.
+        parts.append((f"default:\n{plain}\n}}}}", inside))
         changes.append((start, end, parts))
     for (start, end), inside in declarations.items():
         changes.append((start, end, [(_declaration(text, start, end, inside, edit), inside)]))
