@@ -8,13 +8,10 @@ and the environment chooses one when the tests run. What must be known to the co
 import argparse
 import collections
 import concurrent.futures
-import json
 import os
 import random
 import re
-import resource
 import shutil
-import signal
 import subprocess
 import sys
 import time
@@ -23,6 +20,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).parent))
 from cpp_source import Source, read_source  # noqa: E402
 from operators import find_mutants  # noqa: E402
+from test_runs import TestRuns  # noqa: E402
 from weaving import SWITCH, SWITCH_HEADER, weave  # noqa: E402
 
 ROOT = Path(__file__).resolve().parents[2]
@@ -31,9 +29,6 @@ TREE = WORK / "tree"
 BUILD = WORK / "build"
 FOLDERS = ["bridge", "product", "agent_view", "minimized", "declarative"]
 GOAL = 90
-MEMORY_LIMIT = 4 << 30
-# The seconds from which on a suite of tests comes last.
-SLOW = 0.2
 # How many files may be compiled for the mutants that the compiler must know.
 COMPILE_BUDGET = 60
 # The compiler cannot check a table whose texts change when the tests run.
@@ -106,7 +101,7 @@ class Checkout:
         if (BUILD / "build.ninja").exists():
             return
         options = ["-DCMAKE_BUILD_TYPE=Mutate", "-DCMAKE_CXX_COMPILER=clang++-19",
-                   f"-DCMAKE_CXX_FLAGS=-O0 -w -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -Xclang -fno-pch-timestamp -I{TREE}",
+                   f"-DCMAKE_CXX_FLAGS=-O0 -w -D_GLIBCXX_ASSERTIONS -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -Xclang -fno-pch-timestamp -I{TREE}",
                    "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld-19", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld-19",
                    "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
                    "-DCORVANE_GTK=OFF"]
@@ -192,59 +187,6 @@ def mutant_needs_compiler(checkout, mutant, message):
     return mutant.is_expression or "deduced" in message or "static assertion" in message
 
 
-class Tests:
-    """The tests that need no screen, the quickest first."""
-
-    def __init__(self):
-        unit = BUILD / "tests" / "corvane_unit_tests"
-        slow = ":".join(f"{name}.*" for name in self.slow_suites(unit))
-        quick = ["--gtest_brief=1", "--gtest_fail_fast"]
-        self.commands = [
-            [unit, *quick, f"--gtest_filter=-{slow}"],
-            [BUILD / "tests" / "corvane_contract_tests", *quick],
-            ["ctest", "--test-dir", BUILD, "-R", "^(Examples|Demo|Tools)\\.", "-E", "_shows_", "--stop-on-failure"],
-            [unit, *quick, f"--gtest_filter={slow}"],
-        ]
-        self.limits = [600] * len(self.commands)
-
-    def slow_suites(self, program):
-        """Most mutants are caught without the few suites that play through many random cases."""
-        times = WORK / "times.json"
-        subprocess.run([program, f"--gtest_output=json:{times}"], stdout=subprocess.DEVNULL, cwd=WORK)
-        suites = json.loads(times.read_text())["testsuites"]
-        return [suite["name"] for suite in suites if float(suite["time"].rstrip("s")) > SLOW]
-
-    def measure(self):
-        """The tests must pass without a mutant; how long they take bounds how long they may."""
-        for index, command in enumerate(self.commands):
-            began = time.monotonic()
-            if not self.passes(index, 0):
-                sys.exit(f"mutate: without any mutant this fails: {' '.join(map(str, command))}")
-            self.limits[index] = 10 + 10 * (time.monotonic() - began)
-        say(f"every test is run within {sum(self.limits):.0f} s")
-
-    def passes(self, index, number):
-        environment = {**os.environ, "CORVANE_MUTANT": str(number)}
-        for name in ("DISPLAY", "WAYLAND_DISPLAY"):
-            environment.pop(name, None)
-        process = subprocess.Popen(self.commands[index], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                                   env=environment, start_new_session=True, cwd=WORK, preexec_fn=limit_resources)
-        try:
-            return process.wait(timeout=self.limits[index]) == 0
-        except subprocess.TimeoutExpired:
-            os.killpg(process.pid, signal.SIGKILL)
-            process.wait()
-            return False
-
-    def outcome(self, number):
-        return SURVIVED if all(self.passes(index, number) for index in range(len(self.commands))) else CAUGHT
-
-
-def limit_resources():
-    resource.setrlimit(resource.RLIMIT_AS, (MEMORY_LIMIT, MEMORY_LIMIT))
-    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
-
-
 class Dependents:
     """How many files are compiled again when one changes."""
 
@@ -274,7 +216,7 @@ def try_alone(checkout, tests, mutants):
             budget -= dependents.of(mutant)
             succeeded, output = checkout.build()
         if succeeded:
-            outcomes[mutant] = tests.outcome(0)
+            outcomes[mutant] = CAUGHT if tests.catch(0) else SURVIVED
         else:
             is_ours = any("static assertion failed" in match["text"] for match in DIAGNOSTIC.finditer(output))
             outcomes[mutant] = CAUGHT_BY_COMPILER if is_ours else NO_MUTANT
@@ -358,15 +300,15 @@ def run(arguments):
     alone = [mutant for mutant in alone if mutant in set(tried)]
     built = time.monotonic()
     say(f"built in {built - began:.0f} s; of those to try {len(together)} are in it, {len(alone)} are built one by one")
-    tests = Tests()
-    tests.measure()
+    tests = TestRuns(BUILD, WORK)
+    say(f"the tests may take {tests.measure():.0f} s")
 
     outcomes = {}
     with concurrent.futures.ThreadPoolExecutor(arguments.jobs) as workers:
         numbers = [mutant.number for mutant in together]
-        for mutant, outcome in zip(together, workers.map(tests.outcome, numbers)):
-            outcomes[mutant] = outcome
-            if outcome == SURVIVED:
+        for mutant, is_caught in zip(together, workers.map(tests.catch, numbers)):
+            outcomes[mutant] = CAUGHT if is_caught else SURVIVED
+            if not is_caught:
                 print(mutant, flush=True)
     say(f"tests run in {time.monotonic() - built:.0f} s")
     for mutant, outcome in try_alone(checkout, tests, alone).items():
@@ -400,7 +342,7 @@ def report(outcomes, seconds):
 
 def main():
     parser = argparse.ArgumentParser(description=__doc__)
-    parser.add_argument("number", nargs="?", default="300", help="how many mutants, or all")
+    parser.add_argument("number", nargs="?", default="all", help="how many mutants; all without it")
     parser.add_argument("seed", nargs="?", type=int, default=1, help="chooses which")
     parser.add_argument("--jobs", type=int, default=os.cpu_count())
     parser.add_argument("--only", help="only mutants whose line in the list matches this expression")

@@ -25,6 +25,9 @@ SWAPPED_WORDS = {
 # How a record's member is read.
 FIELDS = {"lenient", "optional"}
 
+# Calls that make no difference by themselves.
+UNSEEN = {"static_assert", "assert", "noexcept", "requires", "reserve", "unreachable"}
+
 # These begin a statement that is no expression.
 KEYWORDS = {
     "alignas", "auto", "bool", "case", "catch", "char", "class", "const", "constexpr", "default", "do", "double", "else",
@@ -91,11 +94,11 @@ class _Finder:
                 self.visit_token(index, None, declaration)
 
     def skipped(self, begin, end):
-        """Tokens of what only developers and people read: assertions and the texts of errors."""
+        """Tokens of what checks something or is said to the compiler, and of how much memory will be needed."""
         result = set()
         for index in range(begin, end):
             token = self.tokens[index]
-            if token.text in ("static_assert", "assert", "noexcept", "requires") and self.tokens[index + 1].text == "(":
+            if token.text in UNSEEN and self.tokens[index + 1].text == "(":
                 result.update(range(index, self.tokens[index + 1].partner + 1))
         return result
 
@@ -187,10 +190,13 @@ class _Finder:
         first = self.tokens[index + 1]
         if first.text in ("return", "throw", "continue", "break") or self.is_expression(index + 1):
             last = self.end_of_statement(index + 1)
-            if last is None or self.tokens[last].text != ";":
+            if last is None or any(token.text in UNSEEN for token in self.tokens[index + 1:last]):
                 return
             if first.text in ("return", "throw") and self.tokens[last + 1].text == "}" and \
                     self.is_body(self.tokens[last + 1].partner, function):
+                return
+            if first.text == "return" and last == index + 2 and \
+                    all(token.text == "}" for token in self.tokens[last + 1:function.closing]):
                 return
             self.add(index + 1, last, ";", function)
 
