@@ -98,8 +98,6 @@ class Checkout:
 
     def configure(self):
         os.environ["CCACHE_SLOPPINESS"] = "pch_defines,time_macros,include_file_mtime,include_file_ctime"
-        if (BUILD / "build.ninja").exists():
-            return
         options = ["-DCMAKE_BUILD_TYPE=Mutate", "-DCMAKE_CXX_COMPILER=clang++-19",
                    f"-DCMAKE_CXX_FLAGS=-O0 -w -D_GLIBCXX_ASSERTIONS -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -Xclang -fno-pch-timestamp -I{TREE}",
                    "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld-19", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld-19",

@@ -83,6 +83,8 @@ def _declaration(text, start, end, mutants, edit):
     by_place = {}
     for mutant in mutants:
         by_place.setdefault((mutant.start, mutant.end), []).append(mutant)
+    if edit is not None and start <= edit.start < end:
+        by_place.setdefault((edit.start, edit.end), [])
     result = ""
     position = start
     for (first, last), alternatives in sorted(by_place.items()):
