@@ -11,6 +11,7 @@ trap 'rm -rf "$work"' EXIT
 cmake --install "$build" --component development --prefix "$work" >/dev/null
 
 differs=0
+compared=0
 for library in corvane/libcorvane.so corvane/platform/gtk/libcorvane-gtk.so; do
   name=$(basename "$library" .so)
   [ -e "$build/$library" ] || { echo "skipped: $name is not built"; continue; }
@@ -20,11 +21,18 @@ for library in corvane/libcorvane.so corvane/platform/gtk/libcorvane-gtk.so; do
   if [ "$update" = --update ]; then
     cp "$work/$name.abi" "$name.abi"
     echo "$name: kept, $(grep -c '<elf-symbol ' "$name.abi") symbols"
-  elif abidiff --no-show-locs "$name.abi" "$work/$name.abi"; then
+    continue
+  fi
+  status=0
+  abidiff --no-show-locs "$name.abi" "$work/$name.abi" || status=$?
+  [ $((status & 3)) = 0 ] || { echo "abidiff fails"; exit 2; }
+  compared=1
+  if [ $status = 0 ]; then
     echo "$name: as it was, $(grep -c '<elf-symbol ' "$name.abi") symbols"
   else
     differs=1
   fi
 done
+[ "$update" = --update ] || [ $compared = 1 ] || exit 77
 [ $differs = 0 ] || echo "The binary interface has changed; docs/abi.md says what to do."
 exit $differs

@@ -24,8 +24,10 @@ if(CORVANE_HAS_GTK)
   corvane_install_library(corvane-gtk gtk)
 endif()
 
-set_target_properties(corvane-product PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
-install(TARGETS corvane-product RUNTIME COMPONENT tools)
+if(TARGET corvane-product)
+  set_target_properties(corvane-product PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  install(TARGETS corvane-product RUNTIME COMPONENT tools)
+endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/corvane-config.cmake.in corvane-config.cmake
   INSTALL_DESTINATION ${package_dir} NO_SET_AND_CHECK_MACRO)
@@ -34,4 +36,6 @@ write_basic_package_version_file(corvane-config-version.cmake COMPATIBILITY Same
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/corvane-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/corvane-config-version.cmake
   DESTINATION ${package_dir} COMPONENT development)
 
-include(debian_packages)
+if(PROJECT_IS_TOP_LEVEL)
+  include(debian_packages)
+endif()

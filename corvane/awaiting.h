@@ -1,13 +1,13 @@
 /// Awaiting the operations of the agent view in coroutines: `co_await awaiting(*view).getCartStatus()`.
 #pragma once
 
-#include <cassert>
+#include <concepts>
 #include <coroutine>
 #include <cstdint>
 #include <exception>
-#include <functional>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,7 +17,9 @@
 
 namespace corvane {
 
-/// Thrown into a coroutine whose operation will never be completed: its view has ended, or a holder of views held none.
+/// Thrown into a coroutine whose operation will never be completed: its view or the backend is just ending, or a holder
+/// of views held none. The coroutine should end, too: asking again is futile, and a view is only safe to touch through
+/// a shared pointer.
 class OperationAbandoned final : public std::exception {
  public:
   [[nodiscard]] const char* what() const noexcept override { return "operation abandoned"; }
@@ -26,69 +28,88 @@ class OperationAbandoned final : public std::exception {
 /// An operation that has begun. `co_await` gives its outcome, which is what its completion would have received.
 ///
 /// The coroutine goes on inside the completion, or does not pause where the outcome is there already. So several
-/// operations can be begun and then awaited one after the other. Each is awaited at most once.
+/// operations can be begun and then awaited one after the other.
 ///
-/// Ownership: owned by the coroutine. When it ends, the operation goes on and its outcome is dropped; a coroutine may
-///            be destroyed while it awaits.
+/// Ownership: owned by whoever asked. When it ends, the operation goes on and its outcome is dropped; a coroutine may
+/// be
+///            destroyed while it awaits. Nothing here holds the view.
 /// Threads:   main thread only.
-/// Failure:   an outcome as of any completion; `OperationAbandoned` is thrown where there will be none.
+/// Failure:   an outcome as of any completion. `OperationAbandoned` is thrown where there will be none, and
+///            `std::logic_error` where an operation is awaited twice. A coroutine is resumed by code that does not
+///            throw, so its promise must not let an exception out.
 template <class Outcome>
 class [[nodiscard]] Awaited {
+  struct State;
+  class Awaiter;
+  class Completion;
+
  public:
   /// Begins an operation: hands `operation` the completion that it is to call.
-  template <class Operation>
+  template <std::invocable<Completion> Operation>
   explicit Awaited(Operation&& operation) : state_(std::make_shared<State>()) {
     std::forward<Operation>(operation)(Completion(state_));
   }
-  Awaited(Awaited&&) noexcept = default;
-  Awaited& operator=(Awaited&&) = delete;
-  ~Awaited() {
-    if (state_) state_->waiting = nullptr;
+
+  [[nodiscard]] Awaiter operator co_await() {
+    if (!state_) throw std::logic_error("an operation is awaited once");
+    return Awaiter(std::move(state_));
   }
 
-  [[nodiscard]] bool await_ready() const noexcept { return state_->isSettled; }
-  void await_suspend(std::coroutine_handle<> waiting) noexcept {
-    assert(!state_->waiting && "an operation is awaited once");
-    state_->waiting = waiting;
+ private:
+  std::shared_ptr<State> state_;
+};
+
+/// Shared by those who wait and the completion, as either may end first.
+template <class Outcome>
+struct Awaited<Outcome>::State {
+  bool isSettled = false;
+  std::optional<Outcome> outcome;
+  std::coroutine_handle<> waiting;
+
+  void settle() {
+    isSettled = true;
+    if (const auto next = std::exchange(waiting, nullptr)) next.resume();
   }
+};
+
+/// Lives in the coroutine that waits, so that its end is seen.
+template <class Outcome>
+class Awaited<Outcome>::Awaiter {
+ public:
+  explicit Awaiter(std::shared_ptr<State> state) : state_(std::move(state)) {}
+  Awaiter(const Awaiter&) = delete;
+  Awaiter& operator=(const Awaiter&) = delete;
+  ~Awaiter() { state_->waiting = nullptr; }
+
+  [[nodiscard]] bool await_ready() const noexcept { return state_->isSettled; }
+  void await_suspend(std::coroutine_handle<> waiting) noexcept { state_->waiting = waiting; }
   [[nodiscard]] Outcome await_resume() {
     if (!state_->outcome) throw OperationAbandoned();
     return std::move(*state_->outcome);
   }
 
  private:
-  /// Shared with the completion, as either may end first.
-  struct State {
-    bool isSettled = false;
-    std::optional<Outcome> outcome;
-    std::coroutine_handle<> waiting;
+  std::shared_ptr<State> state_;
+};
 
-    void settle() {
-      isSettled = true;
-      if (const auto next = std::exchange(waiting, nullptr)) next.resume();
-    }
-  };
+/// Goes where the operation's completion goes. Its end without a call means that there will be no outcome.
+template <class Outcome>
+class Awaited<Outcome>::Completion {
+ public:
+  explicit Completion(std::shared_ptr<State> state) : state_(std::move(state)) {}
+  Completion(Completion&&) noexcept = default;
+  Completion& operator=(Completion&&) = delete;
+  ~Completion() {
+    if (state_) state_->settle();
+  }
 
-  /// Goes where the operation's completion goes. Its end without a call means that there will be no outcome.
-  class Completion {
-   public:
-    explicit Completion(std::shared_ptr<State> state) : state_(std::move(state)) {}
-    Completion(Completion&&) noexcept = default;
-    Completion& operator=(Completion&&) = delete;
-    ~Completion() {
-      if (state_) state_->settle();
-    }
+  void operator()(Outcome outcome) {
+    const auto state = std::move(state_);
+    state->outcome.emplace(std::move(outcome));
+    state->settle();
+  }
 
-    void operator()(Outcome outcome) {
-      const auto state = std::move(state_);
-      state->outcome.emplace(std::move(outcome));
-      state->settle();
-    }
-
-   private:
-    std::shared_ptr<State> state_;
-  };
-
+ private:
   std::shared_ptr<State> state_;
 };
 
@@ -151,7 +172,9 @@ template <class Operations>
 /// A coroutine that begins at once and that nobody waits for, such as one that an event handler starts.
 ///
 /// Ownership: it owns itself until it ends. What it refers to must live as long, so give it shared pointers and values
-///            as parameters, and let it be no lambda with captures.
+///            as parameters, and let it be no lambda with captures. A shared pointer keeps the view, and so its call,
+///            until the coroutine ends; to let the view go meanwhile, begin the operation in one statement, through a
+///            weak pointer, and await it in the next.
 /// Failure:   ends silently with an operation that was abandoned. Any other exception that leaves it ends the program.
 struct DetachedTask {
   struct promise_type {

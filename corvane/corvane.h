@@ -3,6 +3,7 @@
 
 #include "corvane/agent_view/region.h"
 #include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/awaiting.h"
 #include "corvane/bridge/agent_error.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"

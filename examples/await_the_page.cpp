@@ -1,4 +1,3 @@
-#include <corvane/awaiting.h>
 #include <corvane/corvane.h>
 #include <corvane/platform/headless/headless_backend.h>
 #include <corvane/simulation/simulated_agent_tool.h>

@@ -35,7 +35,7 @@ class CORVANE_EXPORT ForwardedOperations {
  private:
   [[nodiscard]] virtual std::shared_ptr<VelnorAgentView> operatedView() const = 0;
   template <class... Parameters, class... Arguments>
-  void forward(void (VelnorAgentView::*operation)(Parameters...), Arguments&&... arguments) const;
+  CORVANE_HIDDEN void forward(void (VelnorAgentView::*operation)(Parameters...), Arguments&&... arguments) const;
 };
 
 }  // namespace corvane

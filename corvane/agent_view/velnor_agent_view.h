@@ -69,13 +69,15 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// replaced, and the view dropped, from inside it.
   void setEventHandler(AgentEventHandler handler);
 
-  /// The product and cart operations. Each returns at once and, as long as the view lives, calls its completion exactly
+  /// @name The product and cart operations
+  /// Each returns at once and, as long as the view lives, calls its completion exactly
   /// once: inside the call where the request is refused, else later. An answer of the page that makes no sense
   /// completes the request without a value. Requests wait for each other: the page is asked one at a time, in the order
   /// of the calls, and has five seconds to answer each (`RequestTimeout` after that). All are refused with
   /// `NoActiveCall` unless the call is `running`; an error of the page comes as `AgentToolError` with the page's own
   /// text. A SKU is passed on as it is; the page never sees one that is not valid UTF-8, so that such a request times
   /// out.
+  /// @{
 
   /// Shows a product in the call. A product that has no JSON form is refused with `EncodingError`.
   void addProductToCall(Product product, AgentErrorCompletion completion);
@@ -84,6 +86,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void isProductInCall(std::string sku, BooleanCompletion completion);
   void removeProductInCall(std::string sku, AgentErrorCompletion completion);
   void addProductToCart(std::string sku, AgentErrorCompletion completion);
+  /// The quantity is passed on as it is; what one below 1 means is the page's business.
   void updateProductInCart(std::string sku, std::int64_t quantity, AgentErrorCompletion completion);
   /// The SKUs in the customer's cart, in the page's order.
   void getProductsInCart(SkuListCompletion completion);
@@ -93,6 +96,8 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void removeProductInCart(std::string sku, AgentErrorCompletion completion);
   /// Lowers the quantity by one; at 1 the line goes. `SkuNotFound` where the cart has none of it.
   void decrementProductInCart(std::string sku, AgentErrorCompletion completion);
+
+  /// @}
 
   /// Hands over the token that the event `RefreshSsoToken` asked for, with the identifier that came with it. Sent in
   /// every state of the call.

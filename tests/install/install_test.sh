@@ -24,9 +24,13 @@ headers=$(find corvane -name '*.h' | sort)
 [ -n "$headers" ] || fail "no headers"
 # shellcheck disable=SC2086
 printf '#include "%s"\n' $headers | g++ -std=c++23 -M -I. -x c++ - >"$work/included" || fail "a header is missing"
-foreign=$(tr -s ' \\' '\n' <"$work/included" | grep '^/' | grep -v '^/usr/lib/gcc/' | xargs -r dpkg -S | cut -d: -f1 |
-  sort -u | grep -vE '^(libc6-dev|linux-libc-dev|libstdc\+\+-[0-9]+-dev)$' || true)
-[ -z "$foreign" ] || fail "the headers use those of $foreign"
+if ! command -v dpkg >/dev/null; then
+  echo "skipped: whose headers they include, as only Debian's package list tells"
+else
+  foreign=$(tr -s ' \\' '\n' <"$work/included" | grep '^/' | grep -v '^/usr/lib/gcc/' | xargs -r dpkg -S | cut -d: -f1 |
+    sort -u | grep -vE '^(libc6-dev|linux-libc-dev|libstdc\+\+-[0-9]+-dev)$' || true)
+  [ -z "$foreign" ] || fail "the headers use those of $foreign"
+fi
 # What exports must be installed: everything else in the libraries is hidden.
 cd "$here/../.."
 for header in $(grep -rl --include='*.h' CORVANE_EXPORT corvane); do

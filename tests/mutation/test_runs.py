@@ -32,6 +32,7 @@ class TestRuns:
     def slow_suites(self, program):
         """Most mutants are caught without the few suites that play through many random cases."""
         times = self.work / "times.json"
+        times.unlink(missing_ok=True)
         subprocess.run([program, f"--gtest_output=json:{times}"], stdout=subprocess.DEVNULL, cwd=self.work)
         suites = json.loads(times.read_text())["testsuites"]
         return [suite["name"] for suite in suites if float(suite["time"].rstrip("s")) > SLOW]

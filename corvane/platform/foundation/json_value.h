@@ -90,7 +90,7 @@ class CORVANE_EXPORT JsonView {
     return member ? member->string() : std::nullopt;
   }
   /// The elements of an array in order; none for any other value.
-  [[nodiscard]] Elements elements() const noexcept;
+  [[nodiscard]] CORVANE_HIDDEN Elements elements() const noexcept;
   /// The members of an object in order; none for any other value.
   [[nodiscard]] Members members() const noexcept;
 

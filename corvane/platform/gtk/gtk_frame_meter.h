@@ -1,4 +1,4 @@
-/// How smoothly a window is redrawn, for demos and tests.
+/// How smoothly a window is redrawn, for apps that measure themselves.
 #pragma once
 
 #include <chrono>

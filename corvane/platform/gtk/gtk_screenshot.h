@@ -1,4 +1,4 @@
-/// Pictures of widgets, for demos and tests.
+/// Pictures of what an app shows, for its tests and its documentation.
 #pragma once
 
 #include <filesystem>

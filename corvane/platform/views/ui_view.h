@@ -175,7 +175,8 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
 
  private:
   template <class Value>
-  void setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnimations::* property, const Value& value);
+  CORVANE_HIDDEN void setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnimations::* property,
+                                    const Value& value);
   void setBoundsValue(const CGRect& bounds);
   [[nodiscard]] bool isOutsideOfClip(CGPoint point) const;
   /// Takes the view out of its superview without telling anybody but the superview's window.

@@ -34,6 +34,7 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
   /// Without a delegate a page's request for the camera or the microphone is put to the user.
   void setUIDelegate(std::weak_ptr<WKUIDelegate> delegate) { uiDelegate_ = std::move(delegate); }
 
+  /// Kept for backends whose screens have insets; without effect in those that are here.
   [[nodiscard]] UIScrollViewContentInsetAdjustmentBehavior contentInsetAdjustmentBehavior() const;
   void setContentInsetAdjustmentBehavior(UIScrollViewContentInsetAdjustmentBehavior behavior);
   [[nodiscard]] bool isScrollEnabled() const { return isScrollEnabled_; }

@@ -1,5 +1,4 @@
 // A host app that uses something out of each part of the library.
-#include <corvane/awaiting.h>
 #include <corvane/corvane.h>
 #include <corvane/platform/headless/headless_backend.h>
 #include <corvane/simulation/simulated_agent_tool.h>
