@@ -122,6 +122,11 @@ TEST(Product, WhateverIsSetIsWrittenAndCompared) {
   EXPECT_NE(VariationAttribute("a", "b"), VariationAttribute("a", "c"));
   EXPECT_NE(VariationAttribute("a", "b"), VariationAttribute("c", "b"));
   EXPECT_NE(Detail::paragraph("p"), Detail::bullets({}));
+  EXPECT_NE(Detail::paragraph("p"), Detail::paragraph("q"));
+  using Kind = ProductSpecError::Kind;
+  EXPECT_EQ(ProductSpecError(Kind::typeError, "a"), ProductSpecError(Kind::typeError, "a"));
+  EXPECT_NE(ProductSpecError(Kind::typeError, "a"), ProductSpecError(Kind::typeError, "b"));
+  EXPECT_NE(ProductSpecError(Kind::typeError, "a"), ProductSpecError(Kind::undefinedOption, "a"));
 }
 
 TEST(Product, DefinitionsAreSignificantUnlessTheJsonDecides) {

@@ -124,6 +124,16 @@ TEST(ProductJson, ReadingAddsNoNamesToOptionsAndComparableAttributes) {
   EXPECT_EQ(written(definition), Json::parse(R"({"id":"a","name":"a","options":[{"id":"b"}]})"));
 }
 
+TEST(ProductJson, OnlyARecordOfItsOwnKeepsTheSkusThatItWasReadWith) {
+  const std::string_view json = R"({"id":"shade","option":"milk","productOptions":["x","y"]})";
+  const auto product = readLamp("/product/variations/0/attributes/0/productOptions", Json{"x", "y"});
+  EXPECT_EQ(*product.variations()[0].attributes()[0].productOptions(), std::vector<std::string>{"L-1"});
+  const auto record = decodeJson<VariationAttribute>(json);
+  ASSERT_NE(record.productOptions(), nullptr);
+  EXPECT_EQ(*record.productOptions(), (std::vector<std::string>{"x", "y"}));
+  EXPECT_EQ(written(record), Json::parse(json));
+}
+
 TEST(ProductJson, MetaDataHoldsOnlyWhatThereIs) {
   using Comparables = std::vector<ComparableVariationAttribute>;
   const auto nameless = decodeJson<ComparableVariationAttribute>(R"({"id":"a","option":"b"})");
