@@ -35,6 +35,18 @@ corvane_debian_package(development libcorvane-dev libdevel
 corvane_debian_package(tools corvane-tools utils
   "The command corvane-product checks exported product records before an app hands them to the library.")
 
+# Debian wants this in each package, and utf8proc's terms in each that contains it.
+set(UTF8PROC_COPYRIGHT "")
+if(EXISTS /usr/share/doc/libutf8proc-dev/copyright)
+  file(READ /usr/share/doc/libutf8proc-dev/copyright UTF8PROC_COPYRIGHT)
+endif()
+configure_file(${PROJECT_SOURCE_DIR}/cmake/copyright.in copyright @ONLY)
+foreach(component IN LISTS CPACK_COMPONENTS_ALL)
+  string(TOUPPER ${component} upper)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/copyright
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/${CPACK_DEBIAN_${upper}_PACKAGE_NAME} COMPONENT ${component})
+endforeach()
+
 set(CPACK_DEBIAN_GTK_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")

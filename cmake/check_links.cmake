@@ -1,0 +1,16 @@
+# Fails when a page of the documentation leads to a file that is not there. Addresses elsewhere are not looked at.
+file(GLOB pages ${SOURCE}/*.md ${SOURCE}/docs/*.md)
+foreach(page IN LISTS pages)
+  cmake_path(GET page PARENT_PATH folder)
+  file(READ ${page} text)
+  # Brackets and semicolons would have a meaning in the list.
+  string(REGEX REPLACE "\\]\\(" "@link(" text "${text}")
+  string(REGEX REPLACE "[][;]" " " text "${text}")
+  string(REGEX MATCHALL "@link\\([^)# ]+\\.[a-z]+" links "${text}")
+  foreach(link IN LISTS links)
+    string(REPLACE "@link(" "" target "${link}")
+    if(NOT target MATCHES "^[a-z]+:" AND NOT EXISTS ${folder}/${target})
+      message(SEND_ERROR "${page} leads to ${target}, which is not there")
+    endif()
+  endforeach()
+endforeach()
