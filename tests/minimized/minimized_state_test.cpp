@@ -38,6 +38,7 @@ TEST_F(MinimizedStateTest, TheViewOutlivesItsScreenAndCanBeMovedAndRemoved) {
   EXPECT_EQ(window_->subviews().back(), weak.lock());
   const CGRect frame = weak.lock()->frame();
   state.moveTo(next);
+  EXPECT_EQ(weak.lock()->superview(), next);
   const auto other = UIView::create();
   next->addSubview(other);
   state.moveTo(next);
