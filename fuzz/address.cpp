@@ -3,20 +3,16 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "corvane/agent_view/page_address.h"
 #include "corvane/platform/foundation/url_components.h"
+#include "fuzz/require.h"
 
 namespace {
 
 using namespace corvane;
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 /// Takes the text up to the next line end.
 std::string takeLine(std::string_view& text) {

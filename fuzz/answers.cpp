@@ -2,7 +2,6 @@
 // answer and a value of its own type, or with the time-out.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <memory>
 #include <optional>
@@ -15,14 +14,11 @@
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/headless/headless_backend.h"
+#include "fuzz/require.h"
 
 namespace {
 
 using namespace corvane;
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 /// What a request was completed with, of whatever type.
 struct Outcome {

@@ -1,21 +1,17 @@
 // Any bytes as the body of a page message: the view must neither crash nor leave its rules.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string_view>
 
 #include "corvane/agent_view/agent_view_parts.h"
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/headless/headless_backend.h"
+#include "fuzz/require.h"
 
 namespace {
 
 using namespace corvane;
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 struct Host {
   Host() {

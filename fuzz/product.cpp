@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -11,14 +10,11 @@
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
 #include "corvane/product/product_spec_error.h"
+#include "fuzz/require.h"
 
 namespace {
 
 using namespace corvane;
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 std::optional<Product> decode(std::string_view text) {
   try {

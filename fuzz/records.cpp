@@ -3,7 +3,6 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
@@ -11,14 +10,11 @@
 #include "corvane/platform/foundation/coding_error.h"
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
+#include "fuzz/require.h"
 
 namespace {
 
 using namespace corvane;
-
-void require(bool condition) {
-  if (!condition) std::abort();
-}
 
 template <class Record>
 void roundTrip(std::string_view text) {
