@@ -35,7 +35,5 @@ int main() {
   } catch (const DecodingError&) {  // crosses the border of the shared library
     isRefused = true;
   }
-  return isFilled && isRefused && !screen->subviews().empty()
-             ? EXIT_SUCCESS
-             : EXIT_FAILURE;
+  return isFilled && isRefused && !screen->subviews().empty() ? EXIT_SUCCESS : EXIT_FAILURE;
 }
