@@ -98,7 +98,7 @@ std::vector<Outcome> expectedOutcomes(const History& history) {
     const Time end = std::max(*history.release, lastPost);
     std::erase_if(outcomes, [&](const Outcome& outcome) { return outcome.time > end; });
   }
-  std::ranges::stable_sort(outcomes, {}, &Outcome::time);
+  std::ranges::sort(outcomes, {}, [](const Outcome& outcome) { return std::pair(outcome.time, outcome.request); });
   return outcomes;
 }
 
