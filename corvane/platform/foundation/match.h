@@ -25,7 +25,7 @@ decltype(auto) match(Variant&& variant, Arms&&... arms) {
 
 /// What sum types have in common. The type itself offers `value()`, the variant of its cases.
 template <class Sum>
-class SumType {
+class SumType {  // NOLINT(bugprone-crtp-constructor-accessibility): nothing to guard
  public:
   /// The values of this case, or null when another one is present.
   template <class Case>
