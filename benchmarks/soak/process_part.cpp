@@ -115,10 +115,7 @@ void ProcessSoak::run() {
   memory.progress(total_);
   std::printf("processes: %d lost, half of them ended by the engine and half killed; %d with requests under way\n",
               total_, lostPending_);
-  const std::weak_ptr<VelnorAgentView> left = view_;
-  view_->removeFromSuperview();
-  view_.reset();
-  checks_.that(host_.runUntil([&] { return left.expired(); }), "nothing holds the view");
+  checks_.that(host_.end(view_), "nothing holds the view");
   memory.conclude(checks_);
 }
 

@@ -164,10 +164,7 @@ void RequestSoak::run() {
   checks_.that(errorEvents_ == 0, "no error is raised");
   std::printf("requests: %d asked, %d of them from within completions; %d timed out; %d refused at once\n", asked_,
               askedInCompletions_, static_cast<int>(ledger_.timeOutCount()) + withoutPostAction, refused_);
-  const std::weak_ptr<VelnorAgentView> left = view_;
-  view_->removeFromSuperview();
-  view_.reset();
-  checks_.that(host_.runUntil([&] { return left.expired(); }), "nothing holds the view");
+  checks_.that(host_.end(view_), "nothing holds the view");
   memory.conclude(checks_);
 }
 

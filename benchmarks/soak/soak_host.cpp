@@ -108,6 +108,13 @@ bool SoakHost::loadAndRun(VelnorAgentView& view) {
   return runUntil([&] { return view.callSessionStatus() == CallSessionStatus::running; });
 }
 
+bool SoakHost::end(std::shared_ptr<VelnorAgentView>& view) const {
+  const std::weak_ptr<VelnorAgentView> left = view;
+  view->removeFromSuperview();
+  view.reset();
+  return runUntil([&] { return left.expired(); });
+}
+
 bool SoakHost::waitForPage(const UIView& view, std::string_view condition) const {
   const auto end = std::chrono::steady_clock::now() + givingUpAfter;
   while (std::chrono::steady_clock::now() < end) {
