@@ -182,7 +182,7 @@ void addedProductToEngine(benchmark::State& state) {
 BENCHMARK(addedProductToEngine)->Arg(100)->Arg(5000)->UseManualTime()->Unit(benchmark::kMicrosecond);
 
 /// Stands where a view stands, with a page that answers at once.
-class AnsweringHost final : public RequestChannelHost, public std::enable_shared_from_this<AnsweringHost> {
+class AnsweringView final : public RequestChannelDelegate, public std::enable_shared_from_this<AnsweringView> {
  public:
   bool hasActiveCall() const override { return true; }
   const CartQuantities& cart() const override { return cart_; }
@@ -192,8 +192,6 @@ class AnsweringHost final : public RequestChannelHost, public std::enable_shared
     });
   }
   void scriptDidFail(const WebError& /*error*/) override {}
-  void maximize(std::function<void()> completion) override { completion(); }
-  void emitEvent(const AgentEvent& /*event*/) override {}
 
   std::shared_ptr<RequestChannel> channel;
 
@@ -205,7 +203,7 @@ class AnsweringHost final : public RequestChannelHost, public std::enable_shared
 /// its identifier included; the caller's strings and closures are so short that they take nothing of their own.
 void waitingRequests(benchmark::State& state) {
   const auto backend = headless::Backend::install();
-  const auto host = std::make_shared<AnsweringHost>();
+  const auto host = std::make_shared<AnsweringView>();
   host->channel = RequestChannel::create(host);
   const auto count = static_cast<std::size_t>(state.range(0));
   std::uint64_t bytes = 0;

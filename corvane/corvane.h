@@ -1,9 +1,10 @@
 /// Everything that a host app needs, apart from a backend.
 #pragma once
 
+#include "corvane/agent_view/awaiting.h"
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/agent_view/region.h"
 #include "corvane/agent_view/velnor_agent_view.h"
-#include "corvane/awaiting.h"
 #include "corvane/bridge/agent_error.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"
@@ -13,7 +14,6 @@
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/declarative/velnor_agent_context.h"
 #include "corvane/minimized/minimized_origin.h"
-#include "corvane/minimized/minimized_state.h"
 #include "corvane/minimized/scene_key_window.h"
 #include "corvane/platform/capture/capture_authorization.h"
 #include "corvane/platform/declarative/any_view.h"

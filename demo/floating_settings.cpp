@@ -1,6 +1,6 @@
 #include "demo/floating_settings.h"
 
-#include "corvane/minimized/minimized_state.h"
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane::demo {

@@ -3,8 +3,8 @@
 #include <optional>
 #include <string_view>
 
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/agent_view/velnor_agent_view.h"
-#include "corvane/minimized/minimized_state.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "demo/event_printer.h"

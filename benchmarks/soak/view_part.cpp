@@ -12,7 +12,7 @@
 #include "benchmarks/soak/parts.h"
 #include "benchmarks/soak/processes.h"
 #include "benchmarks/soak/random_source.h"
-#include "corvane/minimized/minimized_state.h"
+#include "corvane/agent_view/minimized_state.h"
 
 namespace corvane::soak {
 

@@ -28,8 +28,6 @@ void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
   emitEvent(AgentEvent::Error{});
 }
 
-void VelnorAgentView::Parts::maximize(std::function<void()> completion) { floating->maximize(std::move(completion)); }
-
 std::shared_ptr<VelnorAgentView> VelnorAgentView::Parts::agentView() {
   return std::static_pointer_cast<VelnorAgentView>(view_.shared_from_this());
 }

@@ -14,13 +14,13 @@
 
 namespace corvane {
 
-/// The state behind the public view: the receiver of its page's messages, the host of its requests and of its floating
-/// presentation.
+/// The state behind the public view: the receiver of its page's messages, the delegate of its requests and of its
+/// floating presentation.
 ///
 /// Ownership: owned by its view, which it refers back to.
 class VelnorAgentView::Parts final : public PageMessageReceiver,
-                                     public RequestChannelHost,
-                                     public FloatingPresentationHost {
+                                     public RequestChannelDelegate,
+                                     public FloatingPresentationDelegate {
  public:
   Parts(VelnorAgentView& view, Region region, std::string organisationId, bool enableSSO);
 
@@ -34,7 +34,6 @@ class VelnorAgentView::Parts final : public PageMessageReceiver,
   [[nodiscard]] const CartQuantities& cart() const override { return callState.cart; }
   void evaluate(std::string_view script, EvaluationCompletion completion) override;
   void scriptDidFail(const WebError& error) override;
-  void maximize(std::function<void()> completion) override;
 
   [[nodiscard]] UIView& view() override { return view_; }
   [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() override;

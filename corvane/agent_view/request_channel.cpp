@@ -20,20 +20,20 @@ auto isAnsweredBy(std::string_view id) {
 
 }  // namespace
 
-std::shared_ptr<RequestChannel> RequestChannel::create(std::weak_ptr<RequestChannelHost> host) {
-  return std::make_shared<RequestChannel>(ConstructionKey{}, std::move(host));
+std::shared_ptr<RequestChannel> RequestChannel::create(std::weak_ptr<RequestChannelDelegate> delegate) {
+  return std::make_shared<RequestChannel>(ConstructionKey{}, std::move(delegate));
 }
 
-RequestChannel::RequestChannel(ConstructionKey /*key*/, std::weak_ptr<RequestChannelHost> host)
-    : host_(std::move(host)) {}
+RequestChannel::RequestChannel(ConstructionKey /*key*/, std::weak_ptr<RequestChannelDelegate> delegate)
+    : delegate_(std::move(delegate)) {}
 
 void RequestChannel::submit(std::shared_ptr<Actionable> record) {
   if (canSend(*record)) send(std::move(record));
 }
 
 bool RequestChannel::canSend(Actionable& record) const {
-  const auto host = host_.lock();
-  if (record.requiresActiveCall() && (host == nullptr || !host->hasActiveCall())) {
+  const auto delegate = delegate_.lock();
+  if (record.requiresActiveCall() && (delegate == nullptr || !delegate->hasActiveCall())) {
     record.fail(AgentError::NoActiveCall{});
     return false;
   }
@@ -49,93 +49,78 @@ bool RequestChannel::canSend(Actionable& record) const {
       return false;
     }
   }
-  return host != nullptr;
+  return delegate != nullptr;
 }
 
 void RequestChannel::send(std::shared_ptr<Actionable> record) {
-  auto host = host_.lock();
-  if (host == nullptr) return;
-  if (!record->callbackId()) return postOrMaximize(*host, std::move(record));
-  auto line = line_.lock();
-  if (line == nullptr) line_ = line = std::make_shared<Line>(Line{.channel = weak_from_this()});
-  line->waiting.push_back(std::move(record));
-  line->host = std::move(host);
-  if (!isSlotTaken_) takeSlot(std::move(line));
+  if (!record->callbackId()) return post(*record);
+  auto queue = queue_.lock();
+  if (queue == nullptr) queue_ = queue = std::make_shared<Queue>(Queue{.channel = weak_from_this()});
+  queue->waiting.push_back(std::move(record));
+  queue->delegate = delegate_.lock();
+  if (!isSlotTaken_) scheduleNext(std::move(queue));
 }
 
-void RequestChannel::takeSlot(std::shared_ptr<Line> line) {
+void RequestChannel::scheduleNext(std::shared_ptr<Queue> queue) {
   isSlotTaken_ = true;
   // Small enough to be stored without an allocation.
-  RunLoop::main().post([line = std::move(line)] {
-    if (const auto self = line->channel.lock()) self->admitNext(line);
+  RunLoop::main().post([queue = std::move(queue)] {
+    if (const auto self = queue->channel.lock()) self->admitNext(queue);
   });
 }
 
-/// The timer of a request. It holds the line, which nobody else does while the request is pending.
+/// The timer of a request. It holds the queue, which nobody else does while the request is pending.
 class RequestChannel::TimeLimit {
  public:
-  TimeLimit(std::shared_ptr<Line> line, std::weak_ptr<Actionable> sent)
-      : line_(std::move(line)), sent_(std::move(sent)) {}
+  TimeLimit(std::shared_ptr<Queue> queue, std::weak_ptr<Actionable> sent)
+      : queue_(std::move(queue)), sent_(std::move(sent)) {}
   TimeLimit(TimeLimit&&) = default;
   TimeLimit& operator=(TimeLimit&&) = delete;
   /// The run loop may end first. What a completion holds, perhaps the view itself, must not be left behind then.
   ~TimeLimit() {
     const auto record = sent_.lock();
-    const auto channel = record == nullptr ? nullptr : line_->channel.lock();
+    const auto channel = record == nullptr ? nullptr : queue_->channel.lock();
     if (channel != nullptr) std::erase(channel->sentCallbackActions_, record);
   }
 
   void operator()() {
-    const auto channel = line_->channel.lock();
+    const auto channel = queue_->channel.lock();
     const auto record = std::exchange(sent_, {}).lock();
     if (channel == nullptr || record == nullptr) return;
     if (channel->removeSentCallbackAction(*record->callbackId())) record->fail(AgentError::RequestTimeout{});
   }
 
  private:
-  std::shared_ptr<Line> line_;
+  std::shared_ptr<Queue> queue_;
   std::weak_ptr<Actionable> sent_;
 };
 
-void RequestChannel::admitNext(const std::shared_ptr<Line>& line) {
-  const auto host = line->host;
-  const auto record = std::move(line->waiting.front());
-  line->waiting.pop_front();
-  if (line->waiting.empty()) line->host.reset();
+void RequestChannel::admitNext(const std::shared_ptr<Queue>& queue) {
+  // Posting may lead anywhere.
+  const auto delegate = queue->delegate;
+  const auto record = std::move(queue->waiting.front());
+  queue->waiting.pop_front();
+  if (queue->waiting.empty()) queue->delegate.reset();
   sentCallbackActions_.push_back(record);
-  RunLoop::main().schedule(answerLimit, TimeLimit(line, record));
-  postOrMaximize(*host, record);
-}
-
-void RequestChannel::postOrMaximize(RequestChannelHost& host, std::shared_ptr<Actionable> record) {
-  if (record->action() != Action::maximize) return post(*record);
-  // A window that grows back does so before the page hears of it.
-  host.maximize(
-      whileAlive(weak_from_this(), [record = std::move(record)](RequestChannel& self) { self.post(*record); }));
+  RunLoop::main().schedule(answerLimit, TimeLimit(queue, record));
+  post(*record);
 }
 
 void RequestChannel::post(const Actionable& record) {
-  const std::string text = record.toJsonString().value_or("{}");
-  if (const auto host = host_.lock()) {
-    host->evaluate(
-        postActionScript(text),
-        whileAlive(weak_from_this(), [action = record.action()](RequestChannel& self, const EvaluationResult& result) {
-          self.didEvaluate(action, result);
-        }));
-  }
+  post(record, whileAlive(delegate_, [](RequestChannelDelegate& delegate, const EvaluationResult& result) {
+         if (!result) delegate.scriptDidFail(result.error());
+       }));
 }
 
-void RequestChannel::didEvaluate(Action action, const EvaluationResult& result) {
-  const auto host = host_.lock();
-  if (host == nullptr) return;
-  if (!result) return host->scriptDidFail(result.error());
-  if (action == Action::maximize) host->emitEvent(AgentEvent::DidMaximize{});
+void RequestChannel::post(const Actionable& record, EvaluationCompletion completion) {
+  const std::string text = record.toJsonString().value_or("{}");
+  if (const auto delegate = delegate_.lock()) delegate->evaluate(postActionScript(text), std::move(completion));
 }
 
 void RequestChannel::handleCallbackEvent(JsonView data) {
   const auto callback = tryDecodeFromJsonObject<Callback>(data);
-  const auto host = host_.lock();
-  if (!callback || host == nullptr) return;
+  const auto delegate = delegate_.lock();
+  if (!callback || delegate == nullptr) return;
   const auto found = std::ranges::find_if(sentCallbackActions_, isAnsweredBy(callback->_id));
   if (found == sentCallbackActions_.end()) return;
   // The completion may drop the view, and be asked to answer again.
@@ -143,7 +128,7 @@ void RequestChannel::handleCallbackEvent(JsonView data) {
   const auto record = *found;  // NOLINT(performance-unnecessary-copy-initialization): it may leave the list
   std::optional<AgentError> error;
   if (callback->error) error = AgentError::AgentToolError{*callback->error};
-  record->handleCallback(data, std::move(error), host->cart());
+  record->handleCallback(data, std::move(error), delegate->cart());
   removeSentCallbackAction(callback->_id);
 }
 
@@ -152,7 +137,7 @@ bool RequestChannel::removeSentCallbackAction(std::string_view id) {
   if (found == sentCallbackActions_.end()) return false;
   sentCallbackActions_.erase(found);
   isSlotTaken_ = false;
-  if (auto line = line_.lock(); line != nullptr && !line->waiting.empty()) takeSlot(std::move(line));
+  if (auto queue = queue_.lock(); queue != nullptr && !queue->waiting.empty()) scheduleNext(std::move(queue));
   return true;
 }
 

@@ -7,9 +7,12 @@
 #include "corvane/agent_view/page_address.h"
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/web_script_message_handler.h"
+#include "corvane/bridge/action_records.h"
 #include "corvane/bridge/event_message.h"
+#include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
 
@@ -104,18 +107,46 @@ const std::optional<WebError>& VelnorAgentView::error() const { return parts_->e
 CallSessionStatus VelnorAgentView::callSessionStatus() const { return parts_->callState.callSessionStatus; }
 const std::optional<std::string>& VelnorAgentView::clientLocale() const { return parts_->callState.clientLocale; }
 bool VelnorAgentView::isMinimized() const { return parts_->floating != nullptr && parts_->floating->isMinimized(); }
-MinimizedOrigin VelnorAgentView::minimizedOrigin() const { return parts_->floating->minimizedOrigin; }
-void VelnorAgentView::setMinimizedOrigin(MinimizedOrigin origin) { parts_->floating->minimizedOrigin = origin; }
-std::optional<CGSize> VelnorAgentView::minimizedSize() const { return parts_->floating->minimizedSize(); }
-void VelnorAgentView::setMinimizedSize(std::optional<CGSize> size) { parts_->floating->setMinimizedSize(size); }
+
+std::shared_ptr<RequestChannel> VelnorAgentView::requestChannel() const { return parts_->requests; }
+
+void VelnorAgentView::refreshSsoToken(std::string ssoToken, std::string responseId) {
+  parts_->requests->submit(std::make_shared<SSOAction>(
+      SSOActionFields{.data = {.idToken = std::move(ssoToken), .responseId = std::move(responseId)}}));
+}
+
+void VelnorAgentView::signOut() { parts_->requests->submit(std::make_shared<VoidAction>(Action::ssoLogout)); }
+
+void VelnorAgentView::maximizeView() {
+  const auto self = std::static_pointer_cast<VelnorAgentView>(weak_from_this().lock());
+  if (self == nullptr || !isMinimized()) return;
+  // The window has grown back before the page hears of it.
+  parts_->floating->maximize(whileAlive(std::weak_ptr(self), &VelnorAgentView::tellPageOfMaximizing));
+}
+
+void VelnorAgentView::tellPageOfMaximizing() {
+  const auto self = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
+  parts_->requests->post(VoidAction(Action::maximize),
+                         whileAlive(std::weak_ptr(self), [](VelnorAgentView& view, const EvaluationResult& result) {
+                           if (!result) return view.parts_->scriptDidFail(result.error());
+                           view.parts_->emitEvent(AgentEvent::DidMaximize{});
+                         }));
+}
+
+MinimizedOrigin VelnorAgentView::minimizedOrigin() const { return parts_->floating->settings.origin; }
+void VelnorAgentView::setMinimizedOrigin(MinimizedOrigin origin) { parts_->floating->settings.origin = origin; }
+std::optional<CGSize> VelnorAgentView::minimizedSize() const { return parts_->floating->settings.size; }
+void VelnorAgentView::setMinimizedSize(std::optional<CGSize> size) {
+  parts_->floating->settings.size = size ? std::optional(atLeastMinimizedSize(*size)) : std::nullopt;
+}
 const std::shared_ptr<UIView>& VelnorAgentView::minimizedSuperview() const {
-  return parts_->floating->minimizedSuperview;
+  return parts_->floating->settings.superview;
 }
 void VelnorAgentView::setMinimizedSuperview(std::shared_ptr<UIView> view) {
-  parts_->floating->minimizedSuperview = std::move(view);
+  parts_->floating->settings.superview = std::move(view);
 }
-bool VelnorAgentView::tapToMaximize() const { return parts_->floating->tapToMaximize; }
-void VelnorAgentView::setTapToMaximize(bool isOn) { parts_->floating->tapToMaximize = isOn; }
+bool VelnorAgentView::tapToMaximize() const { return parts_->floating->settings.tapToMaximize; }
+void VelnorAgentView::setTapToMaximize(bool isOn) { parts_->floating->settings.tapToMaximize = isOn; }
 AgentEventHandler VelnorAgentView::eventHandler() const { return parts_->eventHandler(); }
 void VelnorAgentView::setEventHandler(AgentEventHandler handler) { parts_->setEventHandler(std::move(handler)); }
 

@@ -1,15 +1,14 @@
 /// The view that shows a sales agent the agent tool.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
 
+#include "corvane/agent_view/agent_operations.h"
 #include "corvane/agent_view/region.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/bridge/call_session_status.h"
-#include "corvane/bridge/completion.h"
 #include "corvane/export.h"
 #include "corvane/minimized/minimized_origin.h"
 #include "corvane/platform/views/ui_view.h"
@@ -17,7 +16,6 @@
 #include "corvane/platform/web/wk_navigation_delegate.h"
 #include "corvane/platform/web/wk_script_message.h"
 #include "corvane/platform/web/wk_ui_delegate.h"
-#include "corvane/product/product.h"
 
 namespace corvane {
 
@@ -32,6 +30,7 @@ class WKWebView;
 /// Failure:   a page that does not load, and a script that fails in it, is told by the event `Error` and by `error()`;
 ///            messages of the page that make no sense are dropped. Nothing is thrown.
 class CORVANE_EXPORT VelnorAgentView final : public UIView,
+                                             public AgentOperations,
                                              public WKScriptMessageHandler,
                                              public WKNavigationDelegate,
                                              public WKUIDelegate {
@@ -68,36 +67,6 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// Replaces the handler. The view's state already follows an event when its handler is called. The handler may be
   /// replaced, and the view dropped, from inside it.
   void setEventHandler(AgentEventHandler handler);
-
-  /// @name The product and cart operations
-  /// Each returns at once and, as long as the view lives, calls its completion exactly
-  /// once: inside the call where the request is refused, else later. An answer of the page that makes no sense
-  /// completes the request without a value. Requests wait for each other: the page is asked one at a time, in the order
-  /// of the calls, and has five seconds to answer each (`RequestTimeout` after that). All are refused with
-  /// `NoActiveCall` unless the call is `running`; an error of the page comes as `AgentToolError` with the page's own
-  /// text. A SKU is passed on as it is; the page never sees one that is not valid UTF-8, so that such a request times
-  /// out.
-  /// @{
-
-  /// Shows a product in the call. A product that has no JSON form is refused with `EncodingError`.
-  void addProductToCall(Product product, AgentErrorCompletion completion);
-  /// The SKUs of the products in the call, in the page's order.
-  void getProductsInCall(SkuListCompletion completion);
-  void isProductInCall(std::string sku, BooleanCompletion completion);
-  void removeProductInCall(std::string sku, AgentErrorCompletion completion);
-  void addProductToCart(std::string sku, AgentErrorCompletion completion);
-  /// The quantity is passed on as it is; what one below 1 means is the page's business.
-  void updateProductInCart(std::string sku, std::int64_t quantity, AgentErrorCompletion completion);
-  /// The SKUs in the customer's cart, in the page's order.
-  void getProductsInCart(SkuListCompletion completion);
-  /// The quantities of the cart's SKUs that the page lists, as the page's events have told them so far.
-  void getCartStatus(CartStatusCompletion completion);
-  void isProductInCart(std::string sku, BooleanCompletion completion);
-  void removeProductInCart(std::string sku, AgentErrorCompletion completion);
-  /// Lowers the quantity by one; at 1 the line goes. `SkuNotFound` where the cart has none of it.
-  void decrementProductInCart(std::string sku, AgentErrorCompletion completion);
-
-  /// @}
 
   /// Hands over the token that the event `RefreshSsoToken` asked for, with the identifier that came with it. Sent in
   /// every state of the call.
@@ -145,7 +114,9 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   friend class AgentViewAccess;
   class Parts;
 
+  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
   void buildWebView();
+  void tellPageOfMaximizing();
 
   std::unique_ptr<Parts> parts_;
 };

@@ -2,8 +2,8 @@
 
 #include <memory>
 
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/declarative/agent_context_access.h"
-#include "corvane/minimized/minimized_state.h"
 
 namespace corvane {
 

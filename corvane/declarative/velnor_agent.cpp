@@ -1,5 +1,6 @@
 #include "corvane/declarative/velnor_agent.h"
 
+#include <functional>
 #include <utility>
 
 #include "corvane/declarative/agent_context_access.h"
@@ -35,10 +36,10 @@ struct VelnorAgent::Wrapper {
  private:
   [[nodiscard]] std::shared_ptr<VelnorAgentView> makeAgentView() const {
     auto view = VelnorAgentView::create(region, organisationId, enableSSO);
-    view->setMinimizedOrigin(config.minimizedOrigin);
-    view->setMinimizedSize(config.minimizedSize);
-    view->setMinimizedSuperview(config.minimizedSuperview);
-    view->setTapToMaximize(config.tapToMaximize);
+    view->setMinimizedOrigin(config.minimized.origin);
+    view->setMinimizedSize(config.minimized.size);
+    view->setMinimizedSuperview(config.minimized.superview);
+    view->setTapToMaximize(config.minimized.tapToMaximize);
     view->setEventHandler(config.eventHandler);
     if (!view->isLoaded()) view->loadBooking(connectId);
     return view;
@@ -47,7 +48,21 @@ struct VelnorAgent::Wrapper {
 
 namespace {
 
-void letGoUnlessMinimized() {
+/// The view's value where the context has a view, else the agent's own.
+template <class Value>
+Value read(auto property, const Value& own) {
+  const auto view = VelnorAgentContext::shared().agentView();
+  return view == nullptr ? own : std::invoke(property, *view);
+}
+
+/// Writes the agent's own value, and the view's where the context has a view.
+template <class Value>
+void write(auto property, Value& own, Value value) {
+  own = value;
+  if (const auto view = VelnorAgentContext::shared().agentView()) std::invoke(property, *view, std::move(value));
+}
+
+void releaseUnlessMinimized() {
   VelnorAgentContext& context = VelnorAgentContext::shared();
   if (context.agentView() == nullptr || context.agentView()->isMinimized()) return;
   AgentContextAccess::setAgentView(context, nullptr);
@@ -76,49 +91,39 @@ VelnorAgent::VelnorAgent(const std::shared_ptr<VelnorAgentView>& agentView)
 VelnorAgentContext& VelnorAgent::context() { return VelnorAgentContext::shared(); }
 
 bool VelnorAgent::tapToMaximize() const {
-  const auto view = context().agentView();
-  return view ? view->tapToMaximize() : config_.tapToMaximize;
+  return read(&VelnorAgentView::tapToMaximize, config_.minimized.tapToMaximize);
 }
 void VelnorAgent::setTapToMaximize(bool isOn) {
-  config_.tapToMaximize = isOn;
-  if (const auto view = context().agentView()) view->setTapToMaximize(isOn);
+  write(&VelnorAgentView::setTapToMaximize, config_.minimized.tapToMaximize, isOn);
 }
 
 MinimizedOrigin VelnorAgent::minimizedOrigin() const {
-  const auto view = context().agentView();
-  return view ? view->minimizedOrigin() : config_.minimizedOrigin;
+  return read(&VelnorAgentView::minimizedOrigin, config_.minimized.origin);
 }
 void VelnorAgent::setMinimizedOrigin(MinimizedOrigin origin) {
-  config_.minimizedOrigin = origin;
-  if (const auto view = context().agentView()) view->setMinimizedOrigin(origin);
+  write(&VelnorAgentView::setMinimizedOrigin, config_.minimized.origin, origin);
 }
 
 std::optional<CGSize> VelnorAgent::minimizedSize() const {
-  const auto view = context().agentView();
-  return view ? view->minimizedSize() : config_.minimizedSize;
+  return read(&VelnorAgentView::minimizedSize, config_.minimized.size);
 }
 void VelnorAgent::setMinimizedSize(std::optional<CGSize> size) {
-  config_.minimizedSize = size;
   // The view raises what is too small; this value keeps what was asked for.
-  if (const auto view = context().agentView()) view->setMinimizedSize(size);
+  write(&VelnorAgentView::setMinimizedSize, config_.minimized.size, size);
 }
 
 std::shared_ptr<UIView> VelnorAgent::minimizedSuperview() const {
-  const auto view = context().agentView();
-  return view ? view->minimizedSuperview() : config_.minimizedSuperview;
+  return read(&VelnorAgentView::minimizedSuperview, config_.minimized.superview);
 }
 void VelnorAgent::setMinimizedSuperview(std::shared_ptr<UIView> superview) {
-  config_.minimizedSuperview = superview;
-  if (const auto view = context().agentView()) view->setMinimizedSuperview(std::move(superview));
+  write(&VelnorAgentView::setMinimizedSuperview, config_.minimized.superview, std::move(superview));
 }
 
 AgentEventHandler VelnorAgent::eventHandler() const {
-  const auto view = context().agentView();
-  return view ? view->eventHandler() : config_.eventHandler;
+  return read(&VelnorAgentView::eventHandler, config_.eventHandler);
 }
 void VelnorAgent::setEventHandler(AgentEventHandler handler) {
-  config_.eventHandler = handler;
-  if (const auto view = context().agentView()) view->setEventHandler(std::move(handler));
+  write(&VelnorAgentView::setEventHandler, config_.eventHandler, std::move(handler));
 }
 
 AnyView VelnorAgent::body() const {
@@ -127,7 +132,7 @@ AnyView VelnorAgent::body() const {
                  .connectId = connectId_,
                  .enableSSO = enableSSO_,
                  .config = config_} |
-         onDisappear(&letGoUnlessMinimized);
+         onDisappear(&releaseUnlessMinimized);
 }
 
 }  // namespace corvane

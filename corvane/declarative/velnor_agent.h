@@ -9,7 +9,7 @@
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/export.h"
-#include "corvane/minimized/minimized_origin.h"
+#include "corvane/minimized/minimized_settings.h"
 #include "corvane/platform/declarative/any_view.h"
 #include "corvane/platform/geometry/geometry.h"
 #include "corvane/platform/views/ui_view.h"
@@ -66,10 +66,7 @@ class CORVANE_EXPORT VelnorAgent final {
  private:
   struct Wrapper;
   struct Config {
-    bool tapToMaximize = false;
-    MinimizedOrigin minimizedOrigin = MinimizedOrigin::topLeft();
-    std::optional<CGSize> minimizedSize;
-    std::shared_ptr<UIView> minimizedSuperview;
+    MinimizedSettings minimized;
     AgentEventHandler eventHandler;
   };
 

@@ -17,6 +17,10 @@ void VelnorAgentContext::maximizeAgent() {
   if (const auto view = agentView_) view->maximizeView();
 }
 
+std::shared_ptr<RequestChannel> VelnorAgentContext::requestChannel() const {
+  return agentView_ == nullptr ? nullptr : AgentViewAccess::parts(*agentView_).requests;
+}
+
 void VelnorAgentContext::setAgentView(std::shared_ptr<VelnorAgentView> view) {
   // The former view may end here; by then the context already says what it has now.
   const auto former = std::exchange(agentView_, std::move(view));

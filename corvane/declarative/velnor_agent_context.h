@@ -4,7 +4,7 @@
 #include <memory>
 #include <optional>
 
-#include "corvane/agent_view/forwarded_operations.h"
+#include "corvane/agent_view/agent_operations.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/bridge/agent_event.h"
 #include "corvane/declarative/velnor_agent.h"
@@ -22,7 +22,7 @@ namespace corvane {
 /// Threads:   main thread only.
 /// Failure:   none; without a view everything does nothing.
 class CORVANE_EXPORT VelnorAgentContext final : public ObservableObject,
-                                                public ForwardedOperations,
+                                                public AgentOperations,
                                                 public std::enable_shared_from_this<VelnorAgentContext> {
   struct ConstructionKey {
     explicit ConstructionKey() = default;
@@ -52,7 +52,7 @@ class CORVANE_EXPORT VelnorAgentContext final : public ObservableObject,
   void setAgentView(std::shared_ptr<VelnorAgentView> view);
   void setAgent(std::optional<VelnorAgent> agent);
   void receive(const AgentEvent& event);
-  [[nodiscard]] std::shared_ptr<VelnorAgentView> operatedView() const override { return agentView_; }
+  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
 
   Published<bool> isMinimized_{*this};
   std::optional<VelnorAgent> agent_;

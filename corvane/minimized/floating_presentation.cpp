@@ -19,8 +19,9 @@ constexpr auto snapDuration = 500ms;
 
 }  // namespace
 
-std::shared_ptr<FloatingPresentation> FloatingPresentation::create(std::weak_ptr<FloatingPresentationHost> host) {
-  auto presentation = std::make_shared<FloatingPresentation>(ConstructionKey{}, std::move(host));
+std::shared_ptr<FloatingPresentation> FloatingPresentation::create(
+    std::weak_ptr<FloatingPresentationDelegate> delegate) {
+  auto presentation = std::make_shared<FloatingPresentation>(ConstructionKey{}, std::move(delegate));
   presentation->makeRecognizers();
   return presentation;
 }
@@ -30,36 +31,32 @@ void FloatingPresentation::makeRecognizers() {
       weak_from_this(), [](FloatingPresentation& self, const UIPanGestureRecognizer& sender) { self.drag(sender); }));
   tapGestureRecognizer_ = UITapGestureRecognizer::create(
       whileAlive(weak_from_this(), [](FloatingPresentation& self, const UITapGestureRecognizer&) {
-        if (const auto host = self.host_.lock()) host->maximizeRequested();
+        if (const auto delegate = self.delegate_.lock()) delegate->maximizeRequested();
       }));
 }
 
-void FloatingPresentation::setMinimizedSize(std::optional<CGSize> size) {
-  minimizedSize_ = size ? std::optional(atLeastMinimizedSize(*size)) : std::nullopt;
-}
-
 std::shared_ptr<UIView> FloatingPresentation::container(const UIView& view) const {
-  if (minimizedSuperview != nullptr) return minimizedSuperview;
+  if (settings.superview != nullptr) return settings.superview;
   if (auto window = view.window()) return window;
   return view.superview();
 }
 
 void FloatingPresentation::minimize(std::function<void()> completion) {
-  const auto host = host_.lock();
-  if (host == nullptr || isMinimized_) return;
-  UIView& view = host->view();
+  const auto delegate = delegate_.lock();
+  if (delegate == nullptr || isMinimized_) return;
+  UIView& view = delegate->view();
   // Handlers may take the container away.
   const std::weak_ptr<UIView> weakContainer = container(view);
   if (weakContainer.expired()) return;
-  host->emitEvent(AgentEvent::WillMinimize{});
+  delegate->emitEvent(AgentEvent::WillMinimize{});
 
   const auto container = weakContainer.lock();
   originalFrame_ = view.frame();
   if (container != nullptr && view.superview() != container) container->addSubview(view.shared_from_this());
   view.setTranslatesAutoresizingMaskIntoConstraints(true);
-  MinimizedStore::shared().setAgentView(host->agentView());
-  const MinimizedShape shape = minimizedShape(originalFrame_, minimizedSize_);
-  const CGRect frame{minimizedPlace(minimizedOrigin, shape.size,
+  MinimizedStore::shared().setAgentView(delegate->agentView());
+  const MinimizedShape shape = minimizedShape(originalFrame_, settings.size);
+  const CGRect frame{minimizedPlace(settings.origin, shape.size,
                                     container == nullptr ? std::nullopt : std::optional(container->frame().size)),
                      shape.size};
   view.setClipsToBounds(true);
@@ -76,21 +73,21 @@ void FloatingPresentation::minimize(std::function<void()> completion) {
       afterwards(&FloatingPresentation::didShrink, std::move(completion)));
 }
 
-void FloatingPresentation::didShrink(FloatingPresentationHost& host, const std::function<void()>& completion) {
-  UIView& view = host.view();
+void FloatingPresentation::didShrink(FloatingPresentationDelegate& delegate, const std::function<void()>& completion) {
+  UIView& view = delegate.view();
   view.addGestureRecognizer(panGestureRecognizer_);
-  if (tapToMaximize) {
+  if (settings.tapToMaximize) {
     view.addGestureRecognizer(tapGestureRecognizer_);
-    host.setPageInteractionEnabled(false);
+    delegate.setPageInteractionEnabled(false);
   }
   completion();
 }
 
 void FloatingPresentation::maximize(std::function<void()> completion) {
-  const auto host = host_.lock();
-  if (host == nullptr || !isMinimized_) return;
-  host->emitEvent(AgentEvent::WillMaximize{});
-  UIView& view = host->view();
+  const auto delegate = delegate_.lock();
+  if (delegate == nullptr || !isMinimized_) return;
+  delegate->emitEvent(AgentEvent::WillMaximize{});
+  UIView& view = delegate->view();
   isMinimized_ = false;
   view.setClipsToBounds(false);
   UIView::animate(
@@ -104,13 +101,13 @@ void FloatingPresentation::maximize(std::function<void()> completion) {
       afterwards(&FloatingPresentation::didGrow, std::move(completion)));
 }
 
-void FloatingPresentation::didGrow(FloatingPresentationHost& host, const std::function<void()>& completion) {
-  UIView& view = host.view();
+void FloatingPresentation::didGrow(FloatingPresentationDelegate& delegate, const std::function<void()>& completion) {
+  UIView& view = delegate.view();
   view.removeGestureRecognizer(panGestureRecognizer_);
   view.removeGestureRecognizer(tapGestureRecognizer_);
-  host.setPageInteractionEnabled(true);
+  delegate.setPageInteractionEnabled(true);
   MinimizedStore& store = MinimizedStore::shared();
-  const auto agentView = host.agentView();
+  const auto agentView = delegate.agentView();
   // The action may register another one.
   const auto restore = store.restoreAction();
   if (restore && store.agentView() == agentView) restore(agentView);
@@ -119,9 +116,9 @@ void FloatingPresentation::didGrow(FloatingPresentationHost& host, const std::fu
 }
 
 void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
-  const auto host = host_.lock();
-  if (host == nullptr || !isMinimized_) return;
-  UIView& view = host->view();
+  const auto delegate = delegate_.lock();
+  if (delegate == nullptr || !isMinimized_) return;
+  UIView& view = delegate->view();
   const auto container = this->container(view);
   if (container == nullptr || sender.view().get() != &view) return;
   const CGPoint location = sender.location(container.get());
@@ -161,7 +158,7 @@ void FloatingPresentation::snap(UIView& view, const std::shared_ptr<UIView>& con
 std::move_only_function<void(bool)> FloatingPresentation::afterwards(Step step, std::function<void()> completion) {
   return whileAlive(weak_from_this(),
                     [step, completion = std::move(completion)](FloatingPresentation& self, bool /*finished*/) {
-                      if (const auto host = self.host_.lock()) (self.*step)(*host, completion);
+                      if (const auto delegate = self.delegate_.lock()) (self.*step)(*delegate, completion);
                     });
 }
 

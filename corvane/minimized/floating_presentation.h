@@ -3,10 +3,9 @@
 
 #include <functional>
 #include <memory>
-#include <optional>
 
 #include "corvane/bridge/agent_event.h"
-#include "corvane/minimized/minimized_origin.h"
+#include "corvane/minimized/minimized_settings.h"
 #include "corvane/platform/geometry/geometry.h"
 #include "corvane/platform/views/ui_pan_gesture_recognizer.h"
 #include "corvane/platform/views/ui_tap_gesture_recognizer.h"
@@ -17,9 +16,9 @@ namespace corvane {
 class VelnorAgentView;
 
 /// What the floating presentation needs of the view that it presents.
-class FloatingPresentationHost {
+class FloatingPresentationDelegate {
  public:
-  virtual ~FloatingPresentationHost() = default;
+  virtual ~FloatingPresentationDelegate() = default;
   [[nodiscard]] virtual UIView& view() = 0;
   /// The view as what it is, for those who hold it.
   [[nodiscard]] virtual std::shared_ptr<VelnorAgentView> agentView() = 0;
@@ -43,9 +42,9 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   };
 
  public:
-  static std::shared_ptr<FloatingPresentation> create(std::weak_ptr<FloatingPresentationHost> host);
-  FloatingPresentation(ConstructionKey /*key*/, std::weak_ptr<FloatingPresentationHost> host)
-      : host_(std::move(host)) {}
+  static std::shared_ptr<FloatingPresentation> create(std::weak_ptr<FloatingPresentationDelegate> delegate);
+  FloatingPresentation(ConstructionKey /*key*/, std::weak_ptr<FloatingPresentationDelegate> delegate)
+      : delegate_(std::move(delegate)) {}
 
   /// Shrinks the view and calls the completion when it can be dragged.
   void minimize(std::function<void()> completion);
@@ -55,31 +54,25 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   /// Between the start of the shrinking and that of the growing. Frame and transform then belong to the presentation.
   [[nodiscard]] bool isMinimized() const { return isMinimized_; }
 
-  [[nodiscard]] std::optional<CGSize> minimizedSize() const { return minimizedSize_; }
-  void setMinimizedSize(std::optional<CGSize> size);
-
-  // The host app's wishes. Place and size are read once the view has said that it will shrink, the container before
-  // that and with each movement of a drag, and whether to be tapped when the view has shrunk.
-  MinimizedOrigin minimizedOrigin = MinimizedOrigin::topLeft();
-  std::shared_ptr<UIView> minimizedSuperview;
-  bool tapToMaximize = false;
+  /// What the host app wants. Origin and size are read once the view has said that it will shrink, the container before
+  /// that and with each movement of a drag, and whether to be tapped when the view has shrunk.
+  MinimizedSettings settings;
 
  private:
   void makeRecognizers();
   [[nodiscard]] std::shared_ptr<UIView> container(const UIView& view) const;
-  void didShrink(FloatingPresentationHost& host, const std::function<void()>& completion);
-  void didGrow(FloatingPresentationHost& host, const std::function<void()>& completion);
+  void didShrink(FloatingPresentationDelegate& host, const std::function<void()>& completion);
+  void didGrow(FloatingPresentationDelegate& host, const std::function<void()>& completion);
   void drag(const UIPanGestureRecognizer& sender);
   void snap(UIView& view, const std::shared_ptr<UIView>& container);
   /// A completion that runs a step, and what follows it, if the view still lives by then; the view lives on until both
   /// have returned.
-  using Step = void (FloatingPresentation::*)(FloatingPresentationHost&, const std::function<void()>&);
+  using Step = void (FloatingPresentation::*)(FloatingPresentationDelegate&, const std::function<void()>&);
   [[nodiscard]] std::move_only_function<void(bool)> afterwards(Step step, std::function<void()> completion);
 
-  std::weak_ptr<FloatingPresentationHost> host_;
+  std::weak_ptr<FloatingPresentationDelegate> delegate_;
   bool isMinimized_ = false;
   CGRect originalFrame_;
-  std::optional<CGSize> minimizedSize_;
   CGPoint prevDragLocation_;
   std::shared_ptr<UIPanGestureRecognizer> panGestureRecognizer_;
   std::shared_ptr<UITapGestureRecognizer> tapGestureRecognizer_;

@@ -12,7 +12,7 @@ using namespace std::chrono_literals;
 using Log = std::vector<std::string>;
 
 /// Stands where the agent view stands: notes what is asked of it.
-class FakeHost final : public RequestChannelHost {
+class FakeHost final : public RequestChannelDelegate {
  public:
   explicit FakeHost(Log& log) : log_(log) {}
   ~FakeHost() override { log_.emplace_back("host ends"); }
@@ -24,11 +24,6 @@ class FakeHost final : public RequestChannelHost {
     RunLoop::main().post([completion = std::move(completion)]() mutable { completion(JsonValue()); });
   }
   void scriptDidFail(const WebError& error) override { log_.push_back("script failed: " + error.description); }
-  void maximize(std::function<void()> completion) override {
-    log_.emplace_back("maximize");
-    RunLoop::main().schedule(250ms, std::move(completion));
-  }
-  void emitEvent(const AgentEvent& event) override { log_.push_back(encodeJson(event)); }
 
   bool isCallActive = true;
   CartQuantities quantities;
@@ -94,17 +89,12 @@ TEST_F(RequestChannelTest, ActionsWithoutAnAnswerGoAtOnceAndPastThoseThatWait) {
   channel_->submit(request("a"));
   host_->isCallActive = false;
   channel_->submit(std::make_shared<SSOAction>(SSOActionFields{.data = {"t", "r"}}));
-  channel_->submit(std::make_shared<VoidAction>(Action::maximize));
   EXPECT_EQ(takeLog(), (Log{R"(evaluate postAction({"eventType":"SDK_INTERNAL_REFRESH_SSO_TOKEN","data":)"
-                            R"({"idToken":"t","responseId":"r"}});)",
-                            "maximize"}));
+                            R"({"idToken":"t","responseId":"r"}});)"}));
   loop().runUntilIdle();
   EXPECT_EQ(takeLog(), Log{posting("a")}) << "once admitted, the state of the call does not matter";
   answerTo("a");
   takeLog();
-  loop().advance(1s);
-  EXPECT_EQ(takeLog(),
-            (Log{R"(evaluate postAction({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"});)", R"({"didMaximize":{}})"}));
   host_->isCallActive = true;
   channel_->submit(request("\xFF"));
   loop().advance(5s);

@@ -5,10 +5,10 @@
 
 #include <string_view>
 
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/declarative/agent_modifiers.h"
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/declarative/velnor_agent_context.h"
-#include "corvane/minimized/minimized_state.h"
 #include "corvane/platform/declarative/conditional_view.h"
 #include "corvane/platform/declarative/view_host.h"
 #include "corvane/platform/declarative/view_identity.h"

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "corvane/agent_view/agent_view_parts.h"
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/agent_view/velnor_agent_view.h"
-#include "corvane/minimized/minimized_state.h"
 #include "corvane/platform/views/ui_window.h"
 #include "tests/support/headless_test.h"
 

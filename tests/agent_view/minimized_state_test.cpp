@@ -1,4 +1,4 @@
-#include "corvane/minimized/minimized_state.h"
+#include "corvane/agent_view/minimized_state.h"
 
 #include "corvane/minimized/scene_key_window.h"
 #include "corvane/platform/views/ui_application.h"

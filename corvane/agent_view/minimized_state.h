@@ -4,7 +4,7 @@
 #include <functional>
 #include <memory>
 
-#include "corvane/agent_view/forwarded_operations.h"
+#include "corvane/agent_view/agent_operations.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/export.h"
 #include "corvane/platform/views/ui_view.h"
@@ -20,7 +20,7 @@ namespace corvane {
 /// Ownership: one instance for the process, made on first use; it holds the view strongly.
 /// Threads:   main thread only.
 /// Failure:   none; without a view everything does nothing.
-class CORVANE_EXPORT MinimizedState final : public ForwardedOperations {
+class CORVANE_EXPORT MinimizedState final : public AgentOperations {
  public:
   using RestoreAction = std::function<void(const std::shared_ptr<VelnorAgentView>&)>;
 
@@ -48,7 +48,7 @@ class CORVANE_EXPORT MinimizedState final : public ForwardedOperations {
  private:
   MinimizedState() = default;
   ~MinimizedState() = default;
-  [[nodiscard]] std::shared_ptr<VelnorAgentView> operatedView() const override { return agentView(); }
+  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
 };
 
 }  // namespace corvane

@@ -1,7 +1,8 @@
-#include "corvane/minimized/minimized_state.h"
+#include "corvane/agent_view/minimized_state.h"
 
 #include <utility>
 
+#include "corvane/agent_view/agent_view_parts.h"
 #include "corvane/minimized/minimized_store.h"
 
 namespace corvane {
@@ -44,6 +45,11 @@ void MinimizedState::remove() const {
 
 void MinimizedState::maximize() const {
   if (const auto view = agentView()) view->maximizeView();
+}
+
+std::shared_ptr<RequestChannel> MinimizedState::requestChannel() const {
+  const auto view = agentView();
+  return view == nullptr ? nullptr : AgentViewAccess::parts(*view).requests;
 }
 
 }  // namespace corvane

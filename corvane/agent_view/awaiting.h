@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/agent_view/agent_operations.h"
 #include "corvane/bridge/completion.h"
 #include "corvane/product/product.h"
 
@@ -115,15 +116,14 @@ class Awaited<Outcome>::Completion {
 
 /// The operations of an agent view, or of a holder of one, without their completions. Each begins at once.
 ///
-/// It refers to `Operations` and is made where it is used, by `awaiting`.
-template <class Operations>
-class Awaiting {
+/// It refers to the view or the holder, and is made where it is used, by `awaiting`.
+class AwaitedOperations {
  public:
   using Done = Awaited<std::optional<AgentError>>;
   template <class Value>
   using Answer = Awaited<AgentResult<Value>>;
 
-  explicit Awaiting(Operations& operations) : operations_(operations) {}
+  explicit AwaitedOperations(AgentOperations& operations) : operations_(operations) {}
 
   Done addProductToCall(Product product) {
     return Done([&](auto done) { operations_.addProductToCall(std::move(product), std::move(done)); });
@@ -160,14 +160,11 @@ class Awaiting {
   }
 
  private:
-  Operations& operations_;
+  AgentOperations& operations_;
 };
 
 /// `awaiting(*view)`, `awaiting(MinimizedState::shared())`, `awaiting(*context)`.
-template <class Operations>
-[[nodiscard]] Awaiting<Operations> awaiting(Operations& operations) {
-  return Awaiting<Operations>(operations);
-}
+[[nodiscard]] inline AwaitedOperations awaiting(AgentOperations& operations) { return AwaitedOperations(operations); }
 
 /// A coroutine that begins at once and that nobody waits for, such as one that an event handler starts.
 ///

@@ -1,4 +1,4 @@
-#include "corvane/awaiting.h"
+#include "corvane/agent_view/awaiting.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,8 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/agent_view/velnor_agent_view.h"
-#include "corvane/minimized/minimized_state.h"
 #include "corvane/simulation/simulated_agent_tool.h"
 #include "tests/support/headless_test.h"
 #include "tests/support/outcome_text.h"
@@ -87,8 +87,7 @@ TEST_F(AwaitingTheView, OperationsBeginInOrderHoweverTheyAreAwaitedAndARefusalDo
   EXPECT_EQ(log_, (Log{"error noActiveCall", "error noActiveCall", "an operation is awaited once"}));
 }
 
-template <class Operations>
-DetachedTask noteTheEnd(Operations& operations, std::shared_ptr<int> /*alive*/, Log& log) {
+DetachedTask noteTheEnd(AgentOperations& operations, std::shared_ptr<int> /*alive*/, Log& log) {
   auto operation = awaiting(operations).getCartStatus();
   try {
     log.push_back(outcomeText(co_await operation));

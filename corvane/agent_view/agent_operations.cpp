@@ -1,0 +1,97 @@
+// Each operation is one action record.
+#include "corvane/agent_view/agent_operations.h"
+
+#include <optional>
+#include <utility>
+
+#include "corvane/agent_view/request_channel.h"
+#include "corvane/bridge/action_records.h"
+#include "corvane/platform/foundation/uuid.h"
+
+namespace corvane {
+
+namespace {
+
+template <class Record, class Data, class Completion>
+void request(const std::shared_ptr<RequestChannel>& channel, Action action, Data data, Completion completion) {
+  if (channel != nullptr) channel->submit(std::make_shared<Record>(std::move(data), std::move(completion), action));
+}
+
+RequestId newRequest() { return {._id = makeUuid()}; }
+
+SkuData newRequest(std::string sku, std::optional<std::int64_t> quantity = std::nullopt) {
+  return {._id = makeUuid(), .sku = std::move(sku), .quantity = quantity};
+}
+
+void requestUpdate(const std::shared_ptr<RequestChannel>& channel, std::string sku, std::int64_t quantity,
+                   AgentErrorCompletion completion) {
+  request<SkuAction>(channel, Action::updateProductInCart, newRequest(std::move(sku), quantity), std::move(completion));
+}
+
+}  // namespace
+
+void AgentOperations::addProductToCall(Product product, AgentErrorCompletion completion) {
+  request<AddProductAction>(requestChannel(), Action::addProductToCall,
+                            ProductActionData{.data = std::move(product), ._id = makeUuid()}, std::move(completion));
+}
+
+void AgentOperations::getProductsInCall(SkuListCompletion completion) {
+  request<GetProductAction>(requestChannel(), Action::getProductsInCall, newRequest(), std::move(completion));
+}
+
+void AgentOperations::isProductInCall(std::string sku, BooleanCompletion completion) {
+  request<SkuBoolResponseAction>(requestChannel(), Action::isProductInCall, newRequest(std::move(sku)),
+                                 std::move(completion));
+}
+
+void AgentOperations::removeProductInCall(std::string sku, AgentErrorCompletion completion) {
+  request<SkuAction>(requestChannel(), Action::removeProductInCall, newRequest(std::move(sku)), std::move(completion));
+}
+
+void AgentOperations::addProductToCart(std::string sku, AgentErrorCompletion completion) {
+  request<SkuAction>(requestChannel(), Action::addProductToCart, newRequest(std::move(sku)), std::move(completion));
+}
+
+void AgentOperations::updateProductInCart(std::string sku, std::int64_t quantity, AgentErrorCompletion completion) {
+  requestUpdate(requestChannel(), std::move(sku), quantity, std::move(completion));
+}
+
+void AgentOperations::getProductsInCart(SkuListCompletion completion) {
+  request<GetProductAction>(requestChannel(), Action::getProductsInCart, newRequest(), std::move(completion));
+}
+
+void AgentOperations::getCartStatus(CartStatusCompletion completion) {
+  request<GetCartStatusAction>(requestChannel(), Action::getProductsInCart, newRequest(), std::move(completion));
+}
+
+void AgentOperations::isProductInCart(std::string sku, BooleanCompletion completion) {
+  request<SkuBoolResponseAction>(requestChannel(), Action::isProductInCart, newRequest(std::move(sku)),
+                                 std::move(completion));
+}
+
+void AgentOperations::removeProductInCart(std::string sku, AgentErrorCompletion completion) {
+  request<SkuAction>(requestChannel(), Action::removeProductInCart, newRequest(std::move(sku)), std::move(completion));
+}
+
+void AgentOperations::decrementProductInCart(std::string sku, AgentErrorCompletion completion) {
+  const auto channel = requestChannel();
+  if (channel == nullptr) return;
+  // The update goes to the view that the status was asked of, whatever a holder holds by then.
+  auto update = [channel, view = channel->delegate(), sku = std::move(sku),
+                 completion = std::move(completion)](AgentResult<CartQuantities> status) mutable {
+    const auto finish = [&](AgentError error) {
+      if (completion) completion(std::move(error));
+    };
+    if (!status) return finish(std::move(status.error()));
+    std::int64_t quantity = 0;
+    if (*status) {
+      if (const auto item = (*status)->find(sku); item != (*status)->end()) quantity = item->second;
+    }
+    if (quantity <= 0) return finish(AgentError::SkuNotFound{});
+    requestUpdate(channel, std::move(sku), quantity - 1, std::move(completion));
+  };
+  request<GetCartStatusAction>(channel, Action::getProductsInCart, newRequest(),
+                               CartStatusCompletion(std::move(update)));
+}
+
+}  // namespace corvane
