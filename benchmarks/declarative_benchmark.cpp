@@ -52,7 +52,7 @@ struct Stage {
   Stage& operator=(const Stage&) = delete;
   ~Stage() { AgentContextAccess::reset(VelnorAgentContext::shared()); }
 
-  std::unique_ptr<headless::Backend> backend = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend = headless::Backend::install().value();
   std::shared_ptr<UIWindow> window = UIWindow::create({{0, 0}, {390, 844}});
   Model model;
   std::shared_ptr<ViewHost> host = ViewHost::create(*window);

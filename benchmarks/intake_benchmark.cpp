@@ -47,7 +47,7 @@ class CountingHost {
   void receive(std::string_view text) { engine_->postMessage(agentEventChannel, text); }
 
  private:
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "organisation", false);
   headless::HeadlessWebEngine* engine_ = headless::HeadlessWebEngine::of(*view_);
   std::size_t count_ = 0;

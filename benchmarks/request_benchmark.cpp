@@ -19,6 +19,8 @@
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/bridge/action_records.h"
 #include "corvane/platform/foundation/uuid.h"
+#include "corvane/platform/capture/stored_authorization.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/headless/headless_backend.h"
 
 namespace corvane::benchmarks {
@@ -79,7 +81,6 @@ class IdleEngineFactory final : public WebEngineFactory {
 class CallingHost {
  public:
   CallingHost() {
-    WebEngineFactory::install(&factory_);
     view = VelnorAgentView::create(Region::eu(), "organisation", false);
     factory_.engine->receive(
         JsonValue::parse(R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})").value());
@@ -91,12 +92,12 @@ class CallingHost {
     const std::uint64_t allocationsBefore = allocationCount();
     const auto begin = Clock::now();
     request();
-    backend_->runLoop().runUntilIdle();
+    runLoop_.runUntilIdle();
     const auto end = Clock::now();
     allocations += allocationCount() - allocationsBefore;
     factory_.engine->answer();
     // Gets rid of the time limits of answered requests.
-    if (++requests_ % 64 == 0) backend_->runLoop().advance(RequestChannel::answerLimit);
+    if (++requests_ % 64 == 0) runLoop_.advance(RequestChannel::answerLimit);
     return end - begin;
   }
 
@@ -104,8 +105,10 @@ class CallingHost {
   std::uint64_t allocations = 0;
 
  private:
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  headless::VirtualRunLoop runLoop_;
   IdleEngineFactory factory_;
+  StoredAuthorization authorization_;
+  PlatformInstallation installation_{{.runLoop = &runLoop_, .engines = &factory_, .capture = &authorization_}};
   int requests_ = 0;
 };
 
@@ -138,7 +141,7 @@ BENCHMARK(cartActionToEngine)->UseManualTime();
 
 /// What the measurement above measures when there is nothing to do.
 void clockAlone(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   for (auto _ : state) {
     const auto begin = Clock::now();
     backend->runLoop().runUntilIdle();
@@ -202,7 +205,7 @@ class AnsweringView final : public RequestChannelDelegate, public std::enable_sh
 /// Requests of which each but the first waits for those before it. `bytes` is what one of them takes while it waits,
 /// its identifier included; the caller's strings and closures are so short that they take nothing of their own.
 void waitingRequests(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const auto host = std::make_shared<AnsweringView>();
   host->channel = RequestChannel::create(host);
   const auto count = static_cast<std::size_t>(state.range(0));

@@ -11,14 +11,14 @@ namespace corvane::benchmarks {
 namespace {
 
 void viewConstruction(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const AllocationReport report(state);
   for (auto _ : state) benchmark::DoNotOptimize(VelnorAgentView::create(Region::eu(), "organisation", false));
 }
 BENCHMARK(viewConstruction);
 
 void loadBooking(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   auto view = VelnorAgentView::create(Region::eu(), "organisation", false);
   int loads = 0;
   for (auto _ : state) {

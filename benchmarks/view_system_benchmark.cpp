@@ -49,6 +49,7 @@ void hitTestOfAThousandViews(benchmark::State& state) {
 BENCHMARK(hitTestOfAThousandViews);
 
 void dragOfTenMovements(benchmark::State& state) {
+  const auto backend = headless::Backend::install().value();
   const Tree tree;
   const AllocationReport report(state);
   for (auto _ : state) {
@@ -61,7 +62,7 @@ BENCHMARK(dragOfTenMovements);
 
 /// What a backend asks for once a frame, with none, one or all of the views moving.
 void presentationOfAThousandViews(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const Tree tree;
   UIView::animate(1h, [&] {
     for (std::size_t i = 0; i < static_cast<std::size_t>(state.range(0)); ++i) tree.views[i]->setCenter({5, 5});
@@ -76,7 +77,7 @@ void presentationOfAThousandViews(benchmark::State& state) {
 BENCHMARK(presentationOfAThousandViews)->Arg(0)->Arg(1)->Arg(1000);
 
 void beginningOfAnAnimation(benchmark::State& state) {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const Tree tree;
   double x = 0;
   const AllocationReport report(state);

@@ -84,7 +84,7 @@ class Transcript {
     std::printf("%7.3f s  %s\n", std::chrono::duration<double>(backend_->runLoop().now()).count(), line.c_str());
   }
 
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::shared_ptr<VelnorAgentView> view_ =
       VelnorAgentView::create(Region::custom("https://agent-tool.example.com"), "shop-42", /*enableSSO=*/false);

@@ -15,7 +15,7 @@ namespace {
 using namespace corvane;
 
 bool tourCall() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   backend->setCaptureAuthorization(AVMediaType::video, AVAuthorizationStatus::authorized);
   backend->setCaptureAuthorization(AVMediaType::audio, AVAuthorizationStatus::authorized);
 

@@ -20,7 +20,7 @@ std::shared_ptr<RequestStage> RequestStage::create() {
 }
 
 RequestStage::RequestStage()
-    : backend_(headless::Backend::install()),
+    : backend_(headless::Backend::install().value()),
       view_(VelnorAgentView::create(Region::custom("https://agent-tool.example.com"), "shop-42", true)),
       page_(simulation::SimulatedAgentTool::attach(view_)) {}
 

@@ -18,7 +18,7 @@ DetachedTask buyTheShirt(std::shared_ptr<VelnorAgentView> view) {
 }
 
 int main() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const auto view = VelnorAgentView::create(Region::eu(), "shop-42", /*enableSSO=*/false);
   const auto page = simulation::SimulatedAgentTool::attach(view);
   view->loadBooking("booking-7");

@@ -51,7 +51,7 @@ struct AppScreen {
 }  // namespace
 
 int main() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const auto window = UIWindow::create({{0, 0}, {390, 844}});
   Shop shop;
   const auto host = ViewHost::create(*window);

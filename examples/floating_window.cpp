@@ -23,7 +23,7 @@ void showCall(const std::shared_ptr<UIView>& screen, const std::shared_ptr<Velno
 }
 
 int main() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const auto window = UIWindow::create({{0, 0}, {390, 844}});
   const auto screen = UIView::create(window->bounds());
   window->addSubview(screen);

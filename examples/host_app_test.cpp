@@ -5,7 +5,7 @@
 #include <cstdlib>
 
 int main() {
-  const auto backend = corvane::headless::Backend::install();
+  const auto backend = corvane::headless::Backend::install().value();
   const auto view = corvane::VelnorAgentView::create(corvane::Region::eu(), "shop-42", /*enableSSO=*/false);
   const auto page = corvane::simulation::SimulatedAgentTool::attach(view);
 

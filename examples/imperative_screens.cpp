@@ -64,7 +64,7 @@ class App {
 }  // namespace
 
 int main() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   App app;
   const std::weak_ptr<VelnorAgentView> view = app.openCall();
 

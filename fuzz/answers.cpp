@@ -179,7 +179,7 @@ class Host {
     return texts;
   }
 
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
   std::shared_ptr<VelnorAgentView> view_ = VelnorAgentView::create(Region::eu(), "organisation", false);
   /// Completions refer to them.
   std::vector<std::unique_ptr<Asked>> asked_;

@@ -21,7 +21,7 @@ struct Host {
     });
   }
 
-  std::unique_ptr<headless::Backend> backend = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend = headless::Backend::install().value();
   std::shared_ptr<VelnorAgentView> view = VelnorAgentView::create(Region::eu(), "organisation", false);
   int events = 0;
 };

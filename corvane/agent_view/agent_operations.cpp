@@ -2,10 +2,12 @@
 #include "corvane/agent_view/agent_operations.h"
 
 #include <optional>
+#include <source_location>
 #include <utility>
 
 #include "corvane/agent_view/request_channel.h"
 #include "corvane/bridge/action_records.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/uuid.h"
 
 namespace corvane {
@@ -13,7 +15,9 @@ namespace corvane {
 namespace {
 
 template <class Record, class Data, class Completion>
-void request(const std::shared_ptr<RequestChannel>& channel, Action action, Data data, Completion completion) {
+void request(const std::shared_ptr<RequestChannel>& channel, Action action, Data data, Completion completion,
+             std::source_location door = std::source_location::current()) {
+  assertMainThread(door);
   if (channel != nullptr) channel->submit(std::make_shared<Record>(std::move(data), std::move(completion), action));
 }
 
@@ -24,8 +28,9 @@ SkuData newRequest(std::string sku, std::optional<std::int64_t> quantity = std::
 }
 
 void requestUpdate(const std::shared_ptr<RequestChannel>& channel, std::string sku, std::int64_t quantity,
-                   AgentErrorCompletion completion) {
-  request<SkuAction>(channel, Action::updateProductInCart, newRequest(std::move(sku), quantity), std::move(completion));
+                   AgentErrorCompletion completion, std::source_location door = std::source_location::current()) {
+  request<SkuAction>(channel, Action::updateProductInCart, newRequest(std::move(sku), quantity), std::move(completion),
+                     door);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "corvane/agent_view/agent_view_parts.h"
 #include "corvane/minimized/minimized_store.h"
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane {
 
@@ -12,20 +13,26 @@ MinimizedState& MinimizedState::shared() {
   return *state;
 }
 
-std::shared_ptr<VelnorAgentView> MinimizedState::agentView() const { return MinimizedStore::shared().agentView(); }
+std::shared_ptr<VelnorAgentView> MinimizedState::agentView() const {
+  assertMainThread();
+  return MinimizedStore::shared().agentView();
+}
 
 bool MinimizedState::isMinimized() const {
+  assertMainThread();
   const auto view = agentView();
   return view != nullptr && view->isMinimized();
 }
 
 void MinimizedState::bringToFront() const {
+  assertMainThread();
   const auto view = agentView();
   if (view == nullptr) return;
   if (const auto superview = view->superview()) superview->bringSubviewToFront(view);
 }
 
 void MinimizedState::moveTo(const std::shared_ptr<UIView>& view) const {
+  assertMainThread();
   const auto held = agentView();
   if (held == nullptr || view == nullptr || held->superview() == view) return;
   view->addSubview(held);
@@ -33,17 +40,23 @@ void MinimizedState::moveTo(const std::shared_ptr<UIView>& view) const {
 }
 
 void MinimizedState::registerRestoreAction(RestoreAction action) {
+  assertMainThread();
   MinimizedStore::shared().setRestoreAction(std::move(action));
 }
 
-void MinimizedState::resetRestoreAction() { MinimizedStore::shared().setRestoreAction(nullptr); }
+void MinimizedState::resetRestoreAction() {
+  assertMainThread();
+  MinimizedStore::shared().setRestoreAction(nullptr);
+}
 
 void MinimizedState::remove() const {
+  assertMainThread();
   if (const auto view = agentView()) view->removeFromSuperview();
   MinimizedStore::shared().setAgentView(nullptr);
 }
 
 void MinimizedState::maximize() const {
+  assertMainThread();
   if (const auto view = agentView()) view->maximizeView();
 }
 

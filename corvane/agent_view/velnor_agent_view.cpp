@@ -12,6 +12,7 @@
 #include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -47,6 +48,7 @@ bool mayCapture() {
 }  // namespace
 
 std::shared_ptr<VelnorAgentView> VelnorAgentView::create(Region region, std::string organisationId, bool enableSSO) {
+  assertMainThread();
   auto view =
       std::make_shared<VelnorAgentView>(ConstructionKey{}, std::move(region), std::move(organisationId), enableSSO);
   MinimizedStore::shared().setAgentView(nullptr);
@@ -83,6 +85,7 @@ void VelnorAgentView::setTransform(const CGAffineTransform& transform) {
 }
 
 void VelnorAgentView::loadBooking(std::string connectId) {
+  assertMainThread();
   Parts& parts = *parts_;
   if (parts.webView == nullptr) return;
   parts.connectId = std::move(connectId);
@@ -111,13 +114,18 @@ bool VelnorAgentView::isMinimized() const { return parts_->floating != nullptr &
 std::shared_ptr<RequestChannel> VelnorAgentView::requestChannel() const { return parts_->requests; }
 
 void VelnorAgentView::refreshSsoToken(std::string ssoToken, std::string responseId) {
+  assertMainThread();
   parts_->requests->submit(std::make_shared<SSOAction>(
       SSOActionFields{.data = {.idToken = std::move(ssoToken), .responseId = std::move(responseId)}}));
 }
 
-void VelnorAgentView::signOut() { parts_->requests->submit(std::make_shared<VoidAction>(Action::ssoLogout)); }
+void VelnorAgentView::signOut() {
+  assertMainThread();
+  parts_->requests->submit(std::make_shared<VoidAction>(Action::ssoLogout));
+}
 
 void VelnorAgentView::maximizeView() {
+  assertMainThread();
   const auto self = std::static_pointer_cast<VelnorAgentView>(weak_from_this().lock());
   if (self == nullptr || !isMinimized()) return;
   // The window has grown back before the page hears of it.
@@ -134,21 +142,32 @@ void VelnorAgentView::tellPageOfMaximizing() {
 }
 
 MinimizedOrigin VelnorAgentView::minimizedOrigin() const { return parts_->floating->settings.origin; }
-void VelnorAgentView::setMinimizedOrigin(MinimizedOrigin origin) { parts_->floating->settings.origin = origin; }
+void VelnorAgentView::setMinimizedOrigin(MinimizedOrigin origin) {
+  assertMainThread();
+  parts_->floating->settings.origin = origin;
+}
 std::optional<CGSize> VelnorAgentView::minimizedSize() const { return parts_->floating->settings.size; }
 void VelnorAgentView::setMinimizedSize(std::optional<CGSize> size) {
+  assertMainThread();
   parts_->floating->settings.size = size ? std::optional(atLeastMinimizedSize(*size)) : std::nullopt;
 }
 const std::shared_ptr<UIView>& VelnorAgentView::minimizedSuperview() const {
   return parts_->floating->settings.superview;
 }
 void VelnorAgentView::setMinimizedSuperview(std::shared_ptr<UIView> view) {
+  assertMainThread();
   parts_->floating->settings.superview = std::move(view);
 }
 bool VelnorAgentView::tapToMaximize() const { return parts_->floating->settings.tapToMaximize; }
-void VelnorAgentView::setTapToMaximize(bool isOn) { parts_->floating->settings.tapToMaximize = isOn; }
+void VelnorAgentView::setTapToMaximize(bool isOn) {
+  assertMainThread();
+  parts_->floating->settings.tapToMaximize = isOn;
+}
 AgentEventHandler VelnorAgentView::eventHandler() const { return parts_->eventHandler(); }
-void VelnorAgentView::setEventHandler(AgentEventHandler handler) { parts_->setEventHandler(std::move(handler)); }
+void VelnorAgentView::setEventHandler(AgentEventHandler handler) {
+  assertMainThread();
+  parts_->setEventHandler(std::move(handler));
+}
 
 void VelnorAgentView::userContentControllerDidReceive(WKUserContentController& /*controller*/,
                                                       const WKScriptMessage& message) {

@@ -1,12 +1,14 @@
 #include "corvane/declarative/velnor_agent.h"
 
 #include <functional>
+#include <source_location>
 #include <utility>
 
 #include "corvane/declarative/agent_context_access.h"
 #include "corvane/declarative/velnor_agent_context.h"
 #include "corvane/platform/declarative/appearance.h"
 #include "corvane/platform/declarative/ui_view_representable.h"
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane {
 
@@ -50,14 +52,16 @@ namespace {
 
 /// The view's value where the context has a view, else the agent's own.
 template <class Value>
-Value read(auto property, const Value& own) {
+Value read(auto property, const Value& own, std::source_location door = std::source_location::current()) {
+  assertMainThread(door);
   const auto view = VelnorAgentContext::shared().agentView();
   return view == nullptr ? own : std::invoke(property, *view);
 }
 
 /// Writes the agent's own value, and the view's where the context has a view.
 template <class Value>
-void write(auto property, Value& own, Value value) {
+void write(auto property, Value& own, Value value, std::source_location door = std::source_location::current()) {
+  assertMainThread(door);
   own = value;
   if (const auto view = VelnorAgentContext::shared().agentView()) std::invoke(property, *view, std::move(value));
 }
@@ -76,6 +80,7 @@ VelnorAgent::VelnorAgent(Region region, std::string organisationId, std::string 
       organisationId_(std::move(organisationId)),
       connectId_(std::move(connectId)),
       enableSSO_(enableSSO) {
+  assertMainThread();
   AgentContextAccess::setAgent(context(), *this);
 }
 
@@ -84,6 +89,7 @@ VelnorAgent::VelnorAgent(const std::shared_ptr<VelnorAgentView>& agentView)
       organisationId_(agentView->organisationId()),
       connectId_(agentView->connectId().value_or("")),
       enableSSO_(agentView->enableSSO()) {
+  assertMainThread();
   AgentContextAccess::setAgentView(context(), agentView);
   AgentContextAccess::setAgent(context(), *this);
 }

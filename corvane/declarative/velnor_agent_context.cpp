@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "corvane/agent_view/agent_view_parts.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -14,6 +15,7 @@ VelnorAgentContext& VelnorAgentContext::shared() {
 }
 
 void VelnorAgentContext::maximizeAgent() {
+  assertMainThread();
   if (const auto view = agentView_) view->maximizeView();
 }
 

@@ -84,7 +84,7 @@ class HeadlessPlatform final : public ContractPlatform {
  private:
   SimulatedAgentTool& page(const UIView& view) { return *pages_.at(&view); }
 
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   std::map<const UIView*, std::shared_ptr<SimulatedAgentTool>> pages_;
   bool promptAnswer_ = false;

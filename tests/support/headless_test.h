@@ -42,7 +42,7 @@ class HeadlessTest : public testing::Test {
   Log log_;
 
  private:
-  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install();
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
 };
 
 }  // namespace corvane

@@ -11,6 +11,7 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/headless/headless_backend.h"
 #include "corvane/platform/views/ui_pan_gesture_recognizer.h"
 #include "corvane/platform/views/ui_tap_gesture_recognizer.h"
 #include "corvane/platform/views/ui_window.h"
@@ -69,6 +70,7 @@ class TouchStorm {
   [[nodiscard]] int actionCount() const { return actionCount_; }
 
  private:
+  std::unique_ptr<headless::Backend> backend_ = headless::Backend::install().value();
   using State = UIGestureRecognizerState;
   static constexpr std::uint64_t fingerCount = 3;
 

@@ -1,19 +1,14 @@
 #include "corvane/platform/capture/capture_authorization.h"
 
+#include "corvane/platform/foundation/platform.h"
+
 namespace corvane {
-
-namespace {
-
-const CaptureAuthorization* installed = nullptr;
-
-}  // namespace
 
 CaptureAuthorization::~CaptureAuthorization() = default;
 
-void CaptureAuthorization::install(const CaptureAuthorization* authorization) { installed = authorization; }
-
 AVAuthorizationStatus AVCaptureDevice::authorizationStatus(AVMediaType mediaType) {
-  return installed == nullptr ? AVAuthorizationStatus::notDetermined : installed->status(mediaType);
+  const Platform* const platform = PlatformInstallation::findPlatform();
+  return platform == nullptr ? AVAuthorizationStatus::notDetermined : platform->capture->status(mediaType);
 }
 
 }  // namespace corvane

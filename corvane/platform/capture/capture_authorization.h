@@ -21,9 +21,6 @@ class CORVANE_EXPORT CaptureAuthorization {
  public:
   virtual ~CaptureAuthorization();
   [[nodiscard]] virtual AVAuthorizationStatus status(AVMediaType mediaType) const = 0;
-
-  /// Called by a backend when it is installed, and with null when it ends.
-  static void install(const CaptureAuthorization* authorization);
 };
 
 /// The capture devices of the system.

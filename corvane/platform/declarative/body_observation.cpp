@@ -4,41 +4,38 @@
 #include <utility>
 
 #include "corvane/platform/declarative/observable_object.h"
+#include "corvane/platform/foundation/main_thread_state.h"
 
 namespace corvane {
 
-namespace {
-
-BodyObservation* current = nullptr;
-
-}  // namespace
-
 BodyObservation::Evaluation::Evaluation(BodyObservation& observation)
-    : observation_(observation), outer_(std::exchange(current, &observation)) {
+    : observation_(observation), outer_(std::exchange(mainThreadState().bodyObservation, &observation)) {
   for (Followed& followed : observation.followed_) followed.isRead = false;
 }
 
 BodyObservation::Evaluation::~Evaluation() {
-  current = outer_;
+  if (MainThreadState* const state = findMainThreadState()) state->bodyObservation = outer_;
   std::erase_if(observation_.followed_, [](const Followed& followed) { return !followed.isRead; });
 }
 
 void BodyObservation::noteRead(const ObservableObject& object) {
-  if (current != nullptr) current->follow(object);
+  const MainThreadState* const state = findMainThreadState();
+  if (state != nullptr && state->bodyObservation != nullptr) state->bodyObservation->follow(object);
 }
 
 void BodyObservation::follow(const ObservableObject& object) {
-  const auto known = std::ranges::find(followed_, object.identity_, &Followed::object);
+  const auto known = std::ranges::find(followed_, object.objectWillChange().identity(), &Followed::object);
   if (known != followed_.end()) {
     known->isRead = true;
     return;
   }
   // The subscription is this object's own, and nothing is called once it has ended.
-  followed_.push_back(
-      {.object = object.identity_, .isRead = true, .subscription = object.objectWillChange().subscribe([this] {
-         isOutdated_ = true;
-         updater_.requestUpdate();
-       })});
+  followed_.push_back({.object = object.objectWillChange().identity(),
+                       .isRead = true,
+                       .subscription = object.objectWillChange().subscribe([this] {
+                         isOutdated_ = true;
+                         updater_.requestUpdate();
+                       })});
 }
 
 }  // namespace corvane

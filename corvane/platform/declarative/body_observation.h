@@ -1,7 +1,6 @@
 /// What the body of a mounted view value depends on.
 #pragma once
 
-#include <cstdint>
 #include <vector>
 
 #include "corvane/export.h"
@@ -53,7 +52,7 @@ class CORVANE_EXPORT BodyObservation {
 
  private:
   struct Followed {
-    std::uint64_t object;
+    const void* object;
     bool isRead;
     Subscription subscription;
   };

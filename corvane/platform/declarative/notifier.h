@@ -48,6 +48,9 @@ class Notifier {
     });
   }
 
+  /// Differs from that of every other notifier, also of one that has ended while a subscription to it is held.
+  [[nodiscard]] const void* identity() const { return listeners_.get(); }
+
   void notify(Arguments... arguments) const {
     const auto listeners = *listeners_;
     for (const auto& listener : listeners) {

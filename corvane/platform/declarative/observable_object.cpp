@@ -4,14 +4,6 @@
 
 namespace corvane {
 
-namespace {
-
-std::uint64_t lastIdentity = 0;
-
-}  // namespace
-
-ObservableObject::ObservableObject() : identity_(++lastIdentity) {}
-
 void ObservableObject::noteRead() const { BodyObservation::noteRead(*this); }
 
 }  // namespace corvane

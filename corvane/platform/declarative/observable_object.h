@@ -7,6 +7,7 @@
 
 #include "corvane/export.h"
 #include "corvane/platform/declarative/notifier.h"
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane {
 
@@ -23,7 +24,7 @@ class CORVANE_EXPORT ObservableObject {
   [[nodiscard]] const Notifier<>& objectWillChange() const { return objectWillChange_; }
 
  protected:
-  ObservableObject();
+  ObservableObject() = default;
   ~ObservableObject() = default;
 
  private:
@@ -34,8 +35,6 @@ class CORVANE_EXPORT ObservableObject {
   void noteRead() const;
 
   Notifier<> objectWillChange_;
-  /// Never used again, unlike an address.
-  std::uint64_t identity_;
 };
 
 /// A value of an observable object that tells before it changes.
@@ -55,6 +54,7 @@ class Published {
   }
   /// Tells those who follow the object, then those who follow this value, and then changes it.
   void set(Value value) {
+    assertMainThread();
     owner_.objectWillChange_.notify();
     willSet_.notify(value);
     value_ = std::move(value);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "corvane/platform/declarative/z_stack.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
@@ -24,6 +25,7 @@ class RootView final : public UIView {
 }  // namespace
 
 std::shared_ptr<ViewHost> ViewHost::create(UIView& container) {
+  assertMainThread();
   return std::make_shared<ViewHost>(ConstructionKey{}, container);
 }
 
@@ -38,11 +40,15 @@ ViewHost::~ViewHost() {
 }
 
 void ViewHost::show(AnyView view) {
+  assertMainThread();
   nextView_ = std::move(view);
   update();
 }
 
-void ViewHost::remove() { show(EmptyView{}); }
+void ViewHost::remove() {
+  assertMainThread();
+  show(EmptyView{});
+}
 
 void ViewHost::requestUpdate() {
   if (weak_from_this().expired() || std::exchange(isUpdateRequested_, true)) return;

@@ -1,24 +1,13 @@
 #include "corvane/platform/foundation/run_loop.h"
 
-#include <cassert>
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane {
 
-namespace {
-
-RunLoop* mainLoop = nullptr;
-
-}  // namespace
-
 RunLoop::~RunLoop() = default;
 
-RunLoop& RunLoop::main() {
-  assert(mainLoop != nullptr && "install a backend before using the framework");
-  return *mainLoop;
-}
+RunLoop& RunLoop::main() { return *PlatformInstallation::platform().runLoop; }
 
-bool RunLoop::hasMain() { return mainLoop != nullptr; }
-
-void RunLoop::installMain(RunLoop* loop) { mainLoop = loop; }
+bool RunLoop::hasMain() { return PlatformInstallation::findPlatform() != nullptr; }
 
 }  // namespace corvane

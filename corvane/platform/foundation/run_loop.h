@@ -29,13 +29,13 @@ class CORVANE_EXPORT RunLoop {
   /// Runs a task once when the delay has passed, never earlier and never inside this call.
   virtual void schedule(std::chrono::nanoseconds delay, Task task) = 0;
   [[nodiscard]] virtual Time now() const = 0;
+  /// Destroys every task that has not run, and those that come later. Called when the backend ends.
+  virtual void end() = 0;
 
-  /// The loop of the installed backend. A backend must be installed.
+  /// The loop of the installed backend. Without one, the program ends with a sentence that says so.
   static RunLoop& main();
   /// Whether a backend, any backend, is installed. There can be one at a time.
   static bool hasMain();
-  /// Called by a backend when it is installed, and with null when it ends.
-  static void installMain(RunLoop* loop);
 };
 
 }  // namespace corvane

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 
@@ -113,6 +114,7 @@ GlibRunLoop::~GlibRunLoop() { end(); }
 void GlibRunLoop::post(Task task) { queue_->post(std::move(task)); }
 
 void GlibRunLoop::schedule(std::chrono::nanoseconds delay, Task task) {
+  assertMainThread();
   const Time now = this->now();
   const Time delayed = std::clamp(delay, Time(0), Time::max() - now);
   queue_->schedule(now + delayed, std::move(task));

@@ -21,8 +21,8 @@ class GlibRunLoop final : public RunLoop {
   void schedule(std::chrono::nanoseconds delay, Task task) override;
   [[nodiscard]] Time now() const override;
 
-  /// Destroys everything that has not run. It may be called from inside a task.
-  void end();
+  /// It may be called from inside a task.
+  void end() override;
 
  private:
   class Queue;

@@ -10,10 +10,10 @@
 #include <utility>
 
 #include "corvane/platform/capture/stored_authorization.h"
-#include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
-#include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
+#include "corvane/platform/views/ui_window_scene.h"
 
 namespace corvane::gtk {
 
@@ -51,12 +51,15 @@ struct Backend::Parts {
 
   std::shared_ptr<EngineContext> context;
   EngineFactory factory;
-  SceneConnection scene;
   StoredAuthorization authorization;
+  PlatformInstallation installation{{.runLoop = context->runLoop.get(),
+                                     .engines = &factory,
+                                     .capture = &authorization,
+                                     .scene = UIWindowScene::create()}};
 };
 
 std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOptions options) {
-  if (RunLoop::hasMain()) return std::unexpected("A backend is already installed");
+  if (auto refusal = PlatformInstallation::refusal(); !refusal.empty()) return std::unexpected(std::move(refusal));
   if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
   // Without a display the toolkit would crash as soon as a web view is made.
   if (gtk_init_check() == FALSE) {
@@ -65,19 +68,9 @@ std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOpt
   return std::unique_ptr<Backend>(new Backend(std::make_unique<Parts>(options)));
 }
 
-Backend::Backend(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {
-  RunLoop::installMain(parts_->context->runLoop.get());
-  WebEngineFactory::install(&parts_->factory);
-  CaptureAuthorization::install(&parts_->authorization);
-}
+Backend::Backend(std::unique_ptr<Parts> parts) : parts_(std::move(parts)) {}
 
-Backend::~Backend() {
-  // First, so that what the tasks hold ends while everything is still installed.
-  parts_->context->runLoop->end();
-  CaptureAuthorization::install(nullptr);
-  WebEngineFactory::install(nullptr);
-  RunLoop::installMain(nullptr);
-}
+Backend::~Backend() = default;
 
 void Backend::setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) {
   parts_->authorization.set(mediaType, status);

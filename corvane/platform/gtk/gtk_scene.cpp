@@ -1,42 +1,41 @@
 #include "corvane/platform/gtk/gtk_scene.h"
 
 #include <algorithm>
+#include <memory>
 
-#include "corvane/platform/views/ui_application.h"
+#include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/views/ui_window_scene.h"
 
 namespace corvane::gtk {
 
 namespace {
 
-const SceneConnection* connection = nullptr;
+std::shared_ptr<UIWindowScene> installedScene() {
+  const Platform* const platform = PlatformInstallation::findPlatform();
+  return platform == nullptr ? nullptr : platform->scene;
+}
+
+/// While a scene has windows, one of them is the key window: the first at first, and the first of the others when that
+/// one leaves.
+void appointKeyWindow(const UIWindowScene& scene) {
+  const auto windows = scene.windows();
+  if (!windows.empty() && std::ranges::none_of(windows, &UIWindow::isKeyWindow)) windows.front()->makeKey();
+}
 
 }  // namespace
 
-SceneConnection::SceneConnection() {
-  connection = this;
-  UIApplication::shared().connect(scene_);
+void joinScene(UIWindow& window) {
+  const auto scene = installedScene();
+  if (scene == nullptr) return;
+  window.setWindowScene(scene);
+  appointKeyWindow(*scene);
 }
 
-SceneConnection::~SceneConnection() {
-  UIApplication::shared().disconnect(scene_);
-  connection = nullptr;
-}
-
-void SceneConnection::join(UIWindow& window) {
-  if (connection == nullptr) return;
-  window.setWindowScene(connection->scene_);
-  connection->appointKeyWindow();
-}
-
-void SceneConnection::leave(UIWindow& window) {
-  if (connection == nullptr || window.windowScene() != connection->scene_) return;
+void leaveScene(UIWindow& window) {
+  const auto scene = installedScene();
+  if (scene == nullptr || window.windowScene() != scene) return;
   window.setWindowScene(nullptr);
-  connection->appointKeyWindow();
-}
-
-void SceneConnection::appointKeyWindow() const {
-  const auto windows = scene_->windows();
-  if (!windows.empty() && std::ranges::none_of(windows, &UIWindow::isKeyWindow)) windows.front()->makeKey();
+  appointKeyWindow(*scene);
 }
 
 }  // namespace corvane::gtk

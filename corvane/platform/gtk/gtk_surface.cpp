@@ -41,12 +41,12 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void begin() {
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
-    SceneConnection::join(*window_);
+    joinScene(*window_);
   }
 
   void end() {
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
-    SceneConnection::leave(*window_);
+    leaveScene(*window_);
     input_.reset();
     adoption_.reset();
     endSurfaceWidget(widget());

@@ -1,9 +1,9 @@
 #include "corvane/platform/headless/headless_backend.h"
 
-#include <stdexcept>
 #include <utility>
 
 #include "corvane/platform/capture/stored_authorization.h"
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane::headless {
 
@@ -24,26 +24,17 @@ class Backend::Services {
   VirtualRunLoop runLoop;
   Factory factory;
   StoredAuthorization authorization;
+  PlatformInstallation installation{{.runLoop = &runLoop, .engines = &factory, .capture = &authorization}};
 };
 
-std::unique_ptr<Backend> Backend::install() {
-  if (RunLoop::hasMain()) throw std::logic_error("a backend is installed already");
+std::expected<std::unique_ptr<Backend>, std::string> Backend::install() {
+  if (auto refusal = PlatformInstallation::refusal(); !refusal.empty()) return std::unexpected(std::move(refusal));
   return std::unique_ptr<Backend>(new Backend);
 }
 
-Backend::Backend() : services_(std::make_unique<Services>()) {
-  RunLoop::installMain(&services_->runLoop);
-  WebEngineFactory::install(&services_->factory);
-  CaptureAuthorization::install(&services_->authorization);
-}
+Backend::Backend() : services_(std::make_unique<Services>()) {}
 
-Backend::~Backend() {
-  // The tasks end first: what they own may still want the loop.
-  services_->runLoop.dropTasks();
-  RunLoop::installMain(nullptr);
-  WebEngineFactory::install(nullptr);
-  CaptureAuthorization::install(nullptr);
-}
+Backend::~Backend() = default;
 
 VirtualRunLoop& Backend::runLoop() { return services_->runLoop; }
 

@@ -1,7 +1,9 @@
 /// A backend without a screen, for tests of the framework and of host apps.
 #pragma once
 
+#include <expected>
 #include <memory>
+#include <string>
 
 #include "corvane/export.h"
 #include "corvane/platform/capture/capture_authorization.h"
@@ -12,12 +14,12 @@ namespace corvane::headless {
 
 /// Lets the framework run with virtual time and simulated pages.
 ///
-/// Ownership: whoever installed it; it must outlive every view. One backend at a time: installing this one while any
-///            other lives throws `std::logic_error`.
+/// Ownership: whoever installed it; it must outlive every view.
 /// Threads:   all on the thread that installed it.
+/// Failure:   `install` gives a text while another backend is installed; a test takes `.value()`. Nothing is thrown.
 class CORVANE_EXPORT Backend final {
  public:
-  [[nodiscard]] static std::unique_ptr<Backend> install();
+  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install();
   Backend(const Backend&) = delete;
   Backend& operator=(const Backend&) = delete;
   ~Backend();

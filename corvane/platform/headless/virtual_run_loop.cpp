@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "corvane/platform/foundation/platform.h"
+
 namespace corvane::headless {
 
 VirtualRunLoop::VirtualRunLoop() = default;
@@ -24,6 +26,7 @@ void VirtualRunLoop::post(Task task) {
 }
 
 void VirtualRunLoop::schedule(std::chrono::nanoseconds delay, Task task) {
+  assertMainThread();
   delay = std::clamp(delay, std::chrono::nanoseconds(0), Time::max() - now_);
   timers_.push_back({now_ + delay, nextSequence_++, std::move(task)});
   std::ranges::push_heap(timers_, IsLater{});

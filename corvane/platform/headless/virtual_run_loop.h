@@ -23,6 +23,7 @@ class CORVANE_EXPORT VirtualRunLoop final : public RunLoop {
   void post(Task task) override;
   void schedule(std::chrono::nanoseconds delay, Task task) override;
   [[nodiscard]] Time now() const override { return now_; }
+  void end() override { dropTasks(); }
 
   /// Runs everything that is due now, including what that posts in turn.
   void runUntilIdle();

@@ -3,19 +3,22 @@
 #include <algorithm>
 #include <utility>
 
+#include "corvane/platform/foundation/main_thread_state.h"
+
 namespace corvane {
 
 namespace {
 
-std::shared_ptr<AnimationRun> currentRun;
-
 /// Makes a run the present one for the length of its block, also when the block throws.
 class BlockScope {
  public:
-  explicit BlockScope(std::shared_ptr<AnimationRun> run) : outer_(std::exchange(currentRun, std::move(run))) {}
+  explicit BlockScope(std::shared_ptr<AnimationRun> run)
+      : outer_(std::exchange(mainThreadState().animationRun, std::move(run))) {}
   BlockScope(const BlockScope&) = delete;
   BlockScope& operator=(const BlockScope&) = delete;
-  ~BlockScope() { currentRun = std::move(outer_); }
+  ~BlockScope() {
+    if (MainThreadState* const state = findMainThreadState()) state->animationRun = std::move(outer_);
+  }
 
  private:
   std::shared_ptr<AnimationRun> outer_;
@@ -29,7 +32,10 @@ std::chrono::nanoseconds sane(std::chrono::nanoseconds length) {
 
 }  // namespace
 
-const std::shared_ptr<AnimationRun>& AnimationRun::current() { return currentRun; }
+std::shared_ptr<AnimationRun> AnimationRun::current() {
+  const MainThreadState* const state = findMainThreadState();
+  return state == nullptr ? nullptr : state->animationRun;
+}
 
 void AnimationRun::perform(AnimationCurve curve, UIViewAnimation animation) {
   RunLoop& loop = RunLoop::main();

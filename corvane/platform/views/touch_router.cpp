@@ -4,6 +4,7 @@
 #include <iterator>
 #include <utility>
 
+#include "corvane/platform/foundation/main_thread_state.h"
 #include "corvane/platform/views/ui_gesture_recognizer.h"
 #include "corvane/platform/views/ui_window.h"
 
@@ -12,12 +13,6 @@ namespace corvane {
 namespace {
 
 using State = UIGestureRecognizerState;
-
-/// Counts through all windows, because a recognizer may move from one to another.
-std::uint64_t nextTouchNumber() {
-  static std::uint64_t last = 0;
-  return ++last;
-}
 
 }  // namespace
 
@@ -74,7 +69,7 @@ TouchRouter::Recognizers TouchRouter::recognizersAt(CGPoint location) const {
 
 std::shared_ptr<TouchRouter::Touch> TouchRouter::begin(const UITouchEvent& event) {
   const auto touch = std::make_shared<Touch>(
-      Touch{event.identifier, nextTouchNumber(), event.location, recognizersAt(event.location)});
+      Touch{event.identifier, ++mainThreadState().lastTouch, event.location, recognizersAt(event.location)});
   touch->isClaimed = std::ranges::any_of(touch->recognizers, &UIGestureRecognizer::isGoingOn);
   touches_.push_back(touch);
   for (const auto& recognizer : touch->recognizers) {

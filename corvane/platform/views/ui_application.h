@@ -12,11 +12,17 @@ class UIScene;
 
 /// Knows the scenes that are connected. Backends connect what they show, host apps may connect scenes of their own.
 ///
-/// Ownership: one instance that is never destroyed; it owns the scenes that are connected.
+/// Ownership: one instance, which ends with the backend; it owns the scenes that are connected.
 /// Threads:   main thread only.
+/// Failure:   without a backend, the program ends with a sentence that says so.
 class CORVANE_EXPORT UIApplication final {
+  struct ConstructionKey {
+    explicit ConstructionKey() = default;
+  };
+
  public:
   static UIApplication& shared();
+  explicit UIApplication(ConstructionKey /*key*/) {}
   UIApplication(const UIApplication&) = delete;
   UIApplication& operator=(const UIApplication&) = delete;
 
@@ -27,9 +33,6 @@ class CORVANE_EXPORT UIApplication final {
   void disconnect(const std::shared_ptr<UIScene>& scene);
 
  private:
-  UIApplication() = default;
-  ~UIApplication() = default;
-
   std::vector<std::shared_ptr<UIScene>> scenes_;
 };
 

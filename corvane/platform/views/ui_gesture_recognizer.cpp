@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/views/ui_view.h"
 
 namespace corvane {
@@ -19,6 +20,7 @@ bool UIGestureRecognizer::hasMovedFar() const {
 }
 
 void UIGestureRecognizer::setEnabled(bool isEnabled) {
+  assertMainThread();
   isEnabled_ = isEnabled;
   if (!isEnabled) abandon();
 }

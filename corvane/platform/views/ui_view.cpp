@@ -8,6 +8,7 @@
 #include <limits>
 #include <utility>
 
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/views/ui_gesture_recognizer.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/views/view_animations.h"
@@ -101,7 +102,7 @@ void UIView::setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnim
                            const Value& value) {
   // Writing what is there already is no change, and lets what is on its way go on.
   if (this->*own == value) return;
-  const std::shared_ptr<AnimationRun>& run = AnimationRun::current();
+  const std::shared_ptr<AnimationRun> run = AnimationRun::current();
   if (run != nullptr) {
     if (animations_ == nullptr) animations_ = std::make_unique<ViewAnimations>(*this);
     const RunLoop::Time now = RunLoop::main().now();
@@ -121,6 +122,7 @@ void UIView::setBoundsValue(const CGRect& bounds) {
 }
 
 void UIView::setFrame(CGRect frame) {
+  assertMainThread();
   setAnimatable(&UIView::center_, &ViewAnimations::center, {frame.midX(), frame.midY()});
   setBoundsValue(
       {bounds_.origin, transform_.isIdentity() ? frame.size : sizeBefore(transform_, frame.size, bounds_.size)});
@@ -128,46 +130,57 @@ void UIView::setFrame(CGRect frame) {
 }
 
 void UIView::setBounds(CGRect bounds) {
+  assertMainThread();
   setBoundsValue(bounds);
   noteChange();
 }
 
 void UIView::setCenter(CGPoint center) {
+  assertMainThread();
   setAnimatable(&UIView::center_, &ViewAnimations::center, center);
   noteChange();
 }
 
 void UIView::setTransform(const CGAffineTransform& transform) {
+  assertMainThread();
   setAnimatable(&UIView::transform_, &ViewAnimations::transform, transform);
   noteChange();
 }
 
 void UIView::setCornerRadius(CGFloat radius) {
+  assertMainThread();
   setAnimatable(&UIView::cornerRadius_, &ViewAnimations::cornerRadius, radius);
   noteChange();
 }
 
 void UIView::setAlpha(CGFloat alpha) {
+  assertMainThread();
   setAnimatable(&UIView::alpha_, &ViewAnimations::alpha, alpha);
   noteChange();
 }
 
 void UIView::setClipsToBounds(bool clips) {
+  assertMainThread();
   clipsToBounds_ = clips;
   noteChange();
 }
 
 void UIView::setBackgroundColor(std::optional<UIColor> color) {
+  assertMainThread();
   backgroundColor_ = color;
   noteChange();
 }
 
 void UIView::setHidden(bool isHidden) {
+  assertMainThread();
   isHidden_ = isHidden;
   noteChange();
 }
 
-void UIView::setUserInteractionEnabled(bool isEnabled) { isUserInteractionEnabled_ = isEnabled; }
+void UIView::setUserInteractionEnabled(bool isEnabled) {
+  assertMainThread();
+  isUserInteractionEnabled_ = isEnabled;
+}
 
 void UIView::resizeSubviews(CGSize from) {
   if (from == bounds_.size) return;
@@ -191,10 +204,12 @@ void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
 }
 
 void UIView::addSubview(std::shared_ptr<UIView> view) {
+  assertMainThread();
   insertSubview(std::move(view), std::numeric_limits<std::size_t>::max());
 }
 
 void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
+  assertMainThread();
   const bool isMistake = view == nullptr || isDescendantOf(*view);
   assert(!isMistake && "a view cannot be inside itself");
   if (isMistake) return;
@@ -211,6 +226,7 @@ void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
 }
 
 void UIView::removeFromSuperview() {
+  assertMainThread();
   if (superview_.expired()) return;
   // The superview may be the last holder.
   const auto alive = shared_from_this();
@@ -247,6 +263,7 @@ void UIView::notifyOfWindow() {
 }
 
 void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
+  assertMainThread();
   const auto place = std::ranges::find(subviews_, view);
   if (place == subviews_.end()) return;
   std::rotate(place, place + 1, subviews_.end());
@@ -278,6 +295,7 @@ void UIView::noteChange() const {
 }
 
 void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer) {
+  assertMainThread();
   assert(recognizer != nullptr);
   if (recognizer == nullptr) return;
   const auto former = recognizer->view();
@@ -290,6 +308,7 @@ void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognize
 }
 
 void UIView::removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer) {
+  assertMainThread();
   const auto place = std::ranges::find(gestureRecognizers_, recognizer);
   if (place == gestureRecognizers_.end()) return;
   const auto removed = std::move(*place);

@@ -3,6 +3,7 @@
 
 #include <utility>
 
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/views/view_animations.h"
 
@@ -16,16 +17,19 @@ CGAffineTransform UIViewPresentation::transformToSuperview() const {
 
 void UIView::animate(std::chrono::nanoseconds duration, UIViewAnimations animations,
                      UIViewAnimationCompletion completion) {
+  assertMainThread();
   animate(
       UIViewAnimation{.duration = duration, .animations = std::move(animations), .completion = std::move(completion)});
 }
 
 void UIView::animate(UIViewAnimation animation) {
+  assertMainThread();
   const AnimationCurve curve(animation.options);
   AnimationRun::perform(curve, std::move(animation));
 }
 
 void UIView::animate(UIViewSpringAnimation animation) {
+  assertMainThread();
   const auto curve =
       AnimationCurve::spring(animation.usingSpringWithDamping, animation.initialSpringVelocity, animation.duration);
   AnimationRun::perform(curve, {.duration = animation.duration,

@@ -1,6 +1,8 @@
 // When views are laid out.
 #include "corvane/platform/views/ui_view.h"
 
+#include "corvane/platform/foundation/platform.h"
+
 namespace corvane {
 
 void UIView::layoutSubviews() {}
@@ -8,6 +10,7 @@ void UIView::didMoveToSuperview() {}
 void UIView::didMoveToWindow() {}
 
 void UIView::setNeedsLayout() {
+  assertMainThread();
   needsLayout_ = true;
   noteLayoutPending();
   noteChange();
@@ -21,6 +24,7 @@ void UIView::noteLayoutPending() {
 }
 
 void UIView::layoutIfNeeded() {
+  assertMainThread();
   if (!isLayoutPending_) return;
   const auto alive = shared_from_this();
   // Cleared first: what is asked for during layout waits for the next one.

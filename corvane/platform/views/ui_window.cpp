@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/views/touch_router.h"
 #include "corvane/platform/views/ui_window_scene.h"
 
@@ -19,6 +21,7 @@ UIWindow::UIWindow(ConstructionKey key, CGRect frame)
 UIWindow::~UIWindow() = default;
 
 void UIWindow::setWindowScene(const std::shared_ptr<UIWindowScene>& scene) {
+  assertMainThread();
   const auto former = scene_.lock();
   if (former == scene) return;
   if (former != nullptr) former->remove(*this);
@@ -29,6 +32,7 @@ void UIWindow::setWindowScene(const std::shared_ptr<UIWindowScene>& scene) {
 }
 
 void UIWindow::makeKey() {
+  assertMainThread();
   if (const auto scene = windowScene()) {
     if (const auto former = scene->keyWindow()) former->isKeyWindow_ = false;
   }
@@ -36,6 +40,9 @@ void UIWindow::makeKey() {
 }
 
 TouchOutcome UIWindow::sendTouch(const UITouchEvent& event) {
+  assertMainThread();
+  // A window that outlives its backend feels nothing.
+  if (!RunLoop::hasMain()) return TouchOutcome::ignored;
   // An action may drop the last holder.
   const auto alive = shared_from_this();
   return router_->send(event);

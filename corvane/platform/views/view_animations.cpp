@@ -1,20 +1,27 @@
 #include "corvane/platform/views/view_animations.h"
 
+#include <utility>
 #include <vector>
 
+#include "corvane/platform/foundation/main_thread_state.h"
 #include "corvane/platform/views/ui_view.h"
 
 namespace corvane {
 
-namespace {
+/// Every view that may be moving.
+///
+/// Ownership: shared by the platform's state and the views on it.
+class MovingViews {
+ public:
+  /// That of the installed platform.
+  static const std::shared_ptr<MovingViews>& shared() {
+    auto& list = mainThreadState().movingViews;
+    if (list == nullptr) list = std::make_shared<MovingViews>();
+    return list;
+  }
 
-/// Every view that may be moving. It is never destroyed, since views may end after it would be.
-std::vector<ViewAnimations*>& enlisted() {
-  static auto& list = *new std::vector<ViewAnimations*>;
-  return list;
-}
-
-}  // namespace
+  std::vector<ViewAnimations*> all;
+};
 
 ViewAnimations::~ViewAnimations() {
   delist();
@@ -31,18 +38,22 @@ ViewAnimations::~ViewAnimations() {
 RunLoop::Time ViewAnimations::now() { return RunLoop::hasMain() ? RunLoop::main().now() : RunLoop::Time::max(); }
 
 void ViewAnimations::enlist() {
-  if (place_ != notEnlisted) return;
-  place_ = enlisted().size();
-  enlisted().push_back(this);
+  const auto& list = MovingViews::shared();
+  if (list_ == list) return;
+  // It may be on the list of a platform that has ended.
+  delist();
+  list_ = list;
+  index_ = list_->all.size();
+  list_->all.push_back(this);
 }
 
 void ViewAnimations::delist() {
-  if (place_ == notEnlisted) return;
-  ViewAnimations* const last = enlisted().back();
-  enlisted()[place_] = last;
-  last->place_ = place_;
-  enlisted().pop_back();
-  place_ = notEnlisted;
+  const auto list = std::exchange(list_, nullptr);
+  if (list == nullptr) return;
+  ViewAnimations* const last = list->all.back();
+  list->all[index_] = last;
+  last->index_ = index_;
+  list->all.pop_back();
 }
 
 bool ViewAnimations::isRunningAt(RunLoop::Time now) const {
@@ -51,16 +62,19 @@ bool ViewAnimations::isRunningAt(RunLoop::Time now) const {
 }
 
 bool ViewAnimations::isAnyRunning(const UIView& root) {
-  if (enlisted().empty()) return false;
+  const MainThreadState* const state = findMainThreadState();
+  if (state == nullptr || state->movingViews == nullptr) return false;
+  const auto& moving = state->movingViews->all;
+  if (moving.empty()) return false;
   const RunLoop::Time now = ViewAnimations::now();
-  for (std::size_t i = 0; i < enlisted().size();) {
-    ViewAnimations& animations = *enlisted()[i];
+  for (std::size_t index = 0; index < moving.size();) {
+    ViewAnimations& animations = *moving[index];
     if (!animations.isRunningAt(now)) {
       animations.delist();
       continue;
     }
     if (animations.view_.isDescendantOf(root)) return true;
-    ++i;
+    ++index;
   }
   return false;
 }

@@ -8,6 +8,7 @@
 
 namespace corvane {
 
+class MovingViews;
 class UIView;
 
 /// One animatable property: where its change came from, and the run that it belongs to. It goes to the view's own
@@ -60,14 +61,15 @@ class ViewAnimations {
   AnimatedProperty<CGFloat> alpha;
 
  private:
-  static constexpr std::size_t notEnlisted = static_cast<std::size_t>(-1);
-
+  friend class MovingViews;
   [[nodiscard]] bool isRunningAt(RunLoop::Time now) const;
   void enlist();
   void delist();
 
   const UIView& view_;
-  std::size_t place_ = notEnlisted;
+  /// The list that it is on, at an index; null for none. It may outlive the platform.
+  std::shared_ptr<MovingViews> list_;
+  std::size_t index_ = 0;
 };
 
 /// What a property with this value of its own shows.

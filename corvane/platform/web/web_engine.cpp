@@ -1,24 +1,13 @@
 #include "corvane/platform/web/web_engine.h"
 
-#include <cassert>
+#include "corvane/platform/foundation/platform.h"
 
 namespace corvane {
-
-namespace {
-
-WebEngineFactory* installed = nullptr;
-
-}  // namespace
 
 WebEngineClient::~WebEngineClient() = default;
 WebEngine::~WebEngine() = default;
 WebEngineFactory::~WebEngineFactory() = default;
 
-WebEngineFactory& WebEngineFactory::current() {
-  assert(installed != nullptr && "install a backend before making views");
-  return *installed;
-}
-
-void WebEngineFactory::install(WebEngineFactory* factory) { installed = factory; }
+WebEngineFactory& WebEngineFactory::current() { return *PlatformInstallation::platform().engines; }
 
 }  // namespace corvane

@@ -67,10 +67,8 @@ class CORVANE_EXPORT WebEngineFactory {
   [[nodiscard]] virtual std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
                                                               std::weak_ptr<WebEngineClient> client) = 0;
 
-  /// The factory of the installed backend. A backend must be installed.
+  /// The factory of the installed backend. Without one, the program ends with a sentence that says so.
   static WebEngineFactory& current();
-  /// Called by a backend when it is installed, and with null when it ends.
-  static void install(WebEngineFactory* factory);
 };
 
 }  // namespace corvane

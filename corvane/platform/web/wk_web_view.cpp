@@ -2,12 +2,15 @@
 
 #include <utility>
 
+#include "corvane/platform/foundation/platform.h"
+
 namespace corvane {
 
 WKNavigationDelegate::~WKNavigationDelegate() = default;
 WKUIDelegate::~WKUIDelegate() = default;
 
 std::shared_ptr<WKWebView> WKWebView::create(CGRect frame, WKWebViewConfiguration configuration) {
+  assertMainThread();
   auto view = std::make_shared<WKWebView>(ConstructionKey{}, frame, std::move(configuration));
   const std::weak_ptr<WebEngineClient> client = std::shared_ptr<WebEngineClient>(view, view.get());
   view->engine_ = WebEngineFactory::current().makeEngine(view->configuration_, client);
@@ -28,6 +31,7 @@ void WKWebView::setContentInsetAdjustmentBehavior(UIScrollViewContentInsetAdjust
 }
 
 void WKWebView::setScrollEnabled(bool isEnabled) {
+  assertMainThread();
   isScrollEnabled_ = isEnabled;
   engine_->setScrollEnabled(isEnabled);
 }
@@ -37,9 +41,13 @@ void WKWebView::setUserInteractionEnabled(bool isEnabled) {
   engine_->setInteractionEnabled(isEnabled);
 }
 
-void WKWebView::load(const URLRequest& request) { engine_->load(request); }
+void WKWebView::load(const URLRequest& request) {
+  assertMainThread();
+  engine_->load(request);
+}
 
 void WKWebView::evaluateJavaScript(std::string_view script, EvaluationCompletion completion) {
+  assertMainThread();
   if (!completion) completion = [](const EvaluationResult&) {};
   engine_->evaluate(script, std::move(completion));
 }

@@ -16,7 +16,7 @@ DetachedTask fillCart(std::shared_ptr<VelnorAgentView> view, bool& isFilled) {
 }
 
 int main() {
-  const auto backend = headless::Backend::install();
+  const auto backend = headless::Backend::install().value();
   const auto view = VelnorAgentView::create(Region::global(), "shop", /*enableSSO=*/true);
   const auto page = simulation::SimulatedAgentTool::attach(view);
   view->loadBooking("booking");

@@ -53,7 +53,7 @@ TEST(VirtualRunLoop, TimeNeverRunsBackwardsOrOver) {
 }
 
 TEST(VirtualRunLoop, TasksThatNeverRanAreDestroyedAndMayPostOnTheirWayOut) {
-  const auto backend = Backend::install();
+  const auto backend = Backend::install().value();
   struct Poster {
     Poster(int& endCount) : endCount_(endCount) {}
     ~Poster() {

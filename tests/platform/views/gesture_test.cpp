@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/headless_test.h"
 #include "tests/support/touch_storm.h"
 
 namespace corvane {
@@ -19,7 +20,7 @@ using enum TouchPhase;
 using State = UIGestureRecognizerState;
 
 /// A floating view with a pan and a tap in a window, and a record of what their actions were called for.
-class Gesture : public testing::Test {
+class Gesture : public HeadlessTest {
  protected:
   Gesture() {
     window_->addSubview(view_);
@@ -28,6 +29,7 @@ class Gesture : public testing::Test {
   }
 
   void TearDown() override {
+    HeadlessTest::TearDown();
     EXPECT_EQ(pan_->state(), State::possible);
     EXPECT_EQ(tap_->state(), State::possible);
   }

@@ -59,10 +59,6 @@ TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
   EXPECT_FALSE(view_->isUserInteractionEnabled() || view_->isScrollEnabled());
 }
 
-TEST(HeadlessBackend, RefusesToBeInstalledTwice) {
-  const auto first = headless::Backend::install();
-  EXPECT_THROW(static_cast<void>(headless::Backend::install()), std::logic_error);
-}
 
 }  // namespace
 }  // namespace corvane
