@@ -18,9 +18,9 @@
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/bridge/action_records.h"
-#include "corvane/platform/foundation/uuid.h"
 #include "corvane/platform/capture/stored_authorization.h"
 #include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/foundation/uuid.h"
 #include "corvane/platform/headless/headless_backend.h"
 
 namespace corvane::benchmarks {

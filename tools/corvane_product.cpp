@@ -8,12 +8,12 @@
 #include <new>
 #include <string>
 #include <system_error>
-#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
+#include "corvane/product/product_size.h"
 #include "tools/catalogue_files.h"
 #include "tools/printable_text.h"
 #include "tools/product_reader.h"
@@ -70,26 +70,6 @@ std::expected<Options, std::string> parseOptions(const std::vector<std::string>&
   return options;
 }
 
-/// Roughly how long the lists of variations that share a value will be in the product's text. Each is written once for
-/// every variation in it, so that their length grows with the square of their number.
-std::size_t sharedListsSize(const Product& product) {
-  std::unordered_map<const void*, std::size_t> sizes;
-  std::size_t total = 0;
-  for (const Variation& variation : product.variations()) {
-    for (const VariationAttribute& attribute : variation.attributes()) {
-      const std::vector<std::string>* const skus = attribute.productOptions();
-      if (skus == nullptr) continue;
-      const auto [size, isNew] = sizes.try_emplace(skus, 0);
-      if (isNew) {
-        constexpr std::size_t quotesAndComma = 3;
-        for (const std::string& sku : *skus) size->second += sku.size() + quotesAndComma;
-      }
-      total += size->second;
-    }
-  }
-  return total;
-}
-
 /// The text that the page gets, or why there is none.
 std::expected<std::string, std::string> checkedText(const std::string& text) {
   // The decoder refuses it, too, but cannot know where texts that begin like this come from.
@@ -99,7 +79,7 @@ std::expected<std::string, std::string> checkedText(const std::string& text) {
   constexpr std::size_t largestText = std::size_t{256} * 1024 * 1024;
   try {
     const auto product = decodeJson<Product>(text);
-    if (sharedListsSize(product) > largestText) {
+    if (estimatedJsonSize(product) > largestText) {
       return std::unexpected("So many variations share a value that the product would take more than 256 MiB.");
     }
     return encodeJson(product);

@@ -123,7 +123,7 @@ class AwaitedOperations {
   template <class Value>
   using Answer = Awaited<AgentResult<Value>>;
 
-  explicit AwaitedOperations(AgentOperations& operations) : operations_(operations) {}
+  explicit AwaitedOperations(AgentOperations& operations CORVANE_LIFETIMEBOUND) : operations_(operations) {}
 
   Done addProductToCall(Product product) {
     return Done([&](auto done) { operations_.addProductToCall(std::move(product), std::move(done)); });
@@ -164,7 +164,9 @@ class AwaitedOperations {
 };
 
 /// `awaiting(*view)`, `awaiting(MinimizedState::shared())`, `awaiting(*context)`.
-[[nodiscard]] inline AwaitedOperations awaiting(AgentOperations& operations) { return AwaitedOperations(operations); }
+[[nodiscard]] inline AwaitedOperations awaiting(AgentOperations& operations CORVANE_LIFETIMEBOUND) {
+  return AwaitedOperations(operations);
+}
 
 /// A coroutine that begins at once and that nobody waits for, such as one that an event handler starts.
 ///

@@ -5,6 +5,7 @@
 #include <utility>
 #include <variant>
 
+#include "corvane/export.h"
 #include "corvane/platform/foundation/match.h"
 
 namespace corvane {
@@ -32,7 +33,7 @@ class Region : public SumType<Region> {
   static Region eu() { return Region(Eu{}); }
   static Region global() { return Region(Global{}); }
 
-  [[nodiscard]] const Value& value() const { return value_; }
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND { return value_; }
 
   /// The same deployment; custom addresses are compared letter by letter.
   bool operator==(const Region&) const = default;

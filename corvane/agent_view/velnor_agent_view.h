@@ -47,20 +47,20 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// identifier that is not valid UTF-8) nothing is loaded and nothing raised; `connectId` changes all the same.
   void loadBooking(std::string connectId);
 
-  [[nodiscard]] const Region& region() const;
-  [[nodiscard]] const std::string& organisationId() const;
+  [[nodiscard]] const Region& region() const CORVANE_LIFETIMEBOUND;
+  [[nodiscard]] const std::string& organisationId() const CORVANE_LIFETIMEBOUND;
   [[nodiscard]] bool enableSSO() const;
   /// The booking of the last `loadBooking`.
-  [[nodiscard]] const std::optional<std::string>& connectId() const;
+  [[nodiscard]] const std::optional<std::string>& connectId() const CORVANE_LIFETIMEBOUND;
   /// Whether a page has ever finished loading in this view.
   [[nodiscard]] bool isLoaded() const;
   /// Why the last load failed, or the last action could not be posted; none once the next load begins.
-  [[nodiscard]] const std::optional<WebError>& error() const;
+  [[nodiscard]] const std::optional<WebError>& error() const CORVANE_LIFETIMEBOUND;
 
   /// `disconnected` until the page reports something else, and again whenever a load begins.
   [[nodiscard]] CallSessionStatus callSessionStatus() const;
   /// The customer's language and region, such as "de-CH", from the start of a call until it is disconnecting.
-  [[nodiscard]] const std::optional<std::string>& clientLocale() const;
+  [[nodiscard]] const std::optional<std::string>& clientLocale() const CORVANE_LIFETIMEBOUND;
 
   /// The host app's handler of events; empty when none is set.
   [[nodiscard]] AgentEventHandler eventHandler() const;
@@ -89,7 +89,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void setMinimizedSize(std::optional<CGSize> size);
   /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly. Set
   /// while the view is minimized, it counts for the drags from then on.
-  [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const;
+  [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const CORVANE_LIFETIMEBOUND;
   void setMinimizedSuperview(std::shared_ptr<UIView> view);
   /// Whether a tap on the minimized view grows it back; the page then takes no touches. Read when the view has shrunk.
   [[nodiscard]] bool tapToMaximize() const;

@@ -52,7 +52,7 @@ class CORVANE_EXPORT AgentError : public std::exception, public SumType<AgentErr
   AgentError& operator=(AgentError&&) = default;
   ~AgentError() override;
 
-  [[nodiscard]] const Value& value() const { return value_; }
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND { return value_; }
 
   /// For logs: the description of the cases that have one, the name of the others.
   [[nodiscard]] const char* what() const noexcept override;

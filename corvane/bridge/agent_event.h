@@ -3,11 +3,13 @@
 
 #include <functional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <variant>
 
 #include "corvane/bridge/call_session_status.h"
 #include "corvane/bridge/product_cart_status.h"
+#include "corvane/export.h"
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/platform/foundation/match.h"
 
@@ -22,73 +24,88 @@ namespace corvane {
 ///
 /// `encodeJson` and `decodeJson` take it: an object with one member, named as the case, that holds the case's values,
 /// for example {"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} or {"didLoad":{}}. An object that names no
-/// case, or several, fails with a type mismatch.
+/// case, or several, fails with a type mismatch. The name stands beside each case.
 class AgentEvent : public SumType<AgentEvent> {
  public:
   /// Never raised by the framework; part of the vocabulary.
   struct Unknown {
+    static constexpr std::string_view name = "unknown";
     bool operator==(const Unknown&) const = default;
   };
   /// The call has changed its state.
   struct CallStatusUpdate {
+    static constexpr std::string_view name = "callStatusUpdate";
     CallSessionStatus status = CallSessionStatus::disconnected;
     bool operator==(const CallStatusUpdate&) const = default;
   };
   /// A call has begun; the customer uses this language and region.
   struct ClientLocale {
+    static constexpr std::string_view name = "clientLocale";
     std::string locale;
     bool operator==(const ClientLocale&) const = default;
   };
   /// The page did not load, or an action could not be posted into it; the view's `error` tells why.
   struct Error {
+    static constexpr std::string_view name = "error";
     bool operator==(const Error&) const = default;
   };
   /// The page has loaded for the first time.
   struct DidLoad {
+    static constexpr std::string_view name = "didLoad";
     bool operator==(const DidLoad&) const = default;
   };
   /// The view is about to shrink; nothing has changed yet.
   struct WillMinimize {
+    static constexpr std::string_view name = "willMinimize";
     bool operator==(const WillMinimize&) const = default;
   };
   /// The view has shrunk and can be dragged.
   struct DidMinimize {
+    static constexpr std::string_view name = "didMinimize";
     bool operator==(const DidMinimize&) const = default;
   };
   /// The view is about to grow back; nothing has changed yet.
   struct WillMaximize {
+    static constexpr std::string_view name = "willMaximize";
     bool operator==(const WillMaximize&) const = default;
   };
   /// The view has grown back, and the page has been told.
   struct DidMaximize {
+    static constexpr std::string_view name = "didMaximize";
     bool operator==(const DidMaximize&) const = default;
   };
   /// The page may use the camera and the microphone.
   struct PreviewStarted {
+    static constexpr std::string_view name = "previewStarted";
     bool operator==(const PreviewStarted&) const = default;
   };
   /// The customer's cart holds this line now; a quantity below 1 means that it is gone.
   struct ProductUpdateInCart {
+    static constexpr std::string_view name = "productUpdateInCart";
     ProductCartStatus data;
     bool operator==(const ProductUpdateInCart&) const = default;
   };
   /// The call no longer shows this product.
   struct ProductRemovedFromCall {
+    static constexpr std::string_view name = "productRemovedFromCall";
     std::string sku;
     bool operator==(const ProductRemovedFromCall&) const = default;
   };
   /// The cart no longer holds this product.
   struct ProductRemovedFromCart {
+    static constexpr std::string_view name = "productRemovedFromCart";
     std::string sku;
     bool operator==(const ProductRemovedFromCart&) const = default;
   };
   /// The page wants a new single sign-on token, handed over with this response identifier.
   struct RefreshSsoToken {
+    static constexpr std::string_view name = "refreshSsoToken";
     std::string responseId;
     bool operator==(const RefreshSsoToken&) const = default;
   };
   /// The page is not, or no longer, signed in.
   struct Unauthorized {
+    static constexpr std::string_view name = "unauthorized";
     bool operator==(const Unauthorized&) const = default;
   };
 
@@ -103,7 +120,7 @@ class AgentEvent : public SumType<AgentEvent> {
              (!std::same_as<std::remove_cvref_t<Case>, Value>)
   AgentEvent(Case&& value) : value_(std::forward<Case>(value)) {}
 
-  [[nodiscard]] const Value& value() const { return value_; }
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND { return value_; }
 
   bool operator==(const AgentEvent&) const = default;
 

@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 #include <tuple>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -17,23 +18,9 @@
 namespace corvane {
 
 /// The names of the cases, in the order of `AgentEvent::Value`.
-inline constexpr std::array<std::string_view, std::variant_size_v<AgentEvent::Value>> agentEventNames{
-    "unknown",
-    "callStatusUpdate",
-    "clientLocale",
-    "error",
-    "didLoad",
-    "willMinimize",
-    "didMinimize",
-    "willMaximize",
-    "didMaximize",
-    "previewStarted",
-    "productUpdateInCart",
-    "productRemovedFromCall",
-    "productRemovedFromCart",
-    "refreshSsoToken",
-    "unauthorized",
-};
+inline constexpr auto agentEventNames = []<class... Case>(std::type_identity<std::variant<Case...>>) {
+  return std::array{Case::name...};
+}(std::type_identity<AgentEvent::Value>{});
 
 /// Cases without values are written as empty objects.
 template <class Case>

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 
+#include "corvane/export.h"
 #include "corvane/platform/foundation/json_coding.h"
 
 namespace corvane {

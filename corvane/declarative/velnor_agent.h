@@ -43,9 +43,9 @@ class CORVANE_EXPORT VelnorAgent final {
   /// over at once.
   explicit VelnorAgent(const std::shared_ptr<VelnorAgentView>& agentView);
 
-  [[nodiscard]] const Region& region() const { return region_; }
-  [[nodiscard]] const std::string& organisationId() const { return organisationId_; }
-  [[nodiscard]] const std::string& connectId() const { return connectId_; }
+  [[nodiscard]] const Region& region() const CORVANE_LIFETIMEBOUND { return region_; }
+  [[nodiscard]] const std::string& organisationId() const CORVANE_LIFETIMEBOUND { return organisationId_; }
+  [[nodiscard]] const std::string& connectId() const CORVANE_LIFETIMEBOUND { return connectId_; }
   [[nodiscard]] bool enableSSO() const { return enableSSO_; }
   /// The one that all agents share.
   [[nodiscard]] static VelnorAgentContext& context();

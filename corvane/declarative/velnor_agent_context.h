@@ -37,12 +37,12 @@ class CORVANE_EXPORT VelnorAgentContext final : public ObservableObject,
   /// back. A floating view that is taken off the screen or replaced announces nothing. A body that reads it follows it.
   [[nodiscard]] bool isMinimized() const { return isMinimized_.value(); }
   /// The same, to be followed from elsewhere.
-  [[nodiscard]] const Published<bool>& publishedIsMinimized() const { return isMinimized_; }
+  [[nodiscard]] const Published<bool>& publishedIsMinimized() const CORVANE_LIFETIMEBOUND { return isMinimized_; }
 
   /// A copy of the agent value that was made last, as it was when it was made; none once an agent has gone.
-  [[nodiscard]] const std::optional<VelnorAgent>& agent() const { return agent_; }
+  [[nodiscard]] const std::optional<VelnorAgent>& agent() const CORVANE_LIFETIMEBOUND { return agent_; }
   /// Null for none.
-  [[nodiscard]] const std::shared_ptr<VelnorAgentView>& agentView() const { return agentView_; }
+  [[nodiscard]] const std::shared_ptr<VelnorAgentView>& agentView() const CORVANE_LIFETIMEBOUND { return agentView_; }
   /// Grows a minimized agent back, as `VelnorAgentView::maximizeView` does.
   void maximizeAgent();
 

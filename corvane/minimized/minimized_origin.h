@@ -4,6 +4,7 @@
 #include <utility>
 #include <variant>
 
+#include "corvane/export.h"
 #include "corvane/platform/foundation/match.h"
 #include "corvane/platform/geometry/geometry.h"
 
@@ -42,7 +43,7 @@ class MinimizedOrigin : public SumType<MinimizedOrigin> {
   static MinimizedOrigin bottomLeft() { return MinimizedOrigin(BottomLeft{}); }
   static MinimizedOrigin bottomRight() { return MinimizedOrigin(BottomRight{}); }
 
-  [[nodiscard]] const Value& value() const { return value_; }
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND { return value_; }
   bool operator==(const MinimizedOrigin&) const = default;
 
  private:

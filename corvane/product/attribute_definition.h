@@ -23,9 +23,9 @@ class AttributeDefinitionOption {
   AttributeDefinitionOption(std::string id, std::optional<std::string> name)
       : id_(std::move(id)), name_(name ? std::move(name) : id_) {}
 
-  [[nodiscard]] const std::string& id() const { return id_; }
+  [[nodiscard]] const std::string& id() const CORVANE_LIFETIMEBOUND { return id_; }
   /// None only for a record read from JSON without a name.
-  [[nodiscard]] const std::optional<std::string>& name() const { return name_; }
+  [[nodiscard]] const std::optional<std::string>& name() const CORVANE_LIFETIMEBOUND { return name_; }
 
   bool operator==(const AttributeDefinitionOption&) const = default;
 
@@ -42,12 +42,12 @@ class CORVANE_EXPORT AttributeDefinition {
   /// Without a name the identifier serves as one. Throws `ProductSpecError` when two options have the same identifier.
   AttributeDefinition(std::string id, std::optional<std::string> name, std::vector<AttributeDefinitionOption> options);
 
-  [[nodiscard]] const std::string& id() const { return id_; }
-  [[nodiscard]] const std::optional<std::string>& name() const { return name_; }
+  [[nodiscard]] const std::string& id() const CORVANE_LIFETIMEBOUND { return id_; }
+  [[nodiscard]] const std::optional<std::string>& name() const CORVANE_LIFETIMEBOUND { return name_; }
   /// Whether the attribute tells variations apart. A product decides it for its definitions; before that it is false,
   /// or what the JSON said.
   [[nodiscard]] std::optional<bool> significant() const { return significant_; }
-  [[nodiscard]] const std::vector<AttributeDefinitionOption>& options() const { return options_; }
+  [[nodiscard]] const std::vector<AttributeDefinitionOption>& options() const CORVANE_LIFETIMEBOUND { return options_; }
 
   bool operator==(const AttributeDefinition&) const = default;
 

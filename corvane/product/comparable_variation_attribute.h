@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 template <class Record>
@@ -17,10 +19,10 @@ class ComparableVariationAttribute {
   ComparableVariationAttribute(std::string id, std::optional<std::string> name, std::string option)
       : id_(std::move(id)), name_(name ? std::move(name) : id_), option_(std::move(option)) {}
 
-  [[nodiscard]] const std::string& id() const { return id_; }
+  [[nodiscard]] const std::string& id() const CORVANE_LIFETIMEBOUND { return id_; }
   /// None only for a record read from JSON without a name.
-  [[nodiscard]] const std::optional<std::string>& name() const { return name_; }
-  [[nodiscard]] const std::string& option() const { return option_; }
+  [[nodiscard]] const std::optional<std::string>& name() const CORVANE_LIFETIMEBOUND { return name_; }
+  [[nodiscard]] const std::string& option() const CORVANE_LIFETIMEBOUND { return option_; }
 
   bool operator==(const ComparableVariationAttribute&) const = default;
 

@@ -6,6 +6,7 @@
 #include <variant>
 #include <vector>
 
+#include "corvane/export.h"
 #include "corvane/platform/foundation/match.h"
 
 namespace corvane {
@@ -29,7 +30,7 @@ class Detail : public SumType<Detail> {
   static Detail paragraph(std::string text) { return Detail(Paragraph{std::move(text)}); }
   static Detail unknown() { return Detail(Unknown{}); }
 
-  [[nodiscard]] const Value& value() const { return value_; }
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND { return value_; }
 
   /// The same kind with the same contents. What is unknown is equal to nothing, not even to itself.
   friend bool operator==(const Detail& left, const Detail& right) {

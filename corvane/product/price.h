@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 template <class Record>
@@ -17,7 +19,7 @@ class Price {
   Price(std::string currency, float current, std::optional<float> original)
       : currency_(std::move(currency)), current_(current), original_(original) {}
 
-  [[nodiscard]] const std::string& currency() const { return currency_; }
+  [[nodiscard]] const std::string& currency() const CORVANE_LIFETIMEBOUND { return currency_; }
   [[nodiscard]] float current() const { return current_; }
   [[nodiscard]] std::optional<float> original() const { return original_; }
   void setOriginal(std::optional<float> original) { original_ = original; }

@@ -42,22 +42,24 @@ class CORVANE_EXPORT Product {
   /// not encoded.
   explicit Product(ProductFields fields);
 
-  [[nodiscard]] const std::string& currency() const { return fields_.currency; }
-  [[nodiscard]] const std::string& locale() const { return fields_.locale; }
-  [[nodiscard]] const std::vector<AttributeDefinition>& attributes() const { return fields_.attributes; }
-  [[nodiscard]] const std::optional<std::string>& brandName() const { return fields_.brandName; }
+  [[nodiscard]] const std::string& currency() const CORVANE_LIFETIMEBOUND { return fields_.currency; }
+  [[nodiscard]] const std::string& locale() const CORVANE_LIFETIMEBOUND { return fields_.locale; }
+  [[nodiscard]] const std::vector<AttributeDefinition>& attributes() const CORVANE_LIFETIMEBOUND {
+    return fields_.attributes;
+  }
+  [[nodiscard]] const std::optional<std::string>& brandName() const CORVANE_LIFETIMEBOUND { return fields_.brandName; }
   void setBrandName(std::optional<std::string> brandName) { fields_.brandName = std::move(brandName); }
-  [[nodiscard]] const std::string& description() const { return fields_.description; }
+  [[nodiscard]] const std::string& description() const CORVANE_LIFETIMEBOUND { return fields_.description; }
   /// Which variation the page shows first. It is passed on as it is, even where there is no such variation.
   [[nodiscard]] std::int64_t defaultVariationIndex() const { return fields_.defaultVariationIndex; }
   void setDefaultVariationIndex(std::int64_t index) { fields_.defaultVariationIndex = index; }
-  [[nodiscard]] const std::optional<std::string>& name() const { return fields_.name; }
+  [[nodiscard]] const std::optional<std::string>& name() const CORVANE_LIFETIMEBOUND { return fields_.name; }
   void setName(std::optional<std::string> name) { fields_.name = std::move(name); }
-  [[nodiscard]] const std::optional<std::string>& sku() const { return fields_.sku; }
+  [[nodiscard]] const std::optional<std::string>& sku() const CORVANE_LIFETIMEBOUND { return fields_.sku; }
   void setSku(std::optional<std::string> sku) { fields_.sku = std::move(sku); }
-  [[nodiscard]] const std::optional<std::string>& url() const { return fields_.url; }
+  [[nodiscard]] const std::optional<std::string>& url() const CORVANE_LIFETIMEBOUND { return fields_.url; }
   void setUrl(std::optional<std::string> url) { fields_.url = std::move(url); }
-  [[nodiscard]] const std::vector<Variation>& variations() const { return fields_.variations; }
+  [[nodiscard]] const std::vector<Variation>& variations() const CORVANE_LIFETIMEBOUND { return fields_.variations; }
 
   /// Replaces the variations and checks them. Throws `ProductSpecError`: for an empty list, or for several variations
   /// of a product without attributes, with the product unchanged; for variations that use what the product does not

@@ -1,10 +1,8 @@
 #include "corvane/product/product_coding.h"
 
-#include <memory_resource>
-#include <unordered_map>
-
 #include "corvane/export.h"
 #include "corvane/platform/foundation/json_text.h"
+#include "corvane/product/product_size.h"
 
 namespace corvane {
 
@@ -64,56 +62,6 @@ void encodeMeta(const Variation& variation, JsonWriter& writer) {
   writer.endObject();
 }
 
-std::size_t sizeOf(const std::optional<std::string>& text) { return text ? text->size() : 0; }
-
-std::size_t sizeOf(const std::vector<std::string>& texts) {
-  std::size_t size = 2;
-  for (const std::string& text : texts) size += text.size() + 3;
-  return size;
-}
-
-std::size_t sizeOf(const Detail& detail) {
-  return 50 + detail.match([](const Detail::Bullets& bullets) { return 2 * sizeOf(bullets.points); },
-                           [](const Detail::Paragraph& paragraph) { return paragraph.text.size(); },
-                           [](const Detail::Unknown&) { return std::size_t{0}; });
-}
-
-/// How long the text of a product will be, if nothing in it needs an escape. A buffer that grows as it is written moves
-/// a large text several times, and the memory that this takes costs more than the writing.
-std::size_t estimateSize(const Product& product) {
-  // The names of the members and what stands between them.
-  constexpr std::size_t aroundProduct = 400;
-  constexpr std::size_t aroundVariation = 420;
-  constexpr std::size_t aroundRecord = 80;
-  std::size_t size = aroundProduct + product.description().size();
-  for (const AttributeDefinition& definition : product.attributes()) {
-    size += aroundRecord + definition.id().size() + sizeOf(definition.name());
-    for (const auto& option : definition.options()) size += aroundRecord + option.id().size() + sizeOf(option.name());
-  }
-  std::pmr::monotonic_buffer_resource memory;
-  std::pmr::unordered_map<const void*, std::size_t> listSizes(&memory);
-  for (const Variation& variation : product.variations()) {
-    size += aroundVariation + variation.name().size() + variation.sku().size() + 2 * sizeOf(variation.subtitle()) +
-            sizeOf(variation.url()) + sizeOf(variation.imageUrls());
-    for (const VariationAttribute& attribute : variation.attributes()) {
-      size += aroundRecord + attribute.id().size() + attribute.option().size();
-      if (attribute.productOptions() == nullptr) continue;
-      const auto [place, isNew] = listSizes.try_emplace(attribute.productOptions());
-      if (isNew) place->second = sizeOf(*attribute.productOptions());
-      size += place->second;
-    }
-    if (variation.comparableAttributes()) {
-      for (const auto& comparable : *variation.comparableAttributes()) {
-        size += aroundRecord + comparable.id().size() + 2 * (sizeOf(comparable.name()) + comparable.option().size());
-      }
-    }
-    if (variation.details()) {
-      for (const Detail& detail : *variation.details()) size += sizeOf(detail);
-    }
-  }
-  return size;
-}
-
 }  // namespace
 
 namespace product_coding_detail {
@@ -160,7 +108,7 @@ void JsonCoding<Product>::encode(const Product& product, JsonWriter& writer) {
   if (product.variations().empty()) {
     throw EncodingError(EncodingError::Kind::invalidValue, {}, "Need at least one(1) variation");
   }
-  writer.reserve(estimateSize(product));
+  writer.reserve(estimatedJsonSize(product));
   writer.beginObject();
   json_detail::encodeMember("currency", product.currency(), writer);
   json_detail::encodeMember("locale", product.locale(), writer);

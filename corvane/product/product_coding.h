@@ -58,21 +58,9 @@ using SharedSkus = std::shared_ptr<const std::vector<std::string>>;
 
 namespace product_coding_detail {
 
-/// While one of these lives, lists of SKUs are checked when they are read, but not kept: a product makes its own anew,
-/// and most of what a large product takes to read would go into lists that nobody ever sees.
-class SkusAreMadeAnew {
- public:
-  SkusAreMadeAnew() : before_(std::exchange(isActive_, true)) {}
-  SkusAreMadeAnew(const SkusAreMadeAnew&) = delete;
-  SkusAreMadeAnew& operator=(const SkusAreMadeAnew&) = delete;
-  ~SkusAreMadeAnew() { isActive_ = before_; }
-
-  [[nodiscard]] static bool isActive() { return isActive_; }
-
- private:
-  static inline thread_local bool isActive_ = false;
-  bool before_;
-};
+/// What becomes of lists of SKUs that are read. A product makes its own anew: most of what a large product takes to
+/// read would go into lists that nobody ever sees, so there they are only checked.
+enum class SkuLists { kept, madeAnew };
 
 /// Reads a list of texts for the errors in it.
 template <class Source>
@@ -91,11 +79,11 @@ struct SharedSkusField {
   SharedSkus Record::* member;
 
   template <class Source>
-  void decode(Record& record, const std::optional<Source>& value) const {
+  void decode(Record& record, const std::optional<Source>& value, SkuLists lists = SkuLists::kept) const {
     (record.*member).reset();
     if (!value || value->isNull()) return;
     json_detail::at(key, [&] {
-      if (SkusAreMadeAnew::isActive()) return checkTexts(*value);
+      if (lists == SkuLists::madeAnew) return checkTexts(*value);
       record.*member =
           std::make_shared<const std::vector<std::string>>(JsonCoding<std::vector<std::string>>::decode(*value));
     });
@@ -167,9 +155,9 @@ struct JsonFields<VariationFields> {
 
 template <>
 struct JsonCoding<Variation> {
-  template <class Source>
-  static Variation decode(Source value) {
-    return Variation(JsonCoding<VariationFields>::decode(value));
+  template <class Source, class... Context>
+  static Variation decode(Source value, const Context&... context) {
+    return Variation(JsonCoding<VariationFields>::decode(value, context...));
   }
   static void encode(const Variation& variation, JsonWriter& writer);
 };
@@ -236,12 +224,12 @@ struct JsonCoding<Product> {
       throw product_coding_detail::unsupportedVersion(envelope.schemaVersion);
     json_detail::decodeFields(
         envelope, std::tuple{required("currency", &Envelope::currency), required("locale", &Envelope::locale)}, value);
-    const product_coding_detail::SkusAreMadeAnew skusAreMadeAnew;
     struct Inner {
       ProductFields fields;
     };
     Inner inner;
-    json_detail::decodeFields(inner, std::tuple{required("product", &Inner::fields)}, value);
+    json_detail::decodeFields(inner, std::tuple{required("product", &Inner::fields)}, value,
+                              product_coding_detail::SkuLists::madeAnew);
     inner.fields.currency = std::move(envelope.currency);
     inner.fields.locale = std::move(envelope.locale);
     try {

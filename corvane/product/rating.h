@@ -4,6 +4,8 @@
 #include <cstdint>
 #include <optional>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 template <class Record>

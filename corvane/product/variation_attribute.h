@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/export.h"
 #include "corvane/product/attribute_definition.h"
 
 namespace corvane {
@@ -17,8 +18,8 @@ class VariationAttribute {
   VariationAttribute(const AttributeDefinition& attribute, const AttributeDefinitionOption& option)
       : VariationAttribute(attribute.id(), option.id()) {}
 
-  [[nodiscard]] const std::string& id() const { return id_; }
-  [[nodiscard]] const std::string& option() const { return option_; }
+  [[nodiscard]] const std::string& id() const CORVANE_LIFETIMEBOUND { return id_; }
+  [[nodiscard]] const std::string& option() const CORVANE_LIFETIMEBOUND { return option_; }
   /// The SKUs of all variations of the product that take this value; null until the variation is part of a product.
   /// The list lives as long as this record, or a copy of it.
   [[nodiscard]] const std::vector<std::string>* productOptions() const { return productOptions_.get(); }

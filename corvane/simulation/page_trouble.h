@@ -5,6 +5,8 @@
 #include <string>
 #include <variant>
 
+#include "corvane/export.h"
+
 namespace corvane::simulation {
 
 /// The actions themselves take effect all the same, except where the page never gets them.

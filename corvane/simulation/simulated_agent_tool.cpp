@@ -1,7 +1,5 @@
 #include "corvane/simulation/simulated_agent_tool.h"
 
-#include <simdjson.h>
-
 #include <array>
 #include <stdexcept>
 #include <utility>
@@ -11,6 +9,7 @@
 #include "corvane/platform/foundation/json_writer.h"
 #include "corvane/platform/foundation/match.h"
 #include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/utf8.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane::simulation {
@@ -88,7 +87,7 @@ std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared
 
 void SimulatedAgentTool::setTrouble(PageTrouble::Value trouble) {
   if (const auto* error = std::get_if<PageTrouble::AnswersWithError>(&trouble)) {
-    if (!simdjson::validate_utf8(error->text)) throw std::invalid_argument("an error text must be valid UTF-8");
+    if (!isValidUtf8(error->text)) throw std::invalid_argument("an error text must be valid UTF-8");
   }
   trouble_ = std::move(trouble);
 }

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 /// Keeps somebody listening; its end ends that.

@@ -21,7 +21,7 @@ class CORVANE_EXPORT ObservableObject {
   ObservableObject& operator=(const ObservableObject&) = delete;
 
   /// Tells that something published is about to be set, also to what it is already: the old value can still be read.
-  [[nodiscard]] const Notifier<>& objectWillChange() const { return objectWillChange_; }
+  [[nodiscard]] const Notifier<>& objectWillChange() const CORVANE_LIFETIMEBOUND { return objectWillChange_; }
 
  protected:
   ObservableObject() = default;
@@ -48,7 +48,7 @@ class Published {
   Published(const Published&) = delete;
   Published& operator=(const Published&) = delete;
 
-  [[nodiscard]] const Value& value() const {
+  [[nodiscard]] const Value& value() const CORVANE_LIFETIMEBOUND {
     owner_.noteRead();
     return value_;
   }

@@ -23,6 +23,9 @@ namespace corvane {
 
 /// `static Type decode(Source)` and `static void encode(const Type&, JsonWriter&)`; specialised for each type. A source
 /// is a JsonView, or whatever else offers its reading operations.
+///
+/// A type that reads differently inside of another takes that one's context: `decode(Source, const Context&)`. Records,
+/// optional members and lists hand a context on to whatever takes it.
 template <class Type>
 struct JsonCoding;
 
@@ -56,6 +59,16 @@ template <class Source>
     if (!value.isWellFormed()) throw hasNoUtf8Form();
   }
   return *text;
+}
+
+/// Decodes a value in a context, which most types do not care about.
+template <class Value, class Source, class... Context>
+[[nodiscard]] Value decodeIn(Source source, const Context&... context) {
+  if constexpr (requires { JsonCoding<Value>::decode(source, context...); }) {
+    return JsonCoding<Value>::decode(source, context...);
+  } else {
+    return JsonCoding<Value>::decode(source);
+  }
 }
 
 /// An error that was found below a member or an element, told from one level further up.
@@ -102,12 +115,12 @@ template <class Source, class... Fields>
   return found;
 }
 
-template <class Record, class Fields, class Source>
-void decodeFields(Record& record, const Fields& fields, Source object) {
+template <class Record, class Fields, class Source, class... Context>
+void decodeFields(Record& record, const Fields& fields, Source object, const Context&... context) {
   if (!object.isObject()) throw typeMismatch("Object", object.kind());
   const auto found = findMembers(fields, object);
   std::size_t index = 0;
-  std::apply([&](const auto&... field) { (field.decode(record, found[index++]), ...); }, fields);
+  std::apply([&](const auto&... field) { (field.decode(record, found[index++], context...), ...); }, fields);
 }
 
 template <class Record, class Fields>
@@ -133,10 +146,10 @@ struct RequiredField {
   std::string_view key;
   Value Record::* member;
 
-  template <class Source>
-  void decode(Record& record, const std::optional<Source>& value) const {
+  template <class Source, class... Context>
+  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
     if (!value) throw keyNotFound(key);
-    at(key, [&] { record.*member = JsonCoding<Value>::decode(*value); });
+    at(key, [&] { record.*member = decodeIn<Value>(*value, context...); });
   }
   void encode(const Record& record, JsonWriter& writer) const { encodeMember(key, record.*member, writer); }
 };
@@ -148,15 +161,15 @@ struct OptionalField {
   std::string_view key;
   std::optional<Value> Record::* member;
 
-  template <class Source>
-  void decode(Record& record, const std::optional<Source>& value) const {
+  template <class Source, class... Context>
+  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
     (record.*member).reset();
     if (!value || value->isNull()) return;
     if constexpr (whenUnreadable == WhenUnreadable::fails) {
-      at(key, [&] { record.*member = JsonCoding<Value>::decode(*value); });
+      at(key, [&] { record.*member = decodeIn<Value>(*value, context...); });
     } else {
       try {
-        record.*member = JsonCoding<Value>::decode(*value);
+        record.*member = decodeIn<Value>(*value, context...);
       } catch (const DecodingError&) {
         (record.*member).reset();
       }
@@ -172,10 +185,10 @@ struct NestedFields {
   std::string_view key;
   std::tuple<Fields...> fields;
 
-  template <class Record, class Source>
-  void decode(Record& record, const std::optional<Source>& value) const {
+  template <class Record, class Source, class... Context>
+  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
     if (!value) throw keyNotFound(key);
-    at(key, [&] { decodeFields(record, fields, *value); });
+    at(key, [&] { decodeFields(record, fields, *value, context...); });
   }
   template <class Record>
   void encode(const Record& record, JsonWriter& writer) const {
@@ -256,13 +269,14 @@ struct JsonCoding<float> {
 
 template <class Element>
 struct JsonCoding<std::vector<Element>> {
-  template <class Source>
-  static std::vector<Element> decode(Source value) {
+  template <class Source, class... Context>
+  static std::vector<Element> decode(Source value, const Context&... context) {
     if (!value.isArray()) throw json_detail::typeMismatch("Array", value.kind());
     std::vector<Element> elements;
     elements.reserve(value.size());
     for (const Source element : value.elements()) {
-      json_detail::at(elements.size(), [&] { elements.push_back(JsonCoding<Element>::decode(element)); });
+      json_detail::at(elements.size(),
+                      [&] { elements.push_back(json_detail::decodeIn<Element>(element, context...)); });
     }
     return elements;
   }
@@ -288,8 +302,8 @@ struct JsonCoding<Enumeration> {
 
 template <HasJsonFields Record>
 struct JsonCoding<Record> {
-  template <class Source>
-  static Record decode(Source value) {
+  template <class Source, class... Context>
+  static Record decode(Source value, const Context&... context) {
     auto record = [] {
       if constexpr (requires { JsonFields<Record>::blank(); }) {
         return JsonFields<Record>::blank();
@@ -297,7 +311,7 @@ struct JsonCoding<Record> {
         return Record{};
       }
     }();
-    json_detail::decodeFields(record, JsonFields<Record>::fields, value);
+    json_detail::decodeFields(record, JsonFields<Record>::fields, value, context...);
     return record;
   }
   static void encode(const Record& record, JsonWriter& writer) {

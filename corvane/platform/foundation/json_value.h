@@ -117,6 +117,19 @@ class CORVANE_EXPORT JsonValue : public JsonView {
   JsonValue& operator=(JsonValue other) noexcept;
   ~JsonValue();
 
+  /// What these give borrows from the document.
+  [[nodiscard]] std::optional<std::string_view> string() const noexcept CORVANE_LIFETIMEBOUND {
+    return JsonView::string();
+  }
+  [[nodiscard]] std::optional<JsonView> find(std::string_view key) const noexcept CORVANE_LIFETIMEBOUND {
+    return JsonView::find(key);
+  }
+  [[nodiscard]] std::optional<std::string_view> findString(std::string_view key) const noexcept CORVANE_LIFETIMEBOUND {
+    return JsonView::findString(key);
+  }
+  [[nodiscard]] Elements elements() const noexcept CORVANE_LIFETIMEBOUND;
+  [[nodiscard]] Members members() const noexcept CORVANE_LIFETIMEBOUND;
+
   /// Containers nested deeper than this are refused.
   static constexpr std::size_t maximumDepth = 1024;
 
@@ -179,5 +192,8 @@ inline JsonView::Elements JsonView::elements() const noexcept {
 inline JsonView::Members JsonView::members() const noexcept {
   return isObject() ? Members(node_ + 1, node_->next()) : Members(nullptr, nullptr);
 }
+
+inline JsonView::Elements JsonValue::elements() const noexcept { return JsonView::elements(); }
+inline JsonView::Members JsonValue::members() const noexcept { return JsonView::members(); }
 
 }  // namespace corvane

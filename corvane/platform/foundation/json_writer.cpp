@@ -1,7 +1,5 @@
 #include "corvane/platform/foundation/json_writer.h"
 
-#include <simdjson.h>
-
 #include <algorithm>
 #include <bit>
 #include <charconv>
@@ -10,6 +8,7 @@
 #include <utility>
 
 #include "corvane/platform/foundation/coding_error.h"
+#include "corvane/platform/foundation/utf8.h"
 
 namespace corvane {
 
@@ -107,7 +106,7 @@ void JsonWriter::key(std::string_view name) {
 void JsonWriter::text(std::string_view value) {
   // Most texts need no escape and take one step.
   const PlainRun run = plainRun(value);
-  if (!run.isAscii && !simdjson::validate_utf8(value)) refuse("The text is not valid UTF-8.");
+  if (!run.isAscii && !isValidUtf8(value)) refuse("The text is not valid UTF-8.");
   char* const room = roomFor(value.size() + 3);
   char* to = room;
   if (needsComma_) *to++ = ',';
@@ -126,7 +125,7 @@ void JsonWriter::text(std::string_view value) {
 
 void JsonWriter::appendEscaped(std::string_view rest, bool isBeforeAscii) {
   // What came before was looked at up to its first escape only.
-  if (isBeforeAscii && !simdjson::validate_utf8(rest)) refuse("The text is not valid UTF-8.");
+  if (isBeforeAscii && !isValidUtf8(rest)) refuse("The text is not valid UTF-8.");
   while (!rest.empty()) {
     size_ += writeEscape(static_cast<unsigned char>(rest.front()), roomFor(6));
     rest.remove_prefix(1);

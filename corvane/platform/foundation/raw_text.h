@@ -7,6 +7,8 @@
 #include <optional>
 #include <string_view>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 template <class Enumeration>
@@ -23,6 +25,12 @@ template <class Enumeration>
 concept HasRawText = requires { RawTextTable<Enumeration>::rows; };
 
 namespace raw_text_detail {
+
+/// Whether a value has a name in its enumeration: the compiler spells any other value as a cast.
+template <auto value>
+consteval bool isEnumerator() {
+  return std::string_view(__PRETTY_FUNCTION__).find("value = (") == std::string_view::npos;
+}
 
 /// Rows stand in the order of the enumerators, from 0 on, and no text occurs twice.
 template <HasRawText Enumeration>
@@ -42,10 +50,12 @@ consteval bool isConsistent() {
 /// The text that stands for a value.
 template <HasRawText Enumeration>
 constexpr std::string_view rawValue(Enumeration value) noexcept {
-  static_assert(raw_text_detail::isConsistent<Enumeration>());
+  constexpr auto& rows = RawTextTable<Enumeration>::rows;
+  static_assert(raw_text_detail::isConsistent<Enumeration>(), "the rows are not in the order of the enumerators");
+  static_assert(!raw_text_detail::isEnumerator<static_cast<Enumeration>(rows.size())>(), "an enumerator has no row");
   const auto index = static_cast<std::size_t>(value);
-  assert(index < RawTextTable<Enumeration>::rows.size());
-  return RawTextTable<Enumeration>::rows[index].text;
+  assert(index < rows.size());
+  return rows[index].text;
 }
 
 /// The value that a text stands for; none for any other text. Upper and lower case differ.

@@ -1,9 +1,10 @@
 #include "corvane/platform/foundation/url_components.h"
 
-#include <simdjson.h>
 #include <uriparser/Uri.h>
 
 #include <memory>
+
+#include "corvane/platform/foundation/utf8.h"
 
 namespace corvane {
 
@@ -61,7 +62,7 @@ std::optional<URLComponents> URLComponents::parse(std::string_view text) {
 bool URLComponents::setQueryItems(std::span<const URLQueryItem> items) {
   std::string query;
   for (const URLQueryItem& item : items) {
-    if (!simdjson::validate_utf8(item.name) || !simdjson::validate_utf8(item.value)) return false;
+    if (!isValidUtf8(item.name) || !isValidUtf8(item.value)) return false;
     if (!query.empty()) query += '&';
     appendEncoded(query, item.name);
     query += '=';

@@ -4,6 +4,8 @@
 #include <cmath>
 #include <optional>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 using CGFloat = double;

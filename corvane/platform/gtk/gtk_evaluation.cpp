@@ -1,9 +1,9 @@
 #include "corvane/platform/gtk/gtk_evaluation.h"
 
-#include <simdjson.h>
-
 #include <string>
 #include <utility>
+
+#include "corvane/platform/foundation/utf8.h"
 
 namespace corvane::gtk {
 
@@ -34,7 +34,7 @@ void Evaluations::run(WebKitWebView* webView, std::string_view script, Evaluatio
   // The C library takes no null text, not even an empty one.
   if (script.empty()) script = "";
   // The engine reads text that is not valid UTF-8 as no text at all, and reports success.
-  if (!simdjson::validate_utf8(script)) {
+  if (!isValidUtf8(script)) {
     return settleLater(std::move(completion), {WebError::Kind::scriptFailed, "The script is not valid UTF-8", {}});
   }
   webkit_web_view_evaluate_javascript(webView, script.data(), static_cast<gssize>(script.size()), nullptr, nullptr,

@@ -3,6 +3,7 @@
 
 #include <cstdint>
 
+#include "corvane/export.h"
 #include "corvane/platform/geometry/geometry.h"
 
 namespace corvane {

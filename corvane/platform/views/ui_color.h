@@ -1,6 +1,8 @@
 /// Colours of views.
 #pragma once
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 /// A colour in sRGB, each part from 0 to 1.

@@ -92,7 +92,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   void setClipsToBounds(bool clips);
   [[nodiscard]] CGFloat alpha() const { return alpha_; }
   void setAlpha(CGFloat alpha);
-  [[nodiscard]] const std::optional<UIColor>& backgroundColor() const { return backgroundColor_; }
+  [[nodiscard]] const std::optional<UIColor>& backgroundColor() const CORVANE_LIFETIMEBOUND { return backgroundColor_; }
   void setBackgroundColor(std::optional<UIColor> color);
 
   [[nodiscard]] UIViewAutoresizing autoresizingMask() const { return autoresizingMask_; }

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 enum class URLRequestCachePolicy {

@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 /// A failed load or script: what kind of failure, and the engine's words for it.

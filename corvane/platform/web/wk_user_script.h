@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "corvane/export.h"
+
 namespace corvane {
 
 enum class WKUserScriptInjectionTime { atDocumentStart, atDocumentEnd };

@@ -59,6 +59,5 @@ TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
   EXPECT_FALSE(view_->isUserInteractionEnabled() || view_->isScrollEnabled());
 }
 
-
 }  // namespace
 }  // namespace corvane
