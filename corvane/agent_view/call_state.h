@@ -17,7 +17,7 @@ struct CallState {
   /// The customer's cart: quantities by SKU, each at least 1.
   CartQuantities cart;
 
-  /// Follows an event of the page.
+  /// Follows an event of the page; most events change nothing here.
   void apply(const AgentEvent& event);
 };
 

@@ -24,7 +24,7 @@ namespace corvane {
 ///
 /// `encodeJson` and `decodeJson` take it: an object with one member, named as the case, that holds the case's values,
 /// for example {"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} or {"didLoad":{}}. An object that names no
-/// case, or several, fails with a type mismatch. The name stands beside each case.
+/// case, or several, fails with a type mismatch. The name stands beside each case, and the member beside its value.
 class AgentEvent : public SumType<AgentEvent> {
  public:
   /// Never raised by the framework; part of the vocabulary.
@@ -36,12 +36,14 @@ class AgentEvent : public SumType<AgentEvent> {
   struct CallStatusUpdate {
     static constexpr std::string_view name = "callStatusUpdate";
     CallSessionStatus status = CallSessionStatus::disconnected;
+    static constexpr std::pair member{std::string_view("status"), &CallStatusUpdate::status};
     bool operator==(const CallStatusUpdate&) const = default;
   };
   /// A call has begun; the customer uses this language and region.
   struct ClientLocale {
     static constexpr std::string_view name = "clientLocale";
     std::string locale;
+    static constexpr std::pair member{std::string_view("locale"), &ClientLocale::locale};
     bool operator==(const ClientLocale&) const = default;
   };
   /// The page did not load, or an action could not be posted into it; the view's `error` tells why.
@@ -83,24 +85,28 @@ class AgentEvent : public SumType<AgentEvent> {
   struct ProductUpdateInCart {
     static constexpr std::string_view name = "productUpdateInCart";
     ProductCartStatus data;
+    static constexpr std::pair member{std::string_view("data"), &ProductUpdateInCart::data};
     bool operator==(const ProductUpdateInCart&) const = default;
   };
   /// The call no longer shows this product.
   struct ProductRemovedFromCall {
     static constexpr std::string_view name = "productRemovedFromCall";
     std::string sku;
+    static constexpr std::pair member{std::string_view("sku"), &ProductRemovedFromCall::sku};
     bool operator==(const ProductRemovedFromCall&) const = default;
   };
   /// The cart no longer holds this product.
   struct ProductRemovedFromCart {
     static constexpr std::string_view name = "productRemovedFromCart";
     std::string sku;
+    static constexpr std::pair member{std::string_view("sku"), &ProductRemovedFromCart::sku};
     bool operator==(const ProductRemovedFromCart&) const = default;
   };
   /// The page wants a new single sign-on token, handed over with this response identifier.
   struct RefreshSsoToken {
     static constexpr std::string_view name = "refreshSsoToken";
     std::string responseId;
+    static constexpr std::pair member{std::string_view("responseId"), &RefreshSsoToken::responseId};
     bool operator==(const RefreshSsoToken&) const = default;
   };
   /// The page is not, or no longer, signed in.

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <concepts>
 #include <cstddef>
 #include <optional>
 #include <string_view>
@@ -28,29 +29,10 @@ template <class Case>
 struct JsonFields<Case> {
   static constexpr auto fields = std::tuple{};
 };
-template <>
-struct JsonFields<AgentEvent::CallStatusUpdate> {
-  static constexpr auto fields = std::tuple{required("status", &AgentEvent::CallStatusUpdate::status)};
-};
-template <>
-struct JsonFields<AgentEvent::ClientLocale> {
-  static constexpr auto fields = std::tuple{required("locale", &AgentEvent::ClientLocale::locale)};
-};
-template <>
-struct JsonFields<AgentEvent::ProductUpdateInCart> {
-  static constexpr auto fields = std::tuple{required("data", &AgentEvent::ProductUpdateInCart::data)};
-};
-template <>
-struct JsonFields<AgentEvent::ProductRemovedFromCall> {
-  static constexpr auto fields = std::tuple{required("sku", &AgentEvent::ProductRemovedFromCall::sku)};
-};
-template <>
-struct JsonFields<AgentEvent::ProductRemovedFromCart> {
-  static constexpr auto fields = std::tuple{required("sku", &AgentEvent::ProductRemovedFromCart::sku)};
-};
-template <>
-struct JsonFields<AgentEvent::RefreshSsoToken> {
-  static constexpr auto fields = std::tuple{required("responseId", &AgentEvent::RefreshSsoToken::responseId)};
+template <class Case>
+  requires requires { Case::member; } && std::constructible_from<AgentEvent::Value, Case>
+struct JsonFields<Case> {
+  static constexpr auto fields = std::tuple{required(Case::member.first, Case::member.second)};
 };
 
 template <>

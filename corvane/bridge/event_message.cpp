@@ -37,19 +37,10 @@ std::optional<AgentEvent> translate(WebAgentEventType type, JsonView data) {
     }
     case unauthorized:
       return AgentEvent::Unauthorized{};
-    case unknown:
-    case addProductToCallCallback:
-    case addProductToCartCallback:
-    case getProductsInCallCallback:
-    case getProductsInCartCallback:
-    case isProductInCallCallback:
-    case isProductInCartCallback:
-    case removeProductInCallCallback:
-    case removeProductInCartCallback:
-    case updateProductInCartCallback:
+    // Answers are no events.
+    default:
       return std::nullopt;
   }
-  std::unreachable();
 }
 
 }  // namespace
