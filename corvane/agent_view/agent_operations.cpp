@@ -15,7 +15,7 @@ namespace corvane {
 namespace {
 
 template <class Record, class Data, class Completion>
-void request(const std::shared_ptr<RequestChannel>& channel, Action action, Data data, Completion completion,
+void request(RequestChannel* channel, Action action, Data data, Completion completion,
              std::source_location door = std::source_location::current()) {
   assertMainThread(door);
   if (channel != nullptr) channel->submit(std::make_shared<Record>(std::move(data), std::move(completion), action));
@@ -27,8 +27,8 @@ SkuData newRequest(std::string sku, std::optional<std::int64_t> quantity = std::
   return {._id = makeUuid(), .sku = std::move(sku), .quantity = quantity};
 }
 
-void requestUpdate(const std::shared_ptr<RequestChannel>& channel, std::string sku, std::int64_t quantity,
-                   AgentErrorCompletion completion, std::source_location door = std::source_location::current()) {
+void requestUpdate(RequestChannel* channel, std::string sku, std::int64_t quantity, AgentErrorCompletion completion,
+                   std::source_location door = std::source_location::current()) {
   request<SkuAction>(channel, Action::updateProductInCart, newRequest(std::move(sku), quantity), std::move(completion),
                      door);
 }
@@ -79,10 +79,10 @@ void AgentOperations::removeProductInCart(std::string sku, AgentErrorCompletion 
 }
 
 void AgentOperations::decrementProductInCart(std::string sku, AgentErrorCompletion completion) {
-  const auto channel = requestChannel();
+  RequestChannel* const channel = requestChannel();
   if (channel == nullptr) return;
   // The update goes to the view that the status was asked of, whatever a holder holds by then.
-  auto update = [channel, view = channel->delegate(), sku = std::move(sku),
+  auto update = [channel = channel->shared_from_this(), view = channel->delegate(), sku = std::move(sku),
                  completion = std::move(completion)](AgentResult<CartQuantities> status) mutable {
     const auto finish = [&](AgentError error) {
       if (completion) completion(std::move(error));
@@ -93,7 +93,7 @@ void AgentOperations::decrementProductInCart(std::string sku, AgentErrorCompleti
       if (const auto item = (*status)->find(sku); item != (*status)->end()) quantity = item->second;
     }
     if (quantity <= 0) return finish(AgentError::SkuNotFound{});
-    requestUpdate(channel, std::move(sku), quantity - 1, std::move(completion));
+    requestUpdate(channel.get(), std::move(sku), quantity - 1, std::move(completion));
   };
   request<GetCartStatusAction>(channel, Action::getProductsInCart, newRequest(),
                                CartStatusCompletion(std::move(update)));

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
 #include <string>
 
 #include "corvane/bridge/completion.h"
@@ -59,7 +58,7 @@ class CORVANE_EXPORT AgentOperations {
 
  private:
   /// Where the requests go; null where there is no agent view.
-  [[nodiscard]] virtual std::shared_ptr<RequestChannel> requestChannel() const = 0;
+  [[nodiscard]] virtual RequestChannel* requestChannel() const = 0;
 };
 
 }  // namespace corvane

@@ -60,9 +60,9 @@ void MinimizedState::maximize() const {
   if (const auto view = agentView()) view->maximizeView();
 }
 
-std::shared_ptr<RequestChannel> MinimizedState::requestChannel() const {
+RequestChannel* MinimizedState::requestChannel() const {
   const auto view = agentView();
-  return view == nullptr ? nullptr : AgentViewAccess::parts(*view).requests;
+  return view == nullptr ? nullptr : AgentViewAccess::parts(*view).requests.get();
 }
 
 }  // namespace corvane

@@ -48,7 +48,7 @@ class CORVANE_EXPORT MinimizedState final : public AgentOperations {
  private:
   MinimizedState() = default;
   ~MinimizedState() = default;
-  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
+  [[nodiscard]] RequestChannel* requestChannel() const override;
 };
 
 }  // namespace corvane

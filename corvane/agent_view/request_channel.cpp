@@ -28,6 +28,7 @@ RequestChannel::RequestChannel(ConstructionKey /*key*/, std::weak_ptr<RequestCha
     : delegate_(std::move(delegate)) {}
 
 void RequestChannel::submit(std::shared_ptr<Actionable> record) {
+  // The completion of a refused request may have ended the view, and this with it.
   if (canSend(*record)) send(std::move(record));
 }
 

@@ -111,7 +111,7 @@ CallSessionStatus VelnorAgentView::callSessionStatus() const { return parts_->ca
 const std::optional<std::string>& VelnorAgentView::clientLocale() const { return parts_->callState.clientLocale; }
 bool VelnorAgentView::isMinimized() const { return parts_->floating != nullptr && parts_->floating->isMinimized(); }
 
-std::shared_ptr<RequestChannel> VelnorAgentView::requestChannel() const { return parts_->requests; }
+RequestChannel* VelnorAgentView::requestChannel() const { return parts_->requests.get(); }
 
 void VelnorAgentView::refreshSsoToken(std::string ssoToken, std::string responseId) {
   assertMainThread();

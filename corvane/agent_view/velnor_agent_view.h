@@ -114,7 +114,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   friend class AgentViewAccess;
   class Parts;
 
-  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
+  [[nodiscard]] RequestChannel* requestChannel() const override;
   void buildWebView();
   void tellPageOfMaximizing();
 

@@ -61,7 +61,9 @@ template class AnsweredAction<SkuData, AgentErrorCompletion>;
 template class AnsweredAction<SkuData, BooleanCompletion>;
 template class AnsweredAction<ProductActionData, AgentErrorCompletion>;
 
-std::string AddProductAction::encode() const { return text_.empty() ? AnsweredAction::encode() : text_; }
+std::string AddProductAction::encode() const {
+  return text_.empty() ? AnsweredAction::encode() : std::exchange(text_, {});
+}
 
 void AddProductAction::handleCallback(JsonView /*data*/, std::optional<AgentError> error,
                                       const CartQuantities& /*cart*/) {

@@ -86,13 +86,13 @@ class GetProductAction final : public AnsweredAction<RequestId, SkuListCompletio
 class AddProductAction final : public AnsweredAction<ProductActionData, AgentErrorCompletion> {
  public:
   using AnsweredAction::AnsweredAction;
-  /// Keeps the text for when the product's turn has come: it may be long.
+  /// Keeps the text for when the product's turn has come: it may be long. Whoever asks for it first gets it.
   void tryToEncode() override { text_ = AnsweredAction::encode(); }
   [[nodiscard]] std::string encode() const override;
   void handleCallback(JsonView data, std::optional<AgentError> error, const CartQuantities& cart) override;
 
  private:
-  std::string text_;
+  mutable std::string text_;
 };
 
 /// Changes something about one SKU.

@@ -19,8 +19,8 @@ void VelnorAgentContext::maximizeAgent() {
   if (const auto view = agentView_) view->maximizeView();
 }
 
-std::shared_ptr<RequestChannel> VelnorAgentContext::requestChannel() const {
-  return agentView_ == nullptr ? nullptr : AgentViewAccess::parts(*agentView_).requests;
+RequestChannel* VelnorAgentContext::requestChannel() const {
+  return agentView_ == nullptr ? nullptr : AgentViewAccess::parts(*agentView_).requests.get();
 }
 
 void VelnorAgentContext::setAgentView(std::shared_ptr<VelnorAgentView> view) {

@@ -52,7 +52,7 @@ class CORVANE_EXPORT VelnorAgentContext final : public ObservableObject,
   void setAgentView(std::shared_ptr<VelnorAgentView> view);
   void setAgent(std::optional<VelnorAgent> agent);
   void receive(const AgentEvent& event);
-  [[nodiscard]] std::shared_ptr<RequestChannel> requestChannel() const override;
+  [[nodiscard]] RequestChannel* requestChannel() const override;
 
   Published<bool> isMinimized_{*this};
   std::optional<VelnorAgent> agent_;

@@ -1,6 +1,7 @@
 /// The JSON form of products and everything in them.
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,9 +59,9 @@ using SharedSkus = std::shared_ptr<const std::vector<std::string>>;
 
 namespace product_coding_detail {
 
-/// What becomes of lists of SKUs that are read. A product makes its own anew: most of what a large product takes to
-/// read would go into lists that nobody ever sees, so there they are only checked.
-enum class SkuLists { kept, madeAnew };
+/// The context of what stands inside a product. It makes its lists of SKUs anew: most of what a large product takes to
+/// read would go into lists that nobody ever sees, so they are only checked.
+struct InsideProduct {};
 
 /// Reads a list of texts for the errors in it.
 template <class Source>
@@ -78,14 +79,17 @@ struct SharedSkusField {
   std::string_view key;
   SharedSkus Record::* member;
 
-  template <class Source>
-  void decode(Record& record, const std::optional<Source>& value, SkuLists lists = SkuLists::kept) const {
+  template <class Source, class... Context>
+  void decode(Record& record, const std::optional<Source>& value, Context... /*context*/) const {
     (record.*member).reset();
     if (!value || value->isNull()) return;
     json_detail::at(key, [&] {
-      if (lists == SkuLists::madeAnew) return checkTexts(*value);
-      record.*member =
-          std::make_shared<const std::vector<std::string>>(JsonCoding<std::vector<std::string>>::decode(*value));
+      if constexpr ((std::same_as<Context, InsideProduct> || ...)) {
+        checkTexts(*value);
+      } else {
+        record.*member =
+            std::make_shared<const std::vector<std::string>>(JsonCoding<std::vector<std::string>>::decode(*value));
+      }
     });
   }
   void encode(const Record& record, JsonWriter& writer) const {
@@ -156,7 +160,7 @@ struct JsonFields<VariationFields> {
 template <>
 struct JsonCoding<Variation> {
   template <class Source, class... Context>
-  static Variation decode(Source value, const Context&... context) {
+  static Variation decode(Source value, Context... context) {
     return Variation(JsonCoding<VariationFields>::decode(value, context...));
   }
   static void encode(const Variation& variation, JsonWriter& writer);
@@ -229,7 +233,7 @@ struct JsonCoding<Product> {
     };
     Inner inner;
     json_detail::decodeFields(inner, std::tuple{required("product", &Inner::fields)}, value,
-                              product_coding_detail::SkuLists::madeAnew);
+                              product_coding_detail::InsideProduct{});
     inner.fields.currency = std::move(envelope.currency);
     inner.fields.locale = std::move(envelope.locale);
     try {

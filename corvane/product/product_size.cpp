@@ -5,7 +5,7 @@
 namespace corvane {
 
 std::size_t estimatedJsonSize(const Product& product) {
-  constexpr std::size_t ofRecord = 512;
+  constexpr std::size_t ofRecord = 1536;
   constexpr std::size_t aroundSku = std::string_view("\"\",").size();
   std::size_t size = ofRecord + product.description().size();
   for (const Variation& variation : product.variations()) {

@@ -24,7 +24,7 @@ namespace corvane {
 /// `static Type decode(Source)` and `static void encode(const Type&, JsonWriter&)`; specialised for each type. A source
 /// is a JsonView, or whatever else offers its reading operations.
 ///
-/// A type that reads differently inside of another takes that one's context: `decode(Source, const Context&)`. Records,
+/// A type that reads differently inside of another takes that one's context: `decode(Source, Context)`. Records,
 /// optional members and lists hand a context on to whatever takes it.
 template <class Type>
 struct JsonCoding;
@@ -63,7 +63,7 @@ template <class Source>
 
 /// Decodes a value in a context, which most types do not care about.
 template <class Value, class Source, class... Context>
-[[nodiscard]] Value decodeIn(Source source, const Context&... context) {
+[[nodiscard]] Value decodeIn(Source source, Context... context) {
   if constexpr (requires { JsonCoding<Value>::decode(source, context...); }) {
     return JsonCoding<Value>::decode(source, context...);
   } else {
@@ -116,7 +116,7 @@ template <class Source, class... Fields>
 }
 
 template <class Record, class Fields, class Source, class... Context>
-void decodeFields(Record& record, const Fields& fields, Source object, const Context&... context) {
+void decodeFields(Record& record, const Fields& fields, Source object, Context... context) {
   if (!object.isObject()) throw typeMismatch("Object", object.kind());
   const auto found = findMembers(fields, object);
   std::size_t index = 0;
@@ -147,7 +147,7 @@ struct RequiredField {
   Value Record::* member;
 
   template <class Source, class... Context>
-  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
+  void decode(Record& record, const std::optional<Source>& value, Context... context) const {
     if (!value) throw keyNotFound(key);
     at(key, [&] { record.*member = decodeIn<Value>(*value, context...); });
   }
@@ -162,7 +162,7 @@ struct OptionalField {
   std::optional<Value> Record::* member;
 
   template <class Source, class... Context>
-  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
+  void decode(Record& record, const std::optional<Source>& value, Context... context) const {
     (record.*member).reset();
     if (!value || value->isNull()) return;
     if constexpr (whenUnreadable == WhenUnreadable::fails) {
@@ -186,7 +186,7 @@ struct NestedFields {
   std::tuple<Fields...> fields;
 
   template <class Record, class Source, class... Context>
-  void decode(Record& record, const std::optional<Source>& value, const Context&... context) const {
+  void decode(Record& record, const std::optional<Source>& value, Context... context) const {
     if (!value) throw keyNotFound(key);
     at(key, [&] { decodeFields(record, fields, *value, context...); });
   }
@@ -270,7 +270,7 @@ struct JsonCoding<float> {
 template <class Element>
 struct JsonCoding<std::vector<Element>> {
   template <class Source, class... Context>
-  static std::vector<Element> decode(Source value, const Context&... context) {
+  static std::vector<Element> decode(Source value, Context... context) {
     if (!value.isArray()) throw json_detail::typeMismatch("Array", value.kind());
     std::vector<Element> elements;
     elements.reserve(value.size());
@@ -303,7 +303,7 @@ struct JsonCoding<Enumeration> {
 template <HasJsonFields Record>
 struct JsonCoding<Record> {
   template <class Source, class... Context>
-  static Record decode(Source value, const Context&... context) {
+  static Record decode(Source value, Context... context) {
     auto record = [] {
       if constexpr (requires { JsonFields<Record>::blank(); }) {
         return JsonFields<Record>::blank();

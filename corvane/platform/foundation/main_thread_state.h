@@ -26,8 +26,15 @@ struct MainThreadState {
   std::uint64_t lastTouch = 0;
 };
 
+namespace platform_detail {
+
+/// That of the installed platform; null for none.
+extern MainThreadState* installedState;
+
+}  // namespace platform_detail
+
 /// Null while no platform is installed.
-[[nodiscard]] MainThreadState* findMainThreadState();
+[[nodiscard]] inline MainThreadState* findMainThreadState() { return platform_detail::installedState; }
 /// Without an installed platform, the program ends with a sentence that says so.
 [[nodiscard]] MainThreadState& mainThreadState();
 

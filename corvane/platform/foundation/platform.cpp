@@ -32,10 +32,12 @@ PlatformInstallation::PlatformInstallation(Platform platform)
     : platform_(std::move(platform)), state_(std::make_unique<MainThreadState>()) {
   assert(installation == nullptr);
   installation = this;
+  platform_detail::installedState = state_.get();
 }
 
 PlatformInstallation::~PlatformInstallation() {
   platform_.runLoop->end();
+  platform_detail::installedState = nullptr;
   installation = nullptr;
 }
 
@@ -48,7 +50,7 @@ const Platform& PlatformInstallation::platform() {
   return installation->platform_;
 }
 
-MainThreadState* findMainThreadState() { return installation == nullptr ? nullptr : installation->state_.get(); }
+MainThreadState* platform_detail::installedState = nullptr;
 
 MainThreadState& mainThreadState() {
   MainThreadState* const state = findMainThreadState();

@@ -52,8 +52,6 @@ class CORVANE_EXPORT PlatformInstallation final {
   [[nodiscard]] static const Platform* findPlatform();
 
  private:
-  friend MainThreadState* findMainThreadState();
-
   Platform platform_;
   std::unique_ptr<MainThreadState> state_;
 };

@@ -9,6 +9,8 @@ namespace corvane {
 
 namespace {
 
+constinit const std::shared_ptr<AnimationRun> noRun;
+
 /// Makes a run the present one for the length of its block, also when the block throws.
 class BlockScope {
  public:
@@ -32,9 +34,9 @@ std::chrono::nanoseconds sane(std::chrono::nanoseconds length) {
 
 }  // namespace
 
-std::shared_ptr<AnimationRun> AnimationRun::current() {
+const std::shared_ptr<AnimationRun>& AnimationRun::current() {
   const MainThreadState* const state = findMainThreadState();
-  return state == nullptr ? nullptr : state->animationRun;
+  return state == nullptr ? noRun : state->animationRun;
 }
 
 void AnimationRun::perform(AnimationCurve curve, UIViewAnimation animation) {

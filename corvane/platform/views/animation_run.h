@@ -20,7 +20,7 @@ class AnimationRun {
   /// delays below zero count as zero.
   static void perform(AnimationCurve curve, UIViewAnimation animation);
   /// The run whose block is being run, the innermost one; null outside of blocks.
-  [[nodiscard]] static std::shared_ptr<AnimationRun> current();
+  [[nodiscard]] static const std::shared_ptr<AnimationRun>& current();
 
   AnimationRun(AnimationCurve curve, RunLoop::Time begin, RunLoop::Time end)
       : curve_(curve), begin_(begin), end_(end) {}

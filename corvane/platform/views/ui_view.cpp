@@ -102,7 +102,7 @@ void UIView::setAnimatable(Value UIView::* own, AnimatedProperty<Value> ViewAnim
                            const Value& value) {
   // Writing what is there already is no change, and lets what is on its way go on.
   if (this->*own == value) return;
-  const std::shared_ptr<AnimationRun> run = AnimationRun::current();
+  const std::shared_ptr<AnimationRun>& run = AnimationRun::current();
   if (run != nullptr) {
     if (animations_ == nullptr) animations_ = std::make_unique<ViewAnimations>(*this);
     const RunLoop::Time now = RunLoop::main().now();
