@@ -11,7 +11,7 @@
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/platform/declarative/box.h"
 #include "corvane/platform/declarative/conditional_view.h"
-#include "corvane/platform/declarative/view_host.h"
+#include "corvane/platform/declarative/view_mount.h"
 #include "corvane/platform/declarative/z_stack.h"
 #include "corvane/platform/headless/headless_backend.h"
 #include "corvane/platform/views/ui_window.h"
@@ -55,13 +55,13 @@ struct Stage {
   std::unique_ptr<headless::Backend> backend = headless::Backend::install().value();
   std::shared_ptr<UIWindow> window = UIWindow::create({{0, 0}, {390, 844}});
   Model model;
-  std::shared_ptr<ViewHost> host = ViewHost::create(*window);
+  std::shared_ptr<ViewMount> mount = ViewMount::create(*window);
 };
 
 /// From a published change to the screen that follows it, the run loop's turn included.
 void reevaluationOfAScreenWithAnAgent(benchmark::State& state) {
   Stage stage;
-  stage.host->show(CallScreen{&stage.model});
+  stage.mount->show(CallScreen{&stage.model});
   const auto view = VelnorAgentContext::shared().agentView();
   {
     const AllocationReport report(state);
@@ -80,8 +80,8 @@ void appearAndDisappear(benchmark::State& state) {
   const AllocationReport report(state);
   for (auto _ : state) {
     for (std::int64_t cycle = 0; cycle < state.range(0); ++cycle) {
-      stage.host->show(HomeScreen{});
-      stage.host->remove();
+      stage.mount->show(HomeScreen{});
+      stage.mount->remove();
     }
   }
   state.SetComplexityN(state.range(0));
@@ -98,8 +98,8 @@ void appearAndDisappearWithAnAgent(benchmark::State& state) {
   Stage stage;
   for (auto _ : state) {
     for (std::int64_t cycle = 0; cycle < state.range(0); ++cycle) {
-      stage.host->show(CallScreen{&stage.model});
-      stage.host->remove();
+      stage.mount->show(CallScreen{&stage.model});
+      stage.mount->remove();
     }
   }
   state.SetComplexityN(state.range(0));

@@ -78,9 +78,9 @@ class IdleEngineFactory final : public WebEngineFactory {
 };
 
 /// A view in a running call.
-class CallingHost {
+class CallingView {
  public:
-  CallingHost() {
+  CallingView() {
     view = VelnorAgentView::create(Region::eu(), "organisation", false);
     factory_.engine->receive(
         JsonValue::parse(R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})").value());
@@ -120,7 +120,7 @@ void setAllocations(benchmark::State& state, std::uint64_t allocations) {
 /// `median` is that of the single calls, in nanoseconds: unlike the average it does not show what else the machine
 /// does.
 void cartActionToEngine(benchmark::State& state) {
-  CallingHost host;
+  CallingView host;
   std::size_t answers = 0;
   std::vector<double> times;
   for (auto _ : state) {
@@ -166,7 +166,7 @@ BENCHMARK(identifier);
 
 /// An added product, beside one encoding of it in the same breath: `encodings` is how many of them the whole way costs.
 void addedProductToEngine(benchmark::State& state) {
-  CallingHost host;
+  CallingView host;
   const Product product(makeProductFields(static_cast<std::size_t>(state.range(0))));
   std::chrono::duration<double> toEngine(0);
   std::chrono::duration<double> encoding(0);

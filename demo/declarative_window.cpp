@@ -111,8 +111,8 @@ DeclarativeWindow::DeclarativeWindow(const DemoOptions& options, const std::stri
   shop->pageAddress = pageAddress + (options.isTour ? "#tour" : "");
   for (const Product& product : products) shop->skus.push_back(firstShown(product).sku());
   shop->tour = tour_;
-  host_ = ViewHost::create(*surface_->window());
-  host_->show(AppScreen{shop});
+  mount_ = ViewMount::create(*surface_->window());
+  mount_->show(AppScreen{shop});
   buildPhoneWindow(window_, surface_->widget(), !options.isTour, loop);
 }
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "corvane/platform/declarative/view_host.h"
+#include "corvane/platform/declarative/view_mount.h"
 #include "corvane/product/product.h"
 #include "demo/declarative_tour.h"
 #include "demo/demo_options.h"
@@ -33,7 +33,7 @@ class DeclarativeWindow {
  private:
   std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
   std::shared_ptr<DeclarativeTour> tour_;
-  std::shared_ptr<ViewHost> host_;
+  std::shared_ptr<ViewMount> mount_;
   GtkWidget* window_ = gtk_window_new();
 };
 

@@ -164,8 +164,8 @@ void FloatingTour::measureEnd(const char* animation) {
   }
   const gtk::FrameMeter::Result result = meter_->result();
   meter_.reset();
-  std::printf("animation: %s with %.1f pictures a second, the longest gap %.1f ms\n", animation,
-              result.picturesPerSecond, std::chrono::duration<double, std::milli>(result.longestGap).count());
+  std::printf("animation: %s with %.1f frames a second, the longest gap %.1f ms\n", animation, result.framesPerSecond,
+              std::chrono::duration<double, std::milli>(result.longestGap).count());
   goOn();
 }
 

@@ -233,7 +233,7 @@ struct Scene {
 constexpr Scene scenes[] = {
     {"The products in the call. A product is added with all its variations.", theCall},
     {"The cart. Where the page tells of a change, its event comes before the answer.", theCart},
-    {"Decrementing asks for the quantity, then sets it. At 0 the line is gone.", decrementing},
+    {"Decrementing asks for the quantity, then sets it. At 0 the item is gone.", decrementing},
     {"It is two requests: what was asked in between goes before the second.", decrementingAmongOthers},
     {"Signing in and out have no completions.", signingIn},
     {"Unless a call is running, everything is refused inside the call. A pause counts as no call.", withoutACall},

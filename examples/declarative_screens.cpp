@@ -54,8 +54,8 @@ int main() {
   const auto backend = headless::Backend::install().value();
   const auto window = UIWindow::create({{0, 0}, {390, 844}});
   Shop shop;
-  const auto host = ViewHost::create(*window);
-  host->show(AppScreen{&shop});
+  const auto mount = ViewMount::create(*window);
+  mount->show(AppScreen{&shop});
 
   // What the user and the agent do.
   const auto view = VelnorAgentContext::shared().agentView();
@@ -69,6 +69,6 @@ int main() {
   const bool isFloating = view->isMinimized() && view->superview() == window;
   VelnorAgentContext::shared().maximizeAgent();
   backend->runLoop().advance(std::chrono::seconds(1));
-  const bool isBack = shop.isCallOpen.value() && view->superview() == host->view();
+  const bool isBack = shop.isCallOpen.value() && view->superview() == mount->view();
   return isFloating && isBack ? EXIT_SUCCESS : EXIT_FAILURE;
 }

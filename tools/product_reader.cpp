@@ -26,7 +26,7 @@ std::expected<ProductReader, std::string> ProductReader::open(const std::string&
 ProductReader::ProductReader(ProductReader&& other) noexcept
     : file_(std::exchange(other.file_, -1)),
       chunk_(std::move(other.chunk_)),
-      place_(other.place_),
+      position_(other.position_),
       isAtEnd_(other.isAtEnd_),
       hasReturnedText_(other.hasReturnedText_) {}
 
@@ -39,23 +39,23 @@ std::expected<std::optional<std::string>, std::string> ProductReader::next() {
   Progress progress;
   bool isObject = false;
   while (true) {
-    if (place_ == chunk_.size()) {
+    if (position_ == chunk_.size()) {
       if (const auto filled = fill(); !filled) return std::unexpected(filled.error());
       if (isAtEnd_) break;
     }
     if (text.empty()) {
-      place_ = std::min(chunk_.find_first_not_of(" \t\r\n", place_), chunk_.size());
-      if (place_ == chunk_.size()) continue;
-      isObject = chunk_[place_] == '{';
+      position_ = std::min(chunk_.find_first_not_of(" \t\r\n", position_), chunk_.size());
+      if (position_ == chunk_.size()) continue;
+      isObject = chunk_[position_] == '{';
     }
     std::size_t end = chunk_.size();
     bool isComplete = false;
     if (isObject) {
-      end = place_;
+      end = position_;
       while (!isComplete && end < chunk_.size()) isComplete = endsObject(progress, chunk_[end++]);
     }
-    text.append(chunk_, place_, end - place_);
-    place_ = end;
+    text.append(chunk_, position_, end - position_);
+    position_ = end;
     if (text.size() > largestProduct) return std::unexpected("a single product is larger than 64 MiB");
     if (isComplete) {
       hasReturnedText_ = true;
@@ -69,7 +69,7 @@ std::expected<std::optional<std::string>, std::string> ProductReader::next() {
 
 std::expected<void, std::string> ProductReader::fill() {
   constexpr std::size_t chunkSize = std::size_t{64} * 1024;
-  place_ = 0;
+  position_ = 0;
   chunk_.resize(chunkSize);
   ssize_t count = -1;
   do {

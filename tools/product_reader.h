@@ -45,7 +45,7 @@ class ProductReader {
 
   int file_;
   std::string chunk_;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
   bool isAtEnd_ = false;
   bool hasReturnedText_ = false;
 };

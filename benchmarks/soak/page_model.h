@@ -37,7 +37,7 @@ class PageModel {
   void begin(JsonView pageState);
   /// Carries out what has arrived and gives the outcome that the host app must see.
   [[nodiscard]] std::string receive(const Arrival& arrival, Operation operation);
-  /// What the line of the cart held when the cart status was asked for last.
+  /// What the item of the cart held when the cart status was asked for last.
   [[nodiscard]] std::int64_t quantityOf(std::string_view sku) const;
   /// The state in words, to be compared with that of the page.
   [[nodiscard]] std::string state() const;

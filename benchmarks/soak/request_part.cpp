@@ -21,7 +21,7 @@ constexpr int allRequests = 20'000;
 // Each takes five seconds.
 constexpr int perTimeOut = 800;
 constexpr GrowthBounds bounds{.heap = 1, .resident = 6};
-/// After so many requests the line is left to run empty, and all is compared.
+/// After so many requests the queue is left to run empty, and all is compared.
 constexpr std::size_t requestsInRound = 150;
 
 /// Asks and asks again from within the completions, round by round.

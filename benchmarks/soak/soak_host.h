@@ -67,7 +67,7 @@ class SoakHost {
   bool runUntil(const std::function<bool()>& condition) const;
   /// Loads a booking and brings the call into the state `running`; false where that fails.
   bool loadAndRun(VelnorAgentView& view);
-  /// Takes a view away and lets go of it; false where somebody else still holds it.
+  /// Takes a view away and releases it; false where somebody else still holds it.
   bool end(std::shared_ptr<VelnorAgentView>& view) const;
   /// Waits until a script says true; false where it does not.
   bool waitForPage(const UIView& view, std::string_view condition) const;

@@ -129,7 +129,7 @@ void ViewSoak::live(int number) {
   token_.reset();
   if (life == Life::floating) {
     checks_.that(!viewLeft.expired(), name + " floats on");
-    // Some are removed, and some let go of when the next one is made.
+    // Some are removed, and some released when the next one is made.
     if (random_.happensInPercent(50)) {
       MinimizedState::shared().remove();
     } else {

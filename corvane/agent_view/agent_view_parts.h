@@ -6,7 +6,7 @@
 #include <string>
 
 #include "corvane/agent_view/call_state.h"
-#include "corvane/agent_view/event_intake.h"
+#include "corvane/agent_view/message_dispatch.h"
 #include "corvane/agent_view/request_channel.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/floating_presentation.h"

@@ -21,9 +21,9 @@ namespace corvane {
 /// Thrown into a coroutine whose operation will never be completed: its view or the backend is just ending, or a holder
 /// of views held none. The coroutine should end, too: asking again is futile, and a view is only safe to touch through
 /// a shared pointer.
-class OperationAbandoned final : public std::exception {
+class OperationCancelled final : public std::exception {
  public:
-  [[nodiscard]] const char* what() const noexcept override { return "operation abandoned"; }
+  [[nodiscard]] const char* what() const noexcept override { return "operation cancelled"; }
 };
 
 /// An operation that has begun. `co_await` gives its outcome, which is what its completion would have received.
@@ -35,7 +35,7 @@ class OperationAbandoned final : public std::exception {
 /// be
 ///            destroyed while it awaits. Nothing here holds the view.
 /// Threads:   main thread only.
-/// Failure:   an outcome as of any completion. `OperationAbandoned` is thrown where there will be none, and
+/// Failure:   an outcome as of any completion. `OperationCancelled` is thrown where there will be none, and
 ///            `std::logic_error` where an operation is awaited twice. A coroutine is resumed by code that does not
 ///            throw, so its promise must not let an exception out.
 template <class Outcome>
@@ -85,7 +85,7 @@ class Awaited<Outcome>::Awaiter {
   [[nodiscard]] bool await_ready() const noexcept { return state_->isSettled; }
   void await_suspend(std::coroutine_handle<> waiting) noexcept { state_->waiting = waiting; }
   [[nodiscard]] Outcome await_resume() {
-    if (!state_->outcome) throw OperationAbandoned();
+    if (!state_->outcome) throw OperationCancelled();
     return std::move(*state_->outcome);
   }
 
@@ -174,7 +174,7 @@ class AwaitedOperations {
 ///            as parameters, and let it be no lambda with captures. A shared pointer keeps the view, and so its call,
 ///            until the coroutine ends; to let the view go meanwhile, begin the operation in one statement, through a
 ///            weak pointer, and await it in the next.
-/// Failure:   ends silently with an operation that was abandoned. Any other exception that leaves it ends the program.
+/// Failure:   ends silently with an operation that was cancelled. Any other exception that leaves it ends the program.
 struct DetachedTask {
   struct promise_type {
     DetachedTask get_return_object() const noexcept { return {}; }
@@ -184,7 +184,7 @@ struct DetachedTask {
     void unhandled_exception() const noexcept {
       try {
         throw;
-      } catch (const OperationAbandoned&) {
+      } catch (const OperationCancelled&) {
       } catch (...) {
         std::terminate();
       }

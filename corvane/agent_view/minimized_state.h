@@ -12,7 +12,7 @@
 namespace corvane {
 
 /// Keeps the minimized agent view alive while the screen that made it may go away, and lets other screens work with
-/// it. Making another agent view lets go of the one that is held.
+/// it. Making another agent view releases the one that is held.
 ///
 /// Its product and cart operations are those of the view that is held; without one nothing happens and their
 /// completions are never called.

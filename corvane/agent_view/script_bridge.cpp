@@ -51,14 +51,14 @@ constexpr std::array escapes{Escape{"<", "\\u003c"}, Escape{"\u2028", "\\u2028"}
 class NextOf {
  public:
   NextOf(std::string_view text, const Escape& escape) : text_(text), escape_(escape) { moveTo(0); }
-  [[nodiscard]] std::size_t place() const { return place_; }
+  [[nodiscard]] std::size_t position() const { return position_; }
   [[nodiscard]] const Escape& escape() const { return escape_; }
-  void moveTo(std::size_t from) { place_ = text_.find(escape_.character, from); }
+  void moveTo(std::size_t from) { position_ = text_.find(escape_.character, from); }
 
  private:
   std::string_view text_;
   const Escape& escape_;
-  std::size_t place_ = 0;
+  std::size_t position_ = 0;
 };
 
 /// Such characters can stand only inside the texts of a JSON text, so that they may be looked for without reading it.
@@ -66,11 +66,11 @@ void appendEscaped(std::string_view json, std::string& to) {
   std::array next{NextOf(json, escapes[0]), NextOf(json, escapes[1]), NextOf(json, escapes[2])};
   std::size_t done = 0;
   while (true) {
-    NextOf& first = *std::ranges::min_element(next, {}, &NextOf::place);
-    to += json.substr(done, first.place() - done);
-    if (first.place() == std::string_view::npos) return;
+    NextOf& first = *std::ranges::min_element(next, {}, &NextOf::position);
+    to += json.substr(done, first.position() - done);
+    if (first.position() == std::string_view::npos) return;
     to += first.escape().escape;
-    done = first.place() + first.escape().character.size();
+    done = first.position() + first.escape().character.size();
     first.moveTo(done);
   }
 }

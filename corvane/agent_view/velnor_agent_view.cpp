@@ -171,7 +171,7 @@ void VelnorAgentView::setEventHandler(AgentEventHandler handler) {
 
 void VelnorAgentView::userContentControllerDidReceive(WKUserContentController& /*controller*/,
                                                       const WKScriptMessage& message) {
-  takeInMessage(message, parts_->callState, *parts_);
+  dispatchMessage(message, parts_->callState, *parts_);
 }
 
 void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {

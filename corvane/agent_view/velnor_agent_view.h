@@ -36,7 +36,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
                                              public WKUIDelegate {
  public:
   /// Makes a view for an organisation. A backend must have been installed. Nothing is loaded before `loadBooking`.
-  /// A minimized agent view that the framework was holding is let go.
+  /// A minimized agent view that the framework was holding is released.
   [[nodiscard]] static std::shared_ptr<VelnorAgentView> create(Region region, std::string organisationId,
                                                                bool enableSSO);
   VelnorAgentView(ConstructionKey key, Region region, std::string organisationId, bool enableSSO);
@@ -98,7 +98,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void setFrame(CGRect frame) override;
   void setTransform(const CGAffineTransform& transform) override;
 
-  /// Takes in a message of the page; called by the web view.
+  /// Dispatches a message of the page; called by the web view.
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;
   /// The page has loaded; called by the web view.
   void webViewDidFinish(WKWebView& webView) override;

@@ -94,8 +94,8 @@ void GetCartStatusAction::handleCallback(JsonView data, std::optional<AgentError
   if (!skus) return complete(std::nullopt);
   const std::unordered_set<std::string_view> listed(skus->begin(), skus->end());
   CartQuantities status;
-  for (const auto& line : cart) {
-    if (listed.contains(line.first)) status.insert(status.end(), line);
+  for (const auto& item : cart) {
+    if (listed.contains(item.first)) status.insert(status.end(), item);
   }
   complete(std::move(status));
 }

@@ -24,8 +24,8 @@ class VelnorAgentContext;
 ///   host->show(VelnorAgent(Region::eu(), "shop-42", "booking-7", false) | onAgentEvent(handler));
 ///
 /// Once it is mounted, what its view shows no longer follows region, organisation and booking; give it an `id` to have
-/// another one mounted, and have the former one removed first, as its going clears the context: when an agent goes, the
-/// context lets go of the agent view, unless that is minimized: then it stays on screen, for a later agent to take
+/// another one mounted, and have the previous one removed first, as its going clears the context: when an agent goes,
+/// the context releases the agent view, unless that is minimized: then it stays on screen, for a later agent to take
 /// over.
 ///
 /// The properties that can be set are those of the agent view. They are the value's own, and are given to the agent

@@ -24,8 +24,8 @@ RequestChannel* VelnorAgentContext::requestChannel() const {
 }
 
 void VelnorAgentContext::setAgentView(std::shared_ptr<VelnorAgentView> view) {
-  // The former view may end here; by then the context already says what it has now.
-  const auto former = std::exchange(agentView_, std::move(view));
+  // The previous view may end here; by then the context already says what it has now.
+  const auto previous = std::exchange(agentView_, std::move(view));
   if (agentView_ == nullptr) return;
   AgentViewAccess::parts(*agentView_)
       .setInternalEventHandler(whileAlive(weak_from_this(), &VelnorAgentContext::receive));

@@ -56,8 +56,8 @@ void FloatingPresentation::minimize(std::function<void()> completion) {
   view.setTranslatesAutoresizingMaskIntoConstraints(true);
   MinimizedStore::shared().setAgentView(delegate->agentView());
   const MinimizedShape shape = minimizedShape(originalFrame_, settings.size);
-  const CGRect frame{minimizedPlace(settings.origin, shape.size,
-                                    container == nullptr ? std::nullopt : std::optional(container->frame().size)),
+  const CGRect frame{minimizedPosition(settings.origin, shape.size,
+                                       container == nullptr ? std::nullopt : std::optional(container->frame().size)),
                      shape.size};
   view.setClipsToBounds(true);
   UIView::animate(

@@ -38,7 +38,7 @@ MinimizedShape minimizedShape(CGRect originalFrame, std::optional<CGSize> wanted
           CGAffineTransform::makeScale(minimizedScaleFactor, minimizedScaleFactor)};
 }
 
-CGPoint minimizedPlace(const MinimizedOrigin& origin, CGSize size, std::optional<CGSize> container) {
+CGPoint minimizedPosition(const MinimizedOrigin& origin, CGSize size, std::optional<CGSize> container) {
   if (!container) return {minimizedMargin, minimizedMargin};
   const CGFloat right = container->width - size.width - minimizedMargin;
   const CGFloat bottom = container->height - size.height - minimizedMargin;

@@ -24,11 +24,11 @@ struct MinimizedShape {
 
 /// The upper left corner of a minimized view of this size in a container. Without a container there is only the corner
 /// that lies at the same place in each.
-[[nodiscard]] CGPoint minimizedPlace(const MinimizedOrigin& origin, CGSize size, std::optional<CGSize> container);
+[[nodiscard]] CGPoint minimizedPosition(const MinimizedOrigin& origin, CGSize size, std::optional<CGSize> container);
 
 enum class HorizontalSide { left, right };
 
-/// Where a view goes when it is let go.
+/// Where a view goes when it is released.
 struct SnapTarget {
   HorizontalSide side;
   CGFloat centerY;

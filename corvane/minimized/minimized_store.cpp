@@ -10,8 +10,8 @@ MinimizedStore& MinimizedStore::shared() {
 }
 
 void MinimizedStore::setAgentView(std::shared_ptr<VelnorAgentView> view) {
-  // The former view may end here; by then the store already says what it holds now.
-  const auto former = std::exchange(agentView_, std::move(view));
+  // The previous view may end here; by then the store already says what it holds now.
+  const auto previous = std::exchange(agentView_, std::move(view));
 }
 
 }  // namespace corvane

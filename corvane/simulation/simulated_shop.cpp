@@ -88,7 +88,7 @@ ActionOutcome SimulatedShop::removeFromCall(std::string_view sku) {
 
 ActionOutcome SimulatedShop::setQuantity(std::string_view sku, std::int64_t quantity) {
   if (quantity < 1) {
-    if (const auto line = cart_.find(sku); line != cart_.end()) cart_.erase(line);
+    if (const auto item = cart_.find(sku); item != cart_.end()) cart_.erase(item);
   } else {
     cart_.insert_or_assign(std::string(sku), quantity);
   }
@@ -99,9 +99,9 @@ ActionOutcome SimulatedShop::setQuantity(std::string_view sku, std::int64_t quan
 }
 
 ActionOutcome SimulatedShop::removeFromCart(std::string_view sku) {
-  const auto line = cart_.find(sku);
-  if (line == cart_.end()) return refusal("The cart has no product", sku);
-  cart_.erase(line);
+  const auto item = cart_.find(sku);
+  if (item == cart_.end()) return refusal("The cart has no product", sku);
+  cart_.erase(item);
   return {.events = {eventText(WebAgentEventType::productRemovedFromCart, {.sku = std::string(sku), .quantity = 0})},
           .error = {},
           .result = {}};
@@ -118,8 +118,8 @@ bool SimulatedShop::isInCall(std::string_view sku) const {
 }
 
 std::int64_t SimulatedShop::quantityOf(std::string_view sku) const {
-  const auto line = cart_.find(sku);
-  return line == cart_.end() ? 0 : line->second;
+  const auto item = cart_.find(sku);
+  return item == cart_.end() ? 0 : item->second;
 }
 
 }  // namespace corvane::simulation

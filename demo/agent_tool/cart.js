@@ -20,14 +20,14 @@ export class Cart {
     return this.#quantities.get(sku) ?? 0;
   }
 
-  // A quantity below 1 takes the line away.
+  // A quantity below 1 takes the item away.
   set(sku, quantity) {
     if (quantity < 1) this.#quantities.delete(sku);
     else this.#quantities.set(sku, quantity);
     this.#changed();
   }
 
-  // Returns the quantity the line ends up with; 0 means the line is gone. The
+  // Returns the quantity the item ends up with; 0 means the item is gone. The
   // limit is for the agent's fingers: what the host has set may be above it.
   add(sku, difference) {
     const before = this.quantityOf(sku);

@@ -91,7 +91,7 @@ DetachedTask noteTheEnd(AgentOperations& operations, std::shared_ptr<int> /*aliv
   auto operation = awaiting(operations).getCartStatus();
   try {
     log.push_back(outcomeText(co_await operation));
-  } catch (const OperationAbandoned& error) {
+  } catch (const OperationCancelled& error) {
     log.push_back(error.what());
     throw;
   }
@@ -100,14 +100,14 @@ DetachedTask noteTheEnd(AgentOperations& operations, std::shared_ptr<int> /*aliv
 TEST_F(AwaitingTheView, WhatIsNeverCompletedEndsTheCoroutine) {
   const auto alive = std::make_shared<int>();
   noteTheEnd(MinimizedState::shared(), alive, log_);
-  EXPECT_EQ(std::exchange(log_, {}), Log{"operation abandoned"}) << "no view is held";
+  EXPECT_EQ(std::exchange(log_, {}), Log{"operation cancelled"}) << "no view is held";
 
   page_->setTrouble(simulation::PageTrouble::NeverAnswers{});
   noteTheEnd(*view_, alive, log_);
   loop().advance(1s);
   EXPECT_EQ(log_, Log{});
   view_.reset();
-  EXPECT_EQ(log_, Log{"operation abandoned"}) << "the view has ended";
+  EXPECT_EQ(log_, Log{"operation cancelled"}) << "the view has ended";
   EXPECT_EQ(alive.use_count(), 1) << "no coroutine is left";
 }
 

@@ -12,10 +12,10 @@ using namespace std::chrono_literals;
 using Log = std::vector<std::string>;
 
 /// Stands where the agent view stands: notes what is asked of it.
-class FakeHost final : public RequestChannelDelegate {
+class FakeView final : public RequestChannelDelegate {
  public:
-  explicit FakeHost(Log& log) : log_(log) {}
-  ~FakeHost() override { log_.emplace_back("host ends"); }
+  explicit FakeView(Log& log) : log_(log) {}
+  ~FakeView() override { log_.emplace_back("host ends"); }
 
   bool hasActiveCall() const override { return isCallActive; }
   const CartQuantities& cart() const override { return quantities; }
@@ -57,7 +57,7 @@ class RequestChannelTest : public HeadlessTest {
     EXPECT_TRUE(channel_->sentCallbackActions().empty());
   }
 
-  std::shared_ptr<FakeHost> host_ = std::make_shared<FakeHost>(log_);
+  std::shared_ptr<FakeView> host_ = std::make_shared<FakeView>(log_);
   std::shared_ptr<RequestChannel> channel_ = RequestChannel::create(host_);
 };
 
@@ -151,7 +151,7 @@ TEST_F(RequestChannelTest, WaitingRequestsKeepTheirHostUntilTheLastIsPostedAndNo
   channel_->submit(request("a"));
   channel_->submit(request("b"));
   host_->channel = std::exchange(channel_, nullptr);
-  const std::weak_ptr<FakeHost> host = std::exchange(host_, nullptr);
+  const std::weak_ptr<FakeView> host = std::exchange(host_, nullptr);
   loop().advance(5s - 1ns);
   EXPECT_EQ(takeLog(), Log{posting("a")});
   EXPECT_FALSE(host.expired());

@@ -60,8 +60,8 @@ class DeclarativeContract : public ContractTest {
     ContractTest::SetUp();
     if (platform_ == nullptr) return;
     app_.region = Region::custom(platform_->address(PageKind::agentTool));
-    host_ = ViewHost::create(*platform_->window());
-    host_->show(AppScreen{&app_});
+    mount_ = ViewMount::create(*platform_->window());
+    mount_->show(AppScreen{&app_});
     platform_->providePages(context().agentView());
   }
 
@@ -72,7 +72,7 @@ class DeclarativeContract : public ContractTest {
   }
 
   App app_;
-  std::shared_ptr<ViewHost> host_;
+  std::shared_ptr<ViewMount> mount_;
 };
 
 TEST_P(DeclarativeContract, ACallFloatsOverAnotherScreenAndComesBackToItsOwn) {
@@ -101,11 +101,11 @@ TEST_P(DeclarativeContract, ACallFloatsOverAnotherScreenAndComesBackToItsOwn) {
 
     context().maximizeAgent();
     ASSERT_TRUE(waitForLine(R"(own {"didMaximize":{}})"));
-    ASSERT_TRUE(platform_->runUntil([&] { return view->superview() == host_->view(); }));
+    ASSERT_TRUE(platform_->runUntil([&] { return view->superview() == mount_->view(); }));
     EXPECT_EQ(takeLog(), (Texts{R"(hook small {"willMaximize":{}})", R"(own {"willMaximize":{}})", "restore",
                                 R"(hook {"didMaximize":{}})", R"(own {"didMaximize":{}})"}));
     EXPECT_EQ(context().agentView(), view);
-    EXPECT_EQ(view->frame(), host_->view()->bounds());
+    EXPECT_EQ(view->frame(), mount_->view()->bounds());
     EXPECT_EQ(outcomeOf([](auto completion) { context().getCartStatus(completion); }), R"({"A":1})")
         << "the page was not loaded again";
     EXPECT_EQ(takeLog(), Texts{});

@@ -62,7 +62,7 @@ class FloatingPage : public testing::Test {
     GtkWidget* const widget = platform_->surface()->widget();
     const gtk::FrameMeter meter(widget);
     gtk_widget_queue_draw(widget);
-    ASSERT_TRUE(platform_->runUntil([&] { return meter.result().pictures > 0; }));
+    ASSERT_TRUE(platform_->runUntil([&] { return meter.result().frames > 0; }));
   }
   void shrink() {
     box_->setTransform(CGAffineTransform::makeScale(scale, scale));
@@ -223,7 +223,7 @@ TEST_F(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
   for (const bool isShrinking : {true, false}) {
     const gtk::FrameMeter meter(platform_->surface()->widget());
     ASSERT_NO_FATAL_FAILURE(animate(250ms, [&] { isShrinking ? shrink() : grow(); }));
-    EXPECT_GE(meter.result().pictures, 3);
+    EXPECT_GE(meter.result().frames, 3);
     // The last picture shows the end, and asks for no more.
     ASSERT_TRUE(platform_->runUntil([&] {
       const auto colourAt = platform_->takePicture();

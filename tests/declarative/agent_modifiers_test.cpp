@@ -14,29 +14,29 @@ using testing::IsEmpty;
 TEST_F(AgentModifiersTest, EventsReachTheHandlerOfTheScreenAndThenTheViewsOwn) {
   VelnorAgent value = agent();
   value.setEventHandler(noteAs("own"));
-  host_->show(value | onAgentEvent(noteAs("screen")));
+  mount_->show(value | onAgentEvent(noteAs("screen")));
   const auto view = context().agentView();
   engine(*view).finishLoad();
   EXPECT_THAT(takeLog(), ElementsAre(R"(screen {"didLoad":{}})", R"(own {"didLoad":{}})"));
-  host_->show(value | onAgentEvent(noteAs("newer")));
+  mount_->show(value | onAgentEvent(noteAs("newer")));
   engine(*view).failLoad({});
   EXPECT_THAT(takeLog(), ElementsAre(R"(screen {"error":{}})", R"(own {"error":{}})"))
       << "handlers are set when a view appears, and not when it is evaluated again";
-  host_->show(EmptyView{} | onAgentEvent(noteAs("other screen")));
+  mount_->show(EmptyView{} | onAgentEvent(noteAs("other screen")));
   engine(*view).failLoad({});
   EXPECT_THAT(takeLog(), ElementsAre(R"(other screen {"error":{}})", R"(own {"error":{}})"))
-      << "the former screen's going does not take the handler of the one that has come";
-  host_->remove();
+      << "the previous screen's going does not take the handler of the one that has come";
+  mount_->remove();
   engine(*view).failLoad({});
   EXPECT_THAT(takeLog(), ElementsAre(R"(own {"error":{}})"));
 }
 
 TEST_F(AgentModifiersTest, AHandlerMayReplaceItselfWhileItIsCalled) {
-  const auto second = ViewHost::create(*window_);
-  host_->show(agent() | onAgentEvent([&, kept = std::string("first")](const AgentEvent&) {
-                second->show(EmptyView{} | onAgentEvent(noteAs("second")));
-                log_.push_back(kept);
-              }));
+  const auto second = ViewMount::create(*window_);
+  mount_->show(agent() | onAgentEvent([&, kept = std::string("first")](const AgentEvent&) {
+                 second->show(EmptyView{} | onAgentEvent(noteAs("second")));
+                 log_.push_back(kept);
+               }));
   const auto view = context().agentView();
   view->setEventHandler(noteAs("own"));
   engine(*view).finishLoad();
@@ -46,9 +46,9 @@ TEST_F(AgentModifiersTest, AHandlerMayReplaceItselfWhileItIsCalled) {
 }
 
 TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
-  host_->show(agent() | onAgentEvent([&](const AgentEvent& event) {
-                if (event.is<AgentEvent::WillMinimize>()) host_->remove();
-              }));
+  mount_->show(agent() | onAgentEvent([&](const AgentEvent& event) {
+                 if (event.is<AgentEvent::WillMinimize>()) mount_->remove();
+               }));
   const std::weak_ptr<VelnorAgentView> first = context().agentView();
   minimize(*first.lock());
   EXPECT_EQ(context().agentView(), nullptr) << "when the event came, the view was not minimized yet";
@@ -56,9 +56,9 @@ TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
   EXPECT_EQ(first.lock()->superview(), window_);
   EXPECT_TRUE(context().isMinimized());
   const VelnorAgent around(minimizedState().agentView());
-  host_->show(around | onAgentEvent([&](const AgentEvent& event) {
-                if (event.is<AgentEvent::WillMaximize>()) host_->remove();
-              }));
+  mount_->show(around | onAgentEvent([&](const AgentEvent& event) {
+                 if (event.is<AgentEvent::WillMaximize>()) mount_->remove();
+               }));
   context().maximizeAgent();
   letRest();
   EXPECT_FALSE(context().isMinimized());
@@ -67,7 +67,7 @@ TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
 }
 
 TEST_F(AgentModifiersTest, TheFlagFollowsTheBeginningsAlone) {
-  host_->show(agent());
+  mount_->show(agent());
   const auto view = context().agentView();
   const Subscription flag =
       context().publishedIsMinimized().subscribe([&](bool value) { log_.emplace_back(value ? "on" : "off"); });
@@ -83,28 +83,28 @@ TEST_F(AgentModifiersTest, TheFlagFollowsTheBeginningsAlone) {
 }
 
 TEST_F(AgentModifiersTest, BringsAFloatingAgentToTheFrontWhenAScreenIsShown) {
-  host_->show(agent() | bringAgentToFront());
+  mount_->show(agent() | bringAgentToFront());
   const auto view = context().agentView();
   minimize(*view);
   const auto cover = UIView::create();
   window_->addSubview(cover);
-  host_->show(agent() | bringAgentToFront());
+  mount_->show(agent() | bringAgentToFront());
   EXPECT_EQ(window_->subviews().back(), cover) << "evaluated again, not shown";
-  host_->show(EmptyView{} | bringAgentToFront());
+  mount_->show(EmptyView{} | bringAgentToFront());
   EXPECT_EQ(window_->subviews().back(), view);
   window_->addSubview(cover);
   minimizedState().maximize();
-  host_->show(EmptyView{} | bringAgentToFront() | id(1));
+  mount_->show(EmptyView{} | bringAgentToFront() | id(1));
   EXPECT_EQ(window_->subviews().back(), cover) << "it is growing back";
   letRest();
 }
 
 TEST_F(AgentModifiersTest, TheRestoreActionOutlivesItsScreenUntilOneThatResetsItDisappears) {
-  host_->show(agent());
+  mount_->show(agent());
   const auto view = context().agentView();
   const auto growBackOver = [&](auto screen) {
     minimize(*view);
-    host_->show(screen);
+    mount_->show(screen);
     minimizedState().maximize();
     EXPECT_THAT(takeLog(), IsEmpty());
     letRest();
@@ -120,7 +120,7 @@ TEST_F(AgentModifiersTest, OperationsWithoutAViewAreDropped) {
   context().maximizeAgent();
   context().getCartStatus([&](const auto&) { log_.emplace_back("called"); });
   loop().advance(std::chrono::seconds(10));
-  host_->show(agent());
+  mount_->show(agent());
   context().getCartStatus([&](const auto& status) { log_.emplace_back(status.error().what()); });
   context().maximizeAgent();
   EXPECT_THAT(takeLog(), ElementsAre("noActiveCall"));

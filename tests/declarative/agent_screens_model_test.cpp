@@ -132,11 +132,11 @@ class Model {
 class AgentScreensModelTest : public AgentScreensTest {
  protected:
   void show(const Screen& screen, const std::optional<VelnorAgent>& restored = std::nullopt) {
-    host_->show(Composed{[screen, restored] {
-                  return when(screen.hasAgent,
-                              [&] { return restored ? *restored : agent(screen.organisation, screen.booking); });
-                }} |
-                id(screen.identity));
+    mount_->show(Composed{[screen, restored] {
+                   return when(screen.hasAgent,
+                               [&] { return restored ? *restored : agent(screen.organisation, screen.booking); });
+                 }} |
+                 id(screen.identity));
     noteNewView();
   }
   void noteNewView() {
@@ -144,7 +144,7 @@ class AgentScreensModelTest : public AgentScreensTest {
       if (view != nullptr && !indexOf(view)) views_.emplace_back(view);
     };
     noteIfNew(context().agentView());
-    for (const auto& subview : host_->view()->subviews()) {
+    for (const auto& subview : mount_->view()->subviews()) {
       noteIfNew(std::static_pointer_cast<VelnorAgentView>(subview));
     }
   }
@@ -203,18 +203,18 @@ void AgentScreensModelTest::walk(unsigned seed) {
         break;
       }
       case 3:
-        host_.reset();
-        host_ = ViewHost::create(*window_);
+        mount_.reset();
+        mount_ = ViewMount::create(*window_);
         model.leave();
         break;
       case 4:
         model.isRestoring = !model.isRestoring;
         minimizedState().registerRestoreAction(nullptr);
         if (!model.isRestoring) break;
-        host_->show(EmptyView{} | restoreAgentAction([&, this](const VelnorAgent& agent) {
-                      show({.identity = -restoredScreens, .hasAgent = true}, agent);
-                    }) |
-                    id("registers " + std::to_string(step)));
+        mount_->show(EmptyView{} | restoreAgentAction([&, this](const VelnorAgent& agent) {
+                       show({.identity = -restoredScreens, .hasAgent = true}, agent);
+                     }) |
+                     id("registers " + std::to_string(step)));
         model.leave();
         break;
       case 5:
@@ -254,11 +254,11 @@ TEST_F(AgentScreensModelTest, WalksEndAsTheModelSays) {
     walk(seed);
     if (HasFatalFailure()) return;
     // A new beginning: nothing of this walk stays anywhere.
-    host_.reset();
+    mount_.reset();
     AgentContextAccess::reset(context());
     MinimizedStore::shared().setAgentView(nullptr);
     window_ = UIWindow::create({{0, 0}, {390, 844}});
-    host_ = ViewHost::create(*window_);
+    mount_ = ViewMount::create(*window_);
     loop().advance(std::chrono::seconds(10));
     for (const auto& view : views_) EXPECT_TRUE(view.expired()) << "seed " << seed;
   }

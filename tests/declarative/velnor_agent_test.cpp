@@ -28,10 +28,10 @@ TEST_F(VelnorAgentTest, MakesAViewAsItIsConfiguredAndLoadsTheBooking) {
             std::tuple(true, MinimizedOrigin::bottomRight(), std::optional(CGSize{10, 100}), container));
   EXPECT_FALSE(context().agent()->tapToMaximize()) << "the context has the value as it was made";
 
-  host_->show(value);
+  mount_->show(value);
   const auto view = context().agentView();
   ASSERT_NE(view, nullptr);
-  EXPECT_EQ(view->superview(), host_->view());
+  EXPECT_EQ(view->superview(), mount_->view());
   EXPECT_EQ(view->frame(), window_->bounds());
   EXPECT_EQ(view->connectId(), "b1");
   EXPECT_EQ(loadCount(*view), 1U);
@@ -51,16 +51,16 @@ TEST_F(VelnorAgentTest, MakesAViewAsItIsConfiguredAndLoadsTheBooking) {
   other.setEventHandler(nullptr);
   EXPECT_EQ(settingsOf(*view), std::tuple(false, MinimizedOrigin::topRight(), std::optional(CGSize{100, 30}), nullptr));
   EXPECT_FALSE(view->eventHandler());
-  host_->remove();
+  mount_->remove();
   EXPECT_EQ(other.minimizedSize(), (CGSize{100, 10})) << "without a view, what was asked for";
   EXPECT_TRUE(value.tapToMaximize());
 }
 
 TEST_F(VelnorAgentTest, OnlyAnotherRegionOrOrganisationMakesAnotherView) {
-  std::vector<std::shared_ptr<ViewHost>> hosts;
+  std::vector<std::shared_ptr<ViewMount>> mounts;
   const auto show = [&](const Region& region, const std::string& organisation, bool enableSSO = false) {
-    hosts.push_back(ViewHost::create(*window_));
-    hosts.back()->show(VelnorAgent(region, organisation, "b1", enableSSO));
+    mounts.push_back(ViewMount::create(*window_));
+    mounts.back()->show(VelnorAgent(region, organisation, "b1", enableSSO));
     return context().agentView();
   };
   const auto first = show(Region::eu(), "shop");
@@ -73,13 +73,13 @@ TEST_F(VelnorAgentTest, OnlyAnotherRegionOrOrganisationMakesAnotherView) {
   context().maximizeAgent();
   EXPECT_TRUE(engine(*first).recordsOf<Engine::ScriptEvaluated>().empty()) << "it is not minimized";
 
-  auto former = show(Region::eu(), "Shop");
-  EXPECT_NE(former, first);
+  auto previous = show(Region::eu(), "Shop");
+  EXPECT_NE(previous, first);
   for (const Region& region : {Region::global(), Region::custom("https://a/"), Region::custom("https://b/")}) {
     const auto view = show(region, "Shop");
-    EXPECT_NE(view, former);
+    EXPECT_NE(view, previous);
     EXPECT_EQ(view->region(), region);
-    former = view;
+    previous = view;
   }
 }
 
@@ -97,33 +97,33 @@ TEST_F(VelnorAgentTest, IsMadeAroundAViewThatExists) {
 }
 
 TEST_F(VelnorAgentTest, EvaluationsKeepTheViewAndMakeNone) {
-  host_->show(agent());
+  mount_->show(agent());
   const std::weak_ptr<VelnorAgentView> view = context().agentView();
   VelnorAgent value = agent("another", "booking");
   value.setTapToMaximize(true);
-  host_->show(std::move(value));
+  mount_->show(std::move(value));
   EXPECT_EQ(context().agentView(), view.lock());
   EXPECT_EQ(view.lock()->organisationId(), "shop") << "a mounted value keeps what it has made";
   EXPECT_EQ(context().agent()->organisationId(), "another");
   EXPECT_EQ(loadCount(*view.lock()), 1U);
-  host_->remove();
+  mount_->remove();
   EXPECT_TRUE(view.expired());
   EXPECT_FALSE(context().agent());
 }
 
 TEST_F(VelnorAgentTest, AFloatingViewIsLeftWhereItIsAndTakenInAsItIs) {
-  host_->show(agent() | id(1));
+  mount_->show(agent() | id(1));
   const auto view = context().agentView();
   minimize(*view);
   const CGRect frame = view->frame();
-  host_->show(agent() | id(1));
+  mount_->show(agent() | id(1));
   window_->setFrame({{0, 0}, {844, 390}});
-  host_.reset();
+  mount_.reset();
   EXPECT_EQ(view->superview(), window_);
   EXPECT_EQ(view->frame(), frame);
-  host_ = ViewHost::create(*window_);
-  host_->show(agent());
-  EXPECT_EQ(view->superview(), host_->view());
+  mount_ = ViewMount::create(*window_);
+  mount_->show(agent());
+  EXPECT_EQ(view->superview(), mount_->view());
   EXPECT_EQ(view->frame(), frame);
   context().maximizeAgent();
   letRest();
@@ -131,7 +131,7 @@ TEST_F(VelnorAgentTest, AFloatingViewIsLeftWhereItIsAndTakenInAsItIs) {
 }
 
 TEST_F(VelnorAgentTest, AValueAroundAViewHasNoSettingsOfItsOwnAndLeavesFormerViewsHooked) {
-  host_->show(agent());
+  mount_->show(agent());
   const auto first = context().agentView();
   first->setTapToMaximize(true);
   const auto second = VelnorAgentView::create(Region::eu(), "other", false);
@@ -139,12 +139,12 @@ TEST_F(VelnorAgentTest, AValueAroundAViewHasNoSettingsOfItsOwnAndLeavesFormerVie
   EXPECT_EQ(context().agentView(), second);
   EXPECT_EQ(around.connectId(), "");
   minimize(*first);
-  EXPECT_TRUE(context().isMinimized()) << "the former view is still listened to";
+  EXPECT_TRUE(context().isMinimized()) << "the previous view is still listened to";
   minimizedState().maximize();
   letRest();
   const VelnorAgent aroundFirst(first);
   EXPECT_TRUE(aroundFirst.tapToMaximize());
-  host_->remove();
+  mount_->remove();
   EXPECT_EQ(context().agentView(), nullptr);
   EXPECT_FALSE(aroundFirst.tapToMaximize());
   EXPECT_EQ(first->superview(), window_) << "it has floated, and nobody has put it back";

@@ -59,8 +59,8 @@ TEST(MinimizedGeometry, PlacesInAContainer) {
            Row{MinimizedOrigin::custom({391, -0.5}), {390, 0}},
            Row{MinimizedOrigin::custom({nan, infinity}), {0, 844}},
        }) {
-    EXPECT_EQ(minimizedPlace(row.origin, {99, 198}, CGSize{390, 844}), row.place);
-    EXPECT_EQ(minimizedPlace(row.origin, {99, 198}, std::nullopt), (CGPoint{5, 5}));
+    EXPECT_EQ(minimizedPosition(row.origin, {99, 198}, CGSize{390, 844}), row.place);
+    EXPECT_EQ(minimizedPosition(row.origin, {99, 198}, std::nullopt), (CGPoint{5, 5}));
   }
 }
 

@@ -10,8 +10,8 @@
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/declarative/velnor_agent_context.h"
 #include "corvane/platform/declarative/conditional_view.h"
-#include "corvane/platform/declarative/view_host.h"
 #include "corvane/platform/declarative/view_identity.h"
+#include "corvane/platform/declarative/view_mount.h"
 #include "corvane/platform/declarative/z_stack.h"
 #include "corvane/platform/views/ui_window.h"
 #include "tests/support/headless_test.h"
@@ -42,7 +42,7 @@ class AgentScreensTest : public HeadlessTest {
   }
 
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
-  std::shared_ptr<ViewHost> host_ = ViewHost::create(*window_);
+  std::shared_ptr<ViewMount> mount_ = ViewMount::create(*window_);
 };
 
 }  // namespace corvane

@@ -102,7 +102,7 @@ class TouchStorm {
     if (phase == TouchPhase::began) {
       require(outcome != TouchOutcome::released, "nothing was held yet");
     } else {
-      require(last != TouchOutcome::claimed || outcome == TouchOutcome::claimed, "a claimed touch was let go");
+      require(last != TouchOutcome::claimed || outcome == TouchOutcome::claimed, "a claimed touch was released");
       require((last != TouchOutcome::ignored && last != TouchOutcome::released) || outcome == TouchOutcome::ignored,
               "a touch was taken back");
       require(phase == TouchPhase::moved || outcome != TouchOutcome::held, "a touch is held for ever");

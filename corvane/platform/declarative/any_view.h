@@ -10,8 +10,8 @@
 
 namespace corvane {
 
-/// Holds a view value of a type that need not be known. Mounted, a value of another type takes the place of the former
-/// one with everything in it.
+/// Holds a view value of a type that need not be known. Mounted, a value of another type takes the place of the
+/// previous one with everything in it.
 class AnyView {
  public:
   template <View V>
@@ -58,8 +58,8 @@ class NodeOf<AnyView> final : public ViewNode {
   void update(AnyView&& view, ViewPass& pass) {
     AnyView::Box& box = *view.box_;
     const bool isLast = view.box_.use_count() == 1;
-    const std::type_info* const former = std::exchange(type_, &box.type());
-    if (former != nullptr && *former == *type_) return box.update(slot_, pass, isLast);
+    const std::type_info* const previous = std::exchange(type_, &box.type());
+    if (previous != nullptr && *previous == *type_) return box.update(slot_, pass, isLast);
     box.mount(slot_, pass, isLast);
   }
   void refresh(ViewPass& pass) override { slot_.refresh(pass); }

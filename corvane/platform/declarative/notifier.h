@@ -18,7 +18,7 @@ class Subscription {
   Subscription(Subscription&& other) noexcept : end_(std::exchange(other.end_, nullptr)) {}
   Subscription& operator=(Subscription&& other) noexcept {
     // By way of a third one, so that what this one held ends here.
-    const Subscription former(std::move(*this));
+    const Subscription previous(std::move(*this));
     end_ = std::exchange(other.end_, nullptr);
     return *this;
   }

@@ -24,13 +24,13 @@ void ViewContainer::remove(const std::shared_ptr<UIView>& view) {
 }
 
 std::size_t ViewContainer::placeAfterLast(const UIView& added) const {
-  std::size_t place = 0;
+  std::size_t index = 0;
   for (const auto& subview : view_->subviews()) {
     if (last_ == nullptr) break;
-    if (subview.get() != &added) ++place;
+    if (subview.get() != &added) ++index;
     if (subview.get() == last_) break;
   }
-  return place;
+  return index;
 }
 
 }  // namespace corvane

@@ -1,4 +1,4 @@
-/// One way through the view values that a host shows.
+/// One way through the view values that a mount shows.
 #pragma once
 
 #include <functional>

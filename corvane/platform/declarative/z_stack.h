@@ -37,20 +37,20 @@ template <class... Children>
 class NodeOf<ZStack<Children...>> final : public ViewNode {
  public:
   NodeOf(ZStack<Children...> value, ViewPass& pass) {
-    each([&]<std::size_t Place> {
-      std::get<Place>(children_).emplace(std::get<Place>(std::move(value.children)), pass);
+    each([&]<std::size_t index> {
+      std::get<index>(children_).emplace(std::get<index>(std::move(value.children)), pass);
     });
   }
   void update(ZStack<Children...> value, ViewPass& pass) {
-    each([&]<std::size_t Place> {
-      std::get<Place>(children_)->update(std::get<Place>(std::move(value.children)), pass);
+    each([&]<std::size_t index> {
+      std::get<index>(children_)->update(std::get<index>(std::move(value.children)), pass);
     });
   }
   void refresh(ViewPass& pass) override {
-    each([&]<std::size_t Place> { std::get<Place>(children_)->refresh(pass); });
+    each([&]<std::size_t index> { std::get<index>(children_)->refresh(pass); });
   }
   void unmount(ViewPass& pass) override {
-    each([&]<std::size_t Place> { std::get<sizeof...(Children) - 1 - Place>(children_)->unmount(pass); });
+    each([&]<std::size_t index> { std::get<sizeof...(Children) - 1 - index>(children_)->unmount(pass); });
   }
 
  private:

@@ -81,16 +81,16 @@ class JsonDomView::Elements {
  public:
   class Iterator {
    public:
-    explicit Iterator(simdjson::dom::array::iterator place) : place_(place) {}
-    JsonDomView operator*() const { return JsonDomView(*place_); }
+    explicit Iterator(simdjson::dom::array::iterator iterator) : iterator_(iterator) {}
+    JsonDomView operator*() const { return JsonDomView(*iterator_); }
     Iterator& operator++() {
-      ++place_;
+      ++iterator_;
       return *this;
     }
-    bool operator!=(const Iterator& other) const { return place_ != other.place_; }
+    bool operator!=(const Iterator& other) const { return iterator_ != other.iterator_; }
 
    private:
-    simdjson::dom::array::iterator place_;
+    simdjson::dom::array::iterator iterator_;
   };
   explicit Elements(simdjson::dom::array array) : array_(array) {}
   [[nodiscard]] Iterator begin() const { return Iterator(array_.begin()); }
@@ -105,16 +105,16 @@ class JsonDomView::Members {
  public:
   class Iterator {
    public:
-    explicit Iterator(simdjson::dom::object::iterator place) : place_(place) {}
-    Member operator*() const { return {place_.key(), JsonDomView(place_.value())}; }
+    explicit Iterator(simdjson::dom::object::iterator iterator) : iterator_(iterator) {}
+    Member operator*() const { return {iterator_.key(), JsonDomView(iterator_.value())}; }
     Iterator& operator++() {
-      ++place_;
+      ++iterator_;
       return *this;
     }
-    bool operator!=(const Iterator& other) const { return place_ != other.place_; }
+    bool operator!=(const Iterator& other) const { return iterator_ != other.iterator_; }
 
    private:
-    simdjson::dom::object::iterator place_;
+    simdjson::dom::object::iterator iterator_;
   };
   explicit Members(simdjson::dom::object object) : object_(object) {}
   [[nodiscard]] Iterator begin() const { return Iterator(object_.begin()); }

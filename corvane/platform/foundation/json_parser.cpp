@@ -26,7 +26,7 @@ using json_detail::NumberForm;
 // A parser keeps its buffers; beyond this size they would keep more than a page message ever needs.
 constexpr std::size_t largestReusedText = std::size_t{64} * 1024;
 
-/// What a document holds that the parser does not take, by its place among the texts (keys included) and among the
+/// What a document holds that the parser does not take, by its index among the texts (keys included) and among the
 /// numbers of the document.
 struct Oddities {
   std::vector<std::size_t> illFormedTexts;
@@ -34,10 +34,10 @@ struct Oddities {
   std::vector<std::size_t> largeIntegers;
 };
 
-/// Tells for one thing after the other whether its place is on a list of places.
-class PlaceCounter {
+/// Tells for one thing after the other whether its index is on a list.
+class IndexCounter {
  public:
-  explicit PlaceCounter(const std::vector<std::size_t>& places) : next_(places.begin()), end_(places.end()) {}
+  explicit IndexCounter(const std::vector<std::size_t>& indexes) : next_(indexes.begin()), end_(indexes.end()) {}
 
   bool isNextListed() {
     // Almost always there is no list at all, and nothing to count for.
@@ -173,9 +173,9 @@ class DocumentBuilder {
   Document* document_;
   Node* nextNode_;
   char* nextText_;
-  PlaceCounter illFormedTexts_;
-  PlaceCounter overflowingNumbers_;
-  PlaceCounter largeIntegers_;
+  IndexCounter illFormedTexts_;
+  IndexCounter overflowingNumbers_;
+  IndexCounter largeIntegers_;
 };
 
 /// Whether a text is a number by the grammar of JSON.

@@ -71,11 +71,11 @@ std::string makeUuid() {
   bytes[8] = static_cast<std::uint8_t>((bytes[8] & 0x3FU) | 0x80U);
   constexpr std::string_view hex = "0123456789ABCDEF";
   std::string text(36, '-');
-  std::size_t place = 0;
+  std::size_t position = 0;
   for (std::size_t index = 0; index < bytes.size(); ++index) {
-    if (index == 4 || index == 6 || index == 8 || index == 10) ++place;
-    text[place++] = hex[bytes[index] >> 4U];
-    text[place++] = hex[bytes[index] & 0x0FU];
+    if (index == 4 || index == 6 || index == 8 || index == 10) ++position;
+    text[position++] = hex[bytes[index] >> 4U];
+    text[position++] = hex[bytes[index] & 0x0FU];
   }
   return text;
 }

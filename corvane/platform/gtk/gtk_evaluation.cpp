@@ -76,9 +76,9 @@ void Evaluations::answer(GObject* webView, GAsyncResult* result, gpointer data) 
   const GErrorHandle error(rawError);
   const auto evaluations = pending->evaluations.lock();
   if (evaluations == nullptr) return;
-  auto place = evaluations->completions_.extract(pending->number);
-  if (place.empty()) return;
-  place.mapped()(evaluations->read(value, error.get()));
+  auto node = evaluations->completions_.extract(pending->number);
+  if (node.empty()) return;
+  node.mapped()(evaluations->read(value, error.get()));
 }
 
 EvaluationResult Evaluations::read(const GObjectHandle<JSCValue>& value, const GError* error) const {

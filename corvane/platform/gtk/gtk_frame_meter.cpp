@@ -31,13 +31,13 @@ FrameMeter::~FrameMeter() = default;
 
 FrameMeter::Result FrameMeter::result() const {
   const auto& times = parts_->times;
-  Result result{.pictures = static_cast<int>(times.size())};
+  Result result{.frames = static_cast<int>(times.size())};
   if (times.size() < 2) return result;
   for (std::size_t i = 1; i < times.size(); ++i) {
     result.longestGap = std::max<std::chrono::nanoseconds>(result.longestGap, times[i] - times[i - 1]);
   }
   const std::chrono::duration<double> whole = times.back() - times.front();
-  if (whole.count() > 0) result.picturesPerSecond = static_cast<double>(times.size() - 1) / whole.count();
+  if (whole.count() > 0) result.framesPerSecond = static_cast<double>(times.size() - 1) / whole.count();
   return result;
 }
 

@@ -11,18 +11,18 @@ using GtkWidget = _GtkWidget;
 
 namespace corvane::gtk {
 
-/// Counts the pictures of a widget's window from its making on. Make it right before an animation and read it in the
-/// animation's completion: while nothing changes there are no pictures, and the wait for one counts as a gap.
+/// Counts the frames of a widget's window from its making on. Make it right before an animation and read it in the
+/// animation's completion: while nothing changes there are no frames, and the wait for one counts as a gap.
 ///
 /// Ownership: owned by whoever measures.
 /// Threads:   main thread only.
-/// Failure:   none; a widget that is not on screen has no pictures.
+/// Failure:   none; a widget that is not on screen has no frames.
 class CORVANE_EXPORT FrameMeter {
  public:
   struct Result {
-    int pictures = 0;
-    /// 0 for fewer than two pictures, as is the gap.
-    double picturesPerSecond = 0;
+    int frames = 0;
+    /// 0 for fewer than two frames, as is the gap.
+    double framesPerSecond = 0;
     std::chrono::nanoseconds longestGap{};
   };
 
@@ -31,7 +31,7 @@ class CORVANE_EXPORT FrameMeter {
   FrameMeter& operator=(const FrameMeter&) = delete;
   ~FrameMeter();
 
-  /// From the first picture to the last one so far.
+  /// From the first frame to the last one so far.
   [[nodiscard]] Result result() const;
 
  private:

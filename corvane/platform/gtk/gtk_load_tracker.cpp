@@ -11,11 +11,11 @@ constexpr std::string_view blankPage = "about:blank";
 }  // namespace
 
 void LoadTracker::loadRequested(std::string url) {
-  loadsAbandoned();
+  loadsCancelled();
   awaited_ = AwaitedLoad{.url = std::move(url)};
 }
 
-void LoadTracker::loadsAbandoned() {
+void LoadTracker::loadsCancelled() {
   if (awaited_) awaited_->isSilent = true;
   if (running_) running_->isSilent = true;
   cancelled_.reset();

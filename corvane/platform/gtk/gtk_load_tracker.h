@@ -32,7 +32,7 @@ class LoadTracker {
   /// The host asks for a page. The address is in the engine's own spelling.
   void loadRequested(std::string url);
   /// Whatever is under way ends without a report; the host has replaced it with a load that never reaches the engine.
-  void loadsAbandoned();
+  void loadsCancelled();
   /// The engine has decided to begin a navigation, of the main frame or of another one. True for the first one while a
   /// cancelled load is held back: it may be that of the load's replacement, so settle the cancelled one later still.
   [[nodiscard]] bool navigationDecided(std::string_view url);

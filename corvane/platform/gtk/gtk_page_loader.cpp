@@ -136,7 +136,7 @@ void PageLoader::load(const URLRequest& request) {
 }
 
 void PageLoader::refuse(const URLRequest& request) {
-  tracker_.loadsAbandoned();
+  tracker_.loadsCancelled();
   restartTimer();
   webkit_web_view_stop_loading(webView_);
   const LoadFailed failed{LoadPhase::provisional,

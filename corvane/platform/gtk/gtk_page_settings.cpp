@@ -18,8 +18,8 @@ using FeatureListHandle = CHandle<WebKitFeatureList, webkit_feature_list_unref>;
 /// be going on in it. The feature has no setting of its own and may be absent.
 void keepTimersOfHiddenPages(WebKitSettings* settings) {
   const FeatureListHandle features(webkit_settings_get_all_features());
-  for (gsize place = 0; place < webkit_feature_list_get_length(features.get()); ++place) {
-    WebKitFeature* feature = webkit_feature_list_get(features.get(), place);
+  for (gsize index = 0; index < webkit_feature_list_get_length(features.get()); ++index) {
+    WebKitFeature* feature = webkit_feature_list_get(features.get(), index);
     if (std::string_view(webkit_feature_get_identifier(feature)) == "HiddenPageDOMTimerThrottling") {
       webkit_settings_set_feature_enabled(settings, feature, FALSE);
     }

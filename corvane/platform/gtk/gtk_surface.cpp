@@ -60,7 +60,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     // children.
     if (adoption_) adoption_->setReadyTime({});
     followAnimations();
-    if (!isAllocating_) queuePicture();
+    if (!isAllocating_) queueFrame();
   }
 
   void allocate(CGSize size) override {
@@ -68,12 +68,12 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     isAllocating_ = true;
     if (window_->frame() != CGRect{{}, size}) window_->setFrame({{}, size});
     window_->layoutIfNeeded();
-    for (const Placement& placement : placementsIn(*window_, timeOfPicture())) place(placement);
+    for (const Placement& placement : placementsIn(*window_, frameTime())) place(placement);
     isAllocating_ = false;
     followAnimations();
   }
 
-  void draw(GtkSnapshot* snapshot) override { drawWindow(snapshot, widget(), *window_, timeOfPicture()); }
+  void draw(GtkSnapshot* snapshot) override { drawWindow(snapshot, widget(), *window_, frameTime()); }
 
   bool takesTouchAt(CGPoint point) override { return viewAt(point) != nullptr; }
 
@@ -84,7 +84,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   }
 
  private:
-  void queuePicture() const {
+  void queueFrame() const {
     // A change of a corner or an alpha moves no widget, and would not be drawn for its place alone.
     gtk_widget_queue_allocate(widget());
     gtk_widget_queue_draw(widget());
@@ -92,10 +92,10 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
 
   [[nodiscard]] bool isAnimating() const { return RunLoop::hasMain() && window_->isAnimating(); }
 
-  /// All parts of a picture are of the same moment, the one that the frame clock has set for it. Changes are over by
-  /// the run loop's time, which is a little ahead; from then on that one counts, so that the last picture shows the
+  /// All parts of a frame are of the same moment, the one that the frame clock has set for it. Changes are over by
+  /// the run loop's time, which is a little ahead; from then on that one counts, so that the last frame shows the
   /// views where they are.
-  [[nodiscard]] RunLoop::Time timeOfPicture() const {
+  [[nodiscard]] RunLoop::Time frameTime() const {
     GdkFrameClock* clock = gtk_widget_get_frame_clock(widget());
     if (clock == nullptr || !isAnimating()) return monotonicTime();
     return std::chrono::microseconds(gdk_frame_clock_get_frame_time(clock));
@@ -110,7 +110,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   }
 
   gboolean showFrame() {
-    queuePicture();
+    queueFrame();
     if (isAnimating()) return G_SOURCE_CONTINUE;
     tick_ = 0;
     return G_SOURCE_REMOVE;
@@ -119,7 +119,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void adoptWebViews() {
     adoption_->setNeverReady();
     GtkWidget* behind = nullptr;
-    for (const Placement& placement : placementsIn(*window_, timeOfPicture())) {
+    for (const Placement& placement : placementsIn(*window_, frameTime())) {
       GtkWidget* child = placement.engine->widget();
       placement.engine->moveTo(widget());
       if (gtk_widget_get_prev_sibling(child) != behind) gtk_widget_insert_after(child, widget(), behind);
@@ -129,7 +129,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     // What is left in front of them is hidden or has left the window.
     GtkWidget* other = behind != nullptr ? gtk_widget_get_next_sibling(behind) : gtk_widget_get_first_child(widget());
     for (; other != nullptr; other = gtk_widget_get_next_sibling(other)) gtk_widget_set_child_visible(other, FALSE);
-    queuePicture();
+    queueFrame();
   }
 
   void place(const Placement& placement) const {
@@ -160,7 +160,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
 
 std::shared_ptr<Surface> Surface::create() {
   auto surface = std::make_shared<Surface>(ConstructionKey{});
-  surface->window()->setHost(surface);
+  surface->window()->setDelegate(surface);
   return surface;
 }
 

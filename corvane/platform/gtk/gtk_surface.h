@@ -29,7 +29,7 @@ namespace corvane::gtk {
 /// Threads:   main thread only. A backend must be installed.
 /// Failure:   none. What cannot be drawn, such as a view without a size or with a transform that is not finite, is
 ///            left out.
-class CORVANE_EXPORT Surface final : public UIWindowHost, public std::enable_shared_from_this<Surface> {
+class CORVANE_EXPORT Surface final : public UIWindowDelegate, public std::enable_shared_from_this<Surface> {
   struct ConstructionKey {
     explicit ConstructionKey() = default;
   };

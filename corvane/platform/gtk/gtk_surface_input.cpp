@@ -19,7 +19,7 @@ std::uint64_t identifierOf(GdkEvent* event) {
   return reinterpret_cast<std::uintptr_t>(gdk_event_get_event_sequence(event));
 }
 
-/// The toolkit's newer versions call this old and offer nothing in its place.
+/// The toolkit's newer versions call this old and offer nothing in its found.
 void putBack(GdkEvent* event) {
   G_GNUC_BEGIN_IGNORE_DEPRECATIONS
   gdk_display_put_event(gdk_event_get_display(event), event);
@@ -56,7 +56,7 @@ void SurfaceInput::begin() {
 
 SurfaceInput::~SurfaceInput() {
   events_.reset();
-  // A widget that has been disposed of has let go of it already.
+  // A widget that has been disposed of has release it already.
   if (gtk_event_controller_get_widget(controller_.get()) != nullptr) {
     gtk_widget_remove_controller(widget_.get(), controller_.get());
   }
@@ -86,7 +86,7 @@ bool SurfaceInput::handle(GdkEvent* event) {
       return false;
   }
   const auto touch = touchOf(event);
-  return touch ? handleTouch(event, *touch) : passOn(event);
+  return touch ? handleTouch(event, *touch) : propagate(event);
 }
 
 std::optional<UITouchEvent> SurfaceInput::touchOf(GdkEvent* event) const {
@@ -135,7 +135,7 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
     // Gestures have one finger. A page that saw only the others would make a gesture of them.
     touches_[identifier] = {isBusy(identifier) ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event))};
   }
-  if (!touches_.contains(identifier)) return passOn(event);
+  if (!touches_.contains(identifier)) return propagate(event);
   const TouchOutcome outcome = window_->sendTouch(touch);
   // Actions may have made the surface disappear.
   const auto found = touches_.find(identifier);
@@ -152,13 +152,13 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   if (wasUndecided && outcome == TouchOutcome::ignored) owner = isBeginning ? Owner::underneath : Owner::nobody;
   const bool goesOn = owner == Owner::underneath;
   if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) touches_.erase(found);
-  return !goesOn || passOn(event);
+  return !goesOn || propagate(event);
 }
 
 bool SurfaceInput::handleOtherButton(GdkEvent* event) {
   const guint button = gdk_button_event_get_button(event);
-  if (gdk_event_get_event_type(event) == GDK_BUTTON_RELEASE) return keptButtons_.erase(button) > 0 || passOn(event);
-  if (!isBusy()) return passOn(event);
+  if (gdk_event_get_event_type(event) == GDK_BUTTON_RELEASE) return keptButtons_.erase(button) > 0 || propagate(event);
+  if (!isBusy()) return propagate(event);
   keptButtons_.insert(button);
   return true;
 }
@@ -183,7 +183,7 @@ void SurfaceInput::cancelAll() {
   }
 }
 
-bool SurfaceInput::passOn(GdkEvent* event) {
+bool SurfaceInput::propagate(GdkEvent* event) {
   if (replays_.empty()) return false;
   replay(event);
   return true;
@@ -195,11 +195,11 @@ void SurfaceInput::replay(GdkEvent* event) {
 }
 
 bool SurfaceInput::isReplay(GdkEvent* event) {
-  const auto place = std::ranges::find(replays_, event, [](const EventHandle& replayed) { return replayed.get(); });
-  if (place == replays_.end()) return false;
+  const auto found = std::ranges::find(replays_, event, [](const EventHandle& replayed) { return replayed.get(); });
+  if (found == replays_.end()) return false;
   // They come round in order. Of the earlier ones the toolkit has left out movements that a later one includes, or has
   // found another widget for them.
-  replays_.erase(replays_.begin(), place + 1);
+  replays_.erase(replays_.begin(), found + 1);
   return true;
 }
 

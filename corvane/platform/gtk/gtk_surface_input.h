@@ -61,7 +61,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
   void cancelAll();
 
   /// Lets the event go on, after those that wait to be played again.
-  [[nodiscard]] bool passOn(GdkEvent* event);
+  [[nodiscard]] bool propagate(GdkEvent* event);
   void replay(GdkEvent* event);
   /// Whether the event is one that is played again.
   [[nodiscard]] bool isReplay(GdkEvent* event);

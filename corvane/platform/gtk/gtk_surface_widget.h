@@ -24,7 +24,7 @@ class SurfaceWidgetClient {
 
 /// A new widget with a floating reference.
 [[nodiscard]] GtkWidget* makeSurfaceWidget(SurfaceWidgetClient& client);
-/// Lets go of the children and of the client; the widget shows nothing any more.
+/// Releases the children and of the client; the widget shows nothing any more.
 void endSurfaceWidget(GtkWidget* widget);
 
 /// A web view that, on a surface, can be touched only where the tree of views has it in front.

@@ -24,7 +24,7 @@ namespace corvane::headless {
 /// Threads:   main thread only.
 class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
  public:
-  /// A script of the configuration, taken in when the engine was made.
+  /// A script of the configuration, installed when the engine was made.
   struct ScriptInstalled {
     WKUserScript script;
     bool operator==(const ScriptInstalled&) const = default;

@@ -32,7 +32,7 @@ class CORVANE_EXPORT AnimationCurve {
     double y2;
     [[nodiscard]] double valueAt(double fraction) const;
   };
-  /// A damped oscillator let go at distance 1 from its rest; the unit of time is the animation's duration.
+  /// A damped oscillator released at distance 1 from its rest; the unit of time is the animation's duration.
   struct Spring {
     double decay;
     double frequency;

@@ -19,7 +19,7 @@ using State = UIGestureRecognizerState;
 TouchRouter::~TouchRouter() {
   for (const auto& touch : std::exchange(touches_, {})) {
     for (const auto& recognizer : touch->recognizers) {
-      if (recognizer->follows(touch->number)) recognizer->abandon();
+      if (recognizer->follows(touch->number)) recognizer->reset();
     }
   }
 }
@@ -49,14 +49,14 @@ void TouchRouter::cancelStrays() {
     for (const auto& recognizer : touch->recognizers) {
       if (!recognizer->follows(touch->number)) continue;
       const auto view = recognizer->view();
-      if (view == nullptr || view->window().get() != &window_) recognizer->abandon();
+      if (view == nullptr || view->window().get() != &window_) recognizer->reset();
     }
   }
 }
 
 std::shared_ptr<TouchRouter::Touch> TouchRouter::find(std::uint64_t identifier) const {
-  const auto place = std::ranges::find(touches_, identifier, &Touch::identifier);
-  return place != touches_.end() ? *place : nullptr;
+  const auto found = std::ranges::find(touches_, identifier, &Touch::identifier);
+  return found != touches_.end() ? *found : nullptr;
 }
 
 TouchRouter::Recognizers TouchRouter::recognizersAt(CGPoint location) const {
@@ -119,7 +119,7 @@ void TouchRouter::claimFor(UIGestureRecognizer& winner) {
     touch->isClaimed = true;
     for (const auto& other : touch->recognizers) {
       if (other.get() == &winner || !other->follows(touch->number)) continue;
-      other->giveUp();
+      other->failOrCancel();
       if (other->isActionDue()) due_.push_back(other);
     }
   }

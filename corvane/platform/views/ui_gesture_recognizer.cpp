@@ -22,7 +22,7 @@ bool UIGestureRecognizer::hasMovedFar() const {
 void UIGestureRecognizer::setEnabled(bool isEnabled) {
   assertMainThread();
   isEnabled_ = isEnabled;
-  if (!isEnabled) abandon();
+  if (!isEnabled) reset();
 }
 
 void UIGestureRecognizer::setState(State state) {
@@ -54,10 +54,10 @@ void UIGestureRecognizer::lift(std::uint64_t touch) {
 }
 
 void UIGestureRecognizer::cancel(std::uint64_t touch) {
-  if (touch == finger_) giveUp();
+  if (touch == finger_) failOrCancel();
 }
 
-void UIGestureRecognizer::giveUp() {
+void UIGestureRecognizer::failOrCancel() {
   if (isLive()) setState(isGoingOn() ? State::cancelled : State::failed);
 }
 
@@ -81,7 +81,7 @@ void UIGestureRecognizer::rest() {
   if (touches_.empty() && !isActionDue_) state_ = reported_ = State::possible;
 }
 
-void UIGestureRecognizer::abandon() {
+void UIGestureRecognizer::reset() {
   touches_.clear();
   isActionDue_ = false;
   if (reported_ == State::began || reported_ == State::changed) {

@@ -82,7 +82,7 @@ class CORVANE_EXPORT UIGestureRecognizer : public std::enable_shared_from_this<U
   void cancel(std::uint64_t touch);
   void forget(std::uint64_t touch) { std::erase(touches_, touch); }
   /// Another recognizer has got the touch.
-  void giveUp();
+  void failOrCancel();
   [[nodiscard]] bool follows(std::uint64_t touch) const;
   [[nodiscard]] bool isGoingOn() const { return state_ == State::began || state_ == State::changed; }
   [[nodiscard]] bool isLive() const { return state_ == State::possible || isGoingOn(); }
@@ -93,7 +93,7 @@ class CORVANE_EXPORT UIGestureRecognizer : public std::enable_shared_from_this<U
   /// Back to possible once no finger is left.
   void rest();
   /// Ends what is going on and forgets all touches; the action is told when it knew of a gesture.
-  void abandon();
+  void reset();
 
   Action action_;
   std::weak_ptr<UIView> view_;

@@ -82,7 +82,7 @@ UIView::UIView(ConstructionKey, CGRect frame) : bounds_{{}, frame.size}, center_
 
 UIView::~UIView() {
   // Those that somebody else holds must not stay in the middle of a gesture.
-  for (const auto& recognizer : std::exchange(gestureRecognizers_, {})) recognizer->abandon();
+  for (const auto& recognizer : std::exchange(gestureRecognizers_, {})) recognizer->reset();
 }
 
 CGAffineTransform UIView::transformToSuperview() const {
@@ -238,9 +238,9 @@ void UIView::removeFromSuperview() {
 void UIView::detach() {
   const std::shared_ptr<UIView> parent = superview();
   if (parent == nullptr) return;
-  const auto place = std::ranges::find(parent->subviews_, this, [](const auto& view) { return view.get(); });
-  const std::shared_ptr<UIView> alive = std::move(*place);
-  parent->subviews_.erase(place);
+  const auto found = std::ranges::find(parent->subviews_, this, [](const auto& view) { return view.get(); });
+  const std::shared_ptr<UIView> alive = std::move(*found);
+  parent->subviews_.erase(found);
   superview_.reset();
   parent->setNeedsLayout();
   parent->noteChange();
@@ -264,9 +264,9 @@ void UIView::notifyOfWindow() {
 
 void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
   assertMainThread();
-  const auto place = std::ranges::find(subviews_, view);
-  if (place == subviews_.end()) return;
-  std::rotate(place, place + 1, subviews_.end());
+  const auto found = std::ranges::find(subviews_, view);
+  if (found == subviews_.end()) return;
+  std::rotate(found, found + 1, subviews_.end());
   noteChange();
 }
 
@@ -291,16 +291,16 @@ std::shared_ptr<UIWindow> UIView::window() const {
 void UIView::noteChange() const {
   const auto window = this->window();
   if (window == nullptr) return;
-  if (const auto host = window->host_.lock()) host->viewTreeDidChange();
+  if (const auto host = window->delegate_.lock()) host->viewTreeDidChange();
 }
 
 void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognizer) {
   assertMainThread();
   assert(recognizer != nullptr);
   if (recognizer == nullptr) return;
-  const auto former = recognizer->view();
-  if (former.get() == this) return;
-  if (former != nullptr) former->removeGestureRecognizer(recognizer);
+  const auto previous = recognizer->view();
+  if (previous.get() == this) return;
+  if (previous != nullptr) previous->removeGestureRecognizer(recognizer);
   // The action of a gesture that this has cancelled may have put it somewhere.
   if (recognizer->view() != nullptr) return;
   recognizer->view_ = weak_from_this();
@@ -309,12 +309,12 @@ void UIView::addGestureRecognizer(std::shared_ptr<UIGestureRecognizer> recognize
 
 void UIView::removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer) {
   assertMainThread();
-  const auto place = std::ranges::find(gestureRecognizers_, recognizer);
-  if (place == gestureRecognizers_.end()) return;
-  const auto removed = std::move(*place);
-  gestureRecognizers_.erase(place);
+  const auto found = std::ranges::find(gestureRecognizers_, recognizer);
+  if (found == gestureRecognizers_.end()) return;
+  const auto removed = std::move(*found);
+  gestureRecognizers_.erase(found);
   removed->view_.reset();
-  removed->abandon();
+  removed->reset();
 }
 
 }  // namespace corvane

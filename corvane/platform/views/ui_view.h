@@ -142,9 +142,9 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   static void animate(UIViewSpringAnimation animation);
   /// What is to be shown now.
   [[nodiscard]] UIViewPresentation presentation() const;
-  /// What is to be shown at a moment of the main run loop's time, so that all parts of one picture can be of the same.
+  /// What is to be shown at a moment of the main run loop's time, so that all parts of one frame can be of the same.
   [[nodiscard]] UIViewPresentation presentation(std::chrono::nanoseconds at) const;
-  /// Whether a change in this view or below is still on its way, so that another picture is wanted soon.
+  /// Whether a change in this view or below is still on its way, so that another frame is wanted soon.
   [[nodiscard]] bool hasAnimations() const;
 
   [[nodiscard]] std::span<const std::shared_ptr<UIGestureRecognizer>> gestureRecognizers() const {

@@ -9,7 +9,7 @@
 
 namespace corvane {
 
-UIWindowHost::~UIWindowHost() = default;
+UIWindowDelegate::~UIWindowDelegate() = default;
 
 std::shared_ptr<UIWindow> UIWindow::create(CGRect frame) {
   return std::make_shared<UIWindow>(ConstructionKey{}, frame);
@@ -22,9 +22,9 @@ UIWindow::~UIWindow() = default;
 
 void UIWindow::setWindowScene(const std::shared_ptr<UIWindowScene>& scene) {
   assertMainThread();
-  const auto former = scene_.lock();
-  if (former == scene) return;
-  if (former != nullptr) former->remove(*this);
+  const auto previous = scene_.lock();
+  if (previous == scene) return;
+  if (previous != nullptr) previous->remove(*this);
   scene_ = scene;
   if (scene == nullptr) return;
   if (scene->keyWindow() != nullptr) isKeyWindow_ = false;
@@ -34,7 +34,7 @@ void UIWindow::setWindowScene(const std::shared_ptr<UIWindowScene>& scene) {
 void UIWindow::makeKey() {
   assertMainThread();
   if (const auto scene = windowScene()) {
-    if (const auto former = scene->keyWindow()) former->isKeyWindow_ = false;
+    if (const auto previous = scene->keyWindow()) previous->isKeyWindow_ = false;
   }
   isKeyWindow_ = true;
 }

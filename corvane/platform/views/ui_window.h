@@ -12,9 +12,9 @@ class TouchRouter;
 class UIWindowScene;
 
 /// Shows a window's views on the system's own screen; a part of the backend.
-class CORVANE_EXPORT UIWindowHost {
+class CORVANE_EXPORT UIWindowDelegate {
  public:
-  virtual ~UIWindowHost();
+  virtual ~UIWindowDelegate();
   /// Called inside each change of the window's tree or geometry, at least once for every change, also for those that
   /// are animated: while `isAnimating` says so, what is shown goes on changing without further calls.
   virtual void viewTreeDidChange() = 0;
@@ -31,7 +31,7 @@ class CORVANE_EXPORT UIWindow : public UIView {
   /// Gestures that are going on are cancelled.
   ~UIWindow() override;
 
-  void setHost(std::weak_ptr<UIWindowHost> host) { host_ = std::move(host); }
+  void setDelegate(std::weak_ptr<UIWindowDelegate> delegate) { delegate_ = std::move(delegate); }
 
   /// The scene that lists this window; null for none.
   [[nodiscard]] std::shared_ptr<UIWindowScene> windowScene() const { return scene_.lock(); }
@@ -56,7 +56,7 @@ class CORVANE_EXPORT UIWindow : public UIView {
   friend class UIView;
   void cancelStrayGestures();
 
-  std::weak_ptr<UIWindowHost> host_;
+  std::weak_ptr<UIWindowDelegate> delegate_;
   std::weak_ptr<UIWindowScene> scene_;
   std::unique_ptr<TouchRouter> router_;
   bool isKeyWindow_ = false;

@@ -25,7 +25,7 @@ class MovingViews {
 
 ViewAnimations::~ViewAnimations() {
   delist();
-  // A view may be the last thing that a host app lets go, after its backend.
+  // A view may be the last thing that a host app releases, after its backend.
   if (!RunLoop::hasMain()) return;
   const RunLoop::Time now = RunLoop::main().now();
   stop(bounds, now);

@@ -20,8 +20,8 @@ void WKUserContentController::addScriptMessageHandler(std::shared_ptr<WKScriptMe
 }
 
 void WKUserContentController::deliver(const WKScriptMessage& message) {
-  const auto place = std::ranges::find(handlers_, message.name, &decltype(handlers_)::value_type::first);
-  if (place != handlers_.end()) place->second->userContentControllerDidReceive(*this, message);
+  const auto found = std::ranges::find(handlers_, message.name, &decltype(handlers_)::value_type::first);
+  if (found != handlers_.end()) found->second->userContentControllerDidReceive(*this, message);
 }
 
 }  // namespace corvane

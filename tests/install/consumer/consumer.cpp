@@ -27,8 +27,8 @@ int main() {
   backend->runLoop().runUntilIdle();
 
   const auto screen = UIView::create({{0, 0}, {390, 844}});
-  const auto host = ViewHost::create(*screen);
-  host->show(VelnorAgent(Region::eu(), "shop", "booking", false) | bringAgentToFront());
+  const auto mount = ViewMount::create(*screen);
+  mount->show(VelnorAgent(Region::eu(), "shop", "booking", false) | bringAgentToFront());
   bool isRefused = false;
   try {
     (void)decodeJson<Product>("{}");

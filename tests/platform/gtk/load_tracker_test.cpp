@@ -31,7 +31,7 @@ std::string play(std::string_view steps) {
   using enum LoadPhase;
   const std::map<std::string, std::function<Report(const std::string&)>> meanings{
       {"ask", [&](const std::string& url) { return tracker.loadRequested(url), Report(); }},
-      {"refuse", [&](const std::string&) { return tracker.loadsAbandoned(), Report(); }},
+      {"refuse", [&](const std::string&) { return tracker.loadsCancelled(), Report(); }},
       {"decide", [&](const std::string& url) { return static_cast<void>(tracker.navigationDecided(url)), Report(); }},
       {"start", [&](const std::string&) { return static_cast<void>(tracker.loadStarted()), Report(); }},
       {"commit", [&](const std::string& url) { return tracker.loadCommitted(url); }},

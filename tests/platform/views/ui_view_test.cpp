@@ -173,14 +173,14 @@ TEST(UIView, IsToldWhereItHasMovedTo) {
 }
 
 TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
-  class Host : public UIWindowHost {
+  class Host : public UIWindowDelegate {
    public:
     void viewTreeDidChange() override { ++changes; }
     int changes = 0;
   };
   const auto host = std::make_shared<Host>();
   const auto window = UIWindow::create();
-  window->setHost(host);
+  window->setDelegate(host);
   const auto view = UIView::create();
   view->setCenter({1, 1});
   EXPECT_EQ(host->changes, 0) << "outside of the window";

@@ -1,11 +1,11 @@
-#include "corvane/agent_view/event_intake.h"
+#include "corvane/agent_view/message_dispatch.h"
 
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/bridge/event_message.h"
 
 namespace corvane {
 
-void takeInMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver) {
+void dispatchMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver) {
   if (message.name != agentEventChannel) return;
   const EventEnvelope envelope = readEventEnvelope(message.body);
   if (!isAgentToolEvent(envelope)) return;

@@ -1,4 +1,4 @@
-#include "corvane/platform/declarative/view_host.h"
+#include "corvane/platform/declarative/view_mount.h"
 
 #include <gmock/gmock.h>
 
@@ -26,7 +26,7 @@ class Model : public ObservableObject {
   Published<bool> isOn{*this};
 };
 
-class ViewHostTest : public HeadlessTest {
+class ViewMountTest : public HeadlessTest {
  protected:
   /// A platform view that is told apart by its name.
   class NamedView : public UIView {
@@ -65,10 +65,10 @@ class ViewHostTest : public HeadlessTest {
 
   std::shared_ptr<UIWindow> window_ = UIWindow::create({{0, 0}, {390, 844}});
   Model model_;
-  std::shared_ptr<ViewHost> host_ = ViewHost::create(*window_);
+  std::shared_ptr<ViewMount> host_ = ViewMount::create(*window_);
 };
 
-TEST_F(ViewHostTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) {
+TEST_F(ViewMountTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) {
   int evaluations = 0;
   host_->show(Composed{[&] {
     ++evaluations;
@@ -103,7 +103,7 @@ TEST_F(ViewHostTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) {
   EXPECT_EQ(loop().pendingTaskCount(), 0U) << "nobody follows any more";
 }
 
-TEST_F(ViewHostTest, OnlyBodiesThatReadTheValueAreEvaluatedAgain) {
+TEST_F(ViewMountTest, OnlyBodiesThatReadTheValueAreEvaluatedAgain) {
   Log evaluated;
   const auto inner = [&](const std::string& name, bool reads) {
     return Composed{[&, name, reads] {
@@ -150,14 +150,14 @@ struct NumberedModifier : ViewModifier {
   }
 };
 
-TEST_F(ViewHostTest, ModifiersOfWhatIsShownFollowValuesToo) {
+TEST_F(ViewMountTest, ModifiersOfWhatIsShownFollowValuesToo) {
   host_->show(EmptyView{} | NumberedModifier(model_, log_));
   model_.number.set(1);
   loop().runUntilIdle();
   EXPECT_THAT(log_, ElementsAre("number 0", "number 1"));
 }
 
-TEST_F(ViewHostTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
+TEST_F(ViewMountTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
   host_->show(noted("a") | id(1));
   host_->show(noted("b") | id(1));
   EXPECT_THAT(takeLog(), ElementsAre("make a", "+a"));
@@ -173,7 +173,7 @@ TEST_F(ViewHostTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
   EXPECT_THAT(shown(), ElementsAre("h"));
 }
 
-TEST_F(ViewHostTest, OuterViewsAppearAfterAndDisappearBeforeWhatIsInThem) {
+TEST_F(ViewMountTest, OuterViewsAppearAfterAndDisappearBeforeWhatIsInThem) {
   const auto note = [this](const std::string& what) { return [this, what] { log_.push_back(what); }; };
   host_->show(ZStack{EmptyView{} | onAppear(note("+1")) | onDisappear(note("-1")),
                      EmptyView{} | onDisappear(note("-2")) | onAppear(note("+2"))} |
@@ -182,7 +182,7 @@ TEST_F(ViewHostTest, OuterViewsAppearAfterAndDisappearBeforeWhatIsInThem) {
   EXPECT_THAT(log_, ElementsAre("+1", "+2", "+outer", "-outer", "-2", "-1"));
 }
 
-TEST_F(ViewHostTest, ActionsMayShowSomethingElseAndEndTheHost) {
+TEST_F(ViewMountTest, ActionsMayShowSomethingElseAndEndTheHost) {
   host_->show(noted("a") | onAppear([&] {
                 host_->show(ZStack{noted("b") | onDisappear([&] { host_.reset(); }), noted("c")});
                 log_.emplace_back("asked");
@@ -195,7 +195,7 @@ TEST_F(ViewHostTest, ActionsMayShowSomethingElseAndEndTheHost) {
   EXPECT_TRUE(window_->subviews().empty());
 }
 
-TEST_F(ViewHostTest, AChangeThatIsAnnouncedWhileSomethingIsShownIsNotMissed) {
+TEST_F(ViewMountTest, AChangeThatIsAnnouncedWhileSomethingIsShownIsNotMissed) {
   const auto screen = [&] {
     return Composed{[&] { return noted("number " + std::to_string(model_.number.value())); }};
   };
@@ -207,7 +207,7 @@ TEST_F(ViewHostTest, AChangeThatIsAnnouncedWhileSomethingIsShownIsNotMissed) {
   EXPECT_THAT(shown(), ElementsAre("number 7"));
 }
 
-TEST_F(ViewHostTest, BoxesHaveAPlaceAColourAndTaps) {
+TEST_F(ViewMountTest, BoxesHaveAPlaceAColourAndTaps) {
   const auto screen = [&](CGRect frame, std::function<void()> onTap) {
     return ZStack{noted("a") | box({.backgroundColor = UIColor{.red = 1}}),
                   EmptyView{} | box({.frame = frame, .onTap = std::move(onTap)})};

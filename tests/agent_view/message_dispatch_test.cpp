@@ -1,4 +1,4 @@
-#include "corvane/agent_view/event_intake.h"
+#include "corvane/agent_view/message_dispatch.h"
 
 #include <gtest/gtest.h>
 
@@ -28,11 +28,11 @@ class Receiver : public PageMessageReceiver {
   const CallState& state_;
 };
 
-class EventIntake : public testing::Test {
+class MessageDispatch : public testing::Test {
  protected:
   std::vector<std::string> take(std::string_view body, std::string_view channel = "agentEventHandler") {
     receiver_.log.clear();
-    takeInMessage({channel, JsonValue::parse(body).value()}, state_, receiver_);
+    dispatchMessage({channel, JsonValue::parse(body).value()}, state_, receiver_);
     return receiver_.log;
   }
   std::vector<std::string> takeStatus(const std::string& status) {
@@ -49,7 +49,7 @@ class EventIntake : public testing::Test {
 
 using Log = std::vector<std::string>;
 
-TEST_F(EventIntake, TheStateFollowsBeforeTheEventIsHandedOver) {
+TEST_F(MessageDispatch, TheStateFollowsBeforeTheEventIsHandedOver) {
   EXPECT_EQ(takeStatus("RUNNING"), Log{R"({"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}} RUNNING -)"});
   EXPECT_EQ(take(R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"fr"}}}})"),
             Log{R"({"clientLocale":{"locale":"fr"}} RUNNING fr)"});
@@ -62,7 +62,7 @@ TEST_F(EventIntake, TheStateFollowsBeforeTheEventIsHandedOver) {
             Log{R"({"callStatusUpdate":{"status":"CALL_SESSION_STATUS_DISCONNECTING"}} DISCONNECTING -)"});
 }
 
-TEST_F(EventIntake, TheCartFollowsUpdatesAndRemovals) {
+TEST_F(MessageDispatch, TheCartFollowsUpdatesAndRemovals) {
   takeCart("UPDATE_IN_CART", 3);
   takeCart("UPDATE_IN_CART", 1, "B");
   takeCart("UPDATE_IN_CART", 4);
@@ -74,7 +74,7 @@ TEST_F(EventIntake, TheCartFollowsUpdatesAndRemovals) {
   EXPECT_TRUE(state_.cart.empty());
 }
 
-TEST_F(EventIntake, NothingButTheEndOfACallForgetsTheCustomer) {
+TEST_F(MessageDispatch, NothingButTheEndOfACallForgetsTheCustomer) {
   take(R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"fr"}}}})");
   takeCart("UPDATE_IN_CART", 3);
   take(R"({"eventType":"SDK_UNAUTHORIZED"})");
@@ -88,7 +88,7 @@ TEST_F(EventIntake, NothingButTheEndOfACallForgetsTheCustomer) {
   EXPECT_EQ(state_.cart.size(), 1U);
 }
 
-TEST_F(EventIntake, AMessageLeadsToOneOperationAtMost) {
+TEST_F(MessageDispatch, AMessageLeadsToOneOperationAtMost) {
   EXPECT_EQ(take(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL","data":{}})"), Log{"minimize"});
   for (const WebAgentEventType type : allCases<WebAgentEventType>()) {
     const std::string text(rawValue(type));

@@ -1,4 +1,4 @@
-#include "corvane/platform/declarative/view_host.h"
+#include "corvane/platform/declarative/view_mount.h"
 
 #include <utility>
 
@@ -24,51 +24,51 @@ class RootView final : public UIView {
 
 }  // namespace
 
-std::shared_ptr<ViewHost> ViewHost::create(UIView& container) {
+std::shared_ptr<ViewMount> ViewMount::create(UIView& container) {
   assertMainThread();
-  return std::make_shared<ViewHost>(ConstructionKey{}, container);
+  return std::make_shared<ViewMount>(ConstructionKey{}, container);
 }
 
-ViewHost::ViewHost(ConstructionKey /*key*/, UIView& container) : container_(RootView::create(container.bounds())) {
+ViewMount::ViewMount(ConstructionKey /*key*/, UIView& container) : container_(RootView::create(container.bounds())) {
   view()->setAutoresizingMask(UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight);
   container.addSubview(view());
 }
 
-ViewHost::~ViewHost() {
+ViewMount::~ViewMount() {
   remove();
   view()->removeFromSuperview();
 }
 
-void ViewHost::show(AnyView view) {
+void ViewMount::show(AnyView view) {
   assertMainThread();
   nextView_ = std::move(view);
   update();
 }
 
-void ViewHost::remove() {
+void ViewMount::remove() {
   assertMainThread();
   show(EmptyView{});
 }
 
-void ViewHost::requestUpdate() {
+void ViewMount::requestUpdate() {
   if (weak_from_this().expired() || std::exchange(isUpdateRequested_, true)) return;
-  RunLoop::main().post(whileAlive(weak_from_this(), [](ViewHost& self) {
+  RunLoop::main().post(whileAlive(weak_from_this(), [](ViewMount& self) {
     self.isUpdateRequested_ = false;
     self.isOutdated_ = true;
     self.update();
   }));
 }
 
-void ViewHost::update() {
+void ViewMount::update() {
   // The update that is going on comes to it.
   if (std::exchange(isUpdating_, true)) return;
-  // Null for a host that is ending: what it calls cannot reach it.
+  // Null for a mount that is ending: what it calls cannot reach it.
   const auto alive = weak_from_this().lock();
   while (nextView_ || isOutdated_) runPass();
   isUpdating_ = false;
 }
 
-void ViewHost::runPass() {
+void ViewMount::runPass() {
   using enum ViewPass::Kind;
   ViewPass pass(nextView_ ? newValue : outdatedBodies, *this, container_);
   if (auto next = std::exchange(nextView_, std::nullopt)) {

@@ -21,23 +21,23 @@ namespace corvane {
 ///            calls must not use it, so where they do, call `remove` first.
 /// Threads:   main thread only.
 /// Failure:   none.
-class CORVANE_EXPORT ViewHost final : public std::enable_shared_from_this<ViewHost>, private ViewUpdater {
+class CORVANE_EXPORT ViewMount final : public std::enable_shared_from_this<ViewMount>, private ViewUpdater {
   struct ConstructionKey {
     explicit ConstructionKey() = default;
   };
 
  public:
-  /// Makes a host that fills a view, in front of the view's other subviews. Where it shows nothing, touches pass
+  /// Makes a mount that fills a view, in front of the view's other subviews. Where it shows nothing, touches pass
   /// through.
-  [[nodiscard]] static std::shared_ptr<ViewHost> create(UIView& container);
-  ViewHost(ConstructionKey key, UIView& container);
-  ViewHost(const ViewHost&) = delete;
-  ViewHost& operator=(const ViewHost&) = delete;
-  ~ViewHost();
+  [[nodiscard]] static std::shared_ptr<ViewMount> create(UIView& container);
+  ViewMount(ConstructionKey key, UIView& container);
+  ViewMount(const ViewMount&) = delete;
+  ViewMount& operator=(const ViewMount&) = delete;
+  ~ViewMount();
 
   /// Shows a view in place of the present one, or updates the present one where it is of the same type. Done when this
-  /// returns, but for calls from inside an update of this host: from a body or from an appear or disappear action. What
-  /// they show is shown when the update is done.
+  /// returns, but for calls from inside an update of this mount: from a body or from an appear or disappear action.
+  /// What they show is shown when the update is done.
   void show(AnyView view);
   /// Shows nothing any more.
   void remove();

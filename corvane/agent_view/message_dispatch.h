@@ -1,4 +1,4 @@
-/// The way of a page message into the agent view.
+/// How a message of the page is dispatched.
 #pragma once
 
 #include "corvane/agent_view/call_state.h"
@@ -20,8 +20,8 @@ class PageMessageReceiver {
   virtual void emitEvent(const AgentEvent& event) = 0;
 };
 
-/// Checks, decodes and hands over one message: to exactly one operation of the receiver, or to none where the message
+/// Checks, decodes and dispatches one message: to exactly one operation of the receiver, or to none where the message
 /// is not for us or cannot be understood.
-void takeInMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver);
+void dispatchMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver);
 
 }  // namespace corvane
