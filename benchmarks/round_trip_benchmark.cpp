@@ -133,7 +133,9 @@ class BareAsker final : public Asker {
     connection_ = gtk::SignalConnection::make<void(WebKitUserContentManager*, JSCValue*)>(
         manager, ("script-message-received::" + name).c_str(), [this](WebKitUserContentManager*, JSCValue*) {
           isReady_ = true;
-          if (missing_ > 0 && --missing_ == 0) std::exchange(done_, nullptr)();
+          if (missing_ == 0) return;
+          --missing_;
+          if (missing_ == 0) std::exchange(done_, nullptr)();
         });
     webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
   }

@@ -74,7 +74,7 @@ void RequestSoak::preparePage() {
 
 void RequestSoak::askOne() {
   ++asked_;
-  Request request = makeRequest(static_cast<Operation>(random_.below(operationCount)), products_, random_);
+  const Request request = makeRequest(static_cast<Operation>(random_.below(operationCount)), products_, random_);
   const std::size_t number = ledger_.asked(request);
   ask(*view_, request, products_,
       [self = shared_from_this(), number](std::string outcome) { self->completed(number, std::move(outcome)); });

@@ -184,7 +184,7 @@ struct DetachedTask {
     void unhandled_exception() const noexcept {
       try {
         throw;
-      } catch (const OperationCancelled&) {
+      } catch (const OperationCancelled&) {  // NOLINT(bugprone-empty-catch): the coroutine just ends
       } catch (...) {
         std::terminate();
       }

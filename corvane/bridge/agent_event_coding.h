@@ -63,11 +63,11 @@ struct JsonCoding<AgentEvent> {
     return *found;
   }
 
-  template <class Source, std::size_t... Indexes>
-  static AgentEvent decodeCase(std::size_t index, Source value, std::index_sequence<Indexes...>) {
+  template <class Source, std::size_t... indexes>
+  static AgentEvent decodeCase(std::size_t index, Source value, std::index_sequence<indexes...>) {
     using Decode = AgentEvent (*)(Source);
-    static constexpr std::array<Decode, sizeof...(Indexes)> decoders{[](Source content) {
-      return AgentEvent(JsonCoding<std::variant_alternative_t<Indexes, AgentEvent::Value>>::decode(content));
+    static constexpr std::array<Decode, sizeof...(indexes)> decoders{[](Source content) {
+      return AgentEvent(JsonCoding<std::variant_alternative_t<indexes, AgentEvent::Value>>::decode(content));
     }...};
     return decoders[index](value);
   }

@@ -16,7 +16,7 @@ void AgentEventHandlerModifier::clearHandler() {
 }
 
 void BringAgentToFrontModifier::bringToFront() {
-  MinimizedState& state = MinimizedState::shared();
+  const MinimizedState& state = MinimizedState::shared();
   if (state.isMinimized()) state.bringToFront();
 }
 

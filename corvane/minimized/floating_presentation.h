@@ -61,8 +61,8 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
  private:
   void makeRecognizers();
   [[nodiscard]] std::shared_ptr<UIView> container(const UIView& view) const;
-  void didShrink(FloatingPresentationDelegate& host, const std::function<void()>& completion);
-  void didGrow(FloatingPresentationDelegate& host, const std::function<void()>& completion);
+  void didShrink(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
+  void didGrow(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
   void drag(const UIPanGestureRecognizer& sender);
   void snap(UIView& view, const std::shared_ptr<UIView>& container);
   /// A completion that runs a step, and what follows it, if the view still lives by then; the view lives on until both

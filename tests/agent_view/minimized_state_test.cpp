@@ -27,7 +27,7 @@ TEST_F(MinimizedStateTest, WithoutAViewEverythingDoesNothing) {
 }
 
 TEST_F(MinimizedStateTest, TheViewOutlivesItsScreenAndCanBeMovedAndRemoved) {
-  MinimizedState& state = MinimizedState::shared();
+  const MinimizedState& state = MinimizedState::shared();
   minimize();
   const std::weak_ptr<VelnorAgentView> weak = view_;
   view_.reset();

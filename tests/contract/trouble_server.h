@@ -3,8 +3,10 @@
 
 #include <string>
 
-typedef struct _GSocketService GSocketService;
-typedef struct _SoupServer SoupServer;
+struct _GSocketService;
+using GSocketService = _GSocketService;
+struct _SoupServer;
+using SoupServer = _SoupServer;
 
 namespace corvane::contract {
 

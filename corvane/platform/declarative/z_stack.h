@@ -56,8 +56,8 @@ class NodeOf<ZStack<Children...>> final : public ViewNode {
  private:
   template <class Step>
   static void each(Step step) {
-    [&]<std::size_t... Places>(std::index_sequence<Places...>) {
-      (step.template operator()<Places>(), ...);
+    [&]<std::size_t... indexes>(std::index_sequence<indexes...>) {
+      (step.template operator()<indexes>(), ...);
     }(std::index_sequence_for<Children...>());
   }
 
