@@ -6,7 +6,6 @@
 #include <utility>
 
 #include "benchmarks/allocation_counter.h"
-#include "corvane/declarative/agent_context_access.h"
 #include "corvane/declarative/agent_modifiers.h"
 #include "corvane/declarative/velnor_agent.h"
 #include "corvane/platform/declarative/box.h"
@@ -15,6 +14,7 @@
 #include "corvane/platform/declarative/z_stack.h"
 #include "corvane/platform/headless/headless_backend.h"
 #include "corvane/platform/views/ui_window.h"
+#include "tests/support/reset_context.h"
 
 namespace corvane::benchmarks {
 namespace {
@@ -50,7 +50,7 @@ struct Stage {
   Stage() = default;
   Stage(const Stage&) = delete;
   Stage& operator=(const Stage&) = delete;
-  ~Stage() { AgentContextAccess::reset(VelnorAgentContext::shared()); }
+  ~Stage() { resetContext(); }
 
   std::unique_ptr<headless::Backend> backend = headless::Backend::install().value();
   std::shared_ptr<UIWindow> window = UIWindow::create({{0, 0}, {390, 844}});

@@ -1,4 +1,4 @@
-/// What the agent's context has for the framework's own code and its tests.
+/// What the agent's context has for the framework's own code.
 #pragma once
 
 #include <memory>
@@ -21,17 +21,6 @@ class AgentContextAccess {
   static void setEventHandler(VelnorAgentContext& context, AgentEventHandler handler) {
     auto shared = handler ? std::make_shared<const AgentEventHandler>(std::move(handler)) : nullptr;
     std::swap(context.eventHandler_, shared);
-  }
-
-  /// For tests: a context of one's own, and the shared one as it was at the beginning.
-  static std::shared_ptr<VelnorAgentContext> makeContext() {
-    return std::make_shared<VelnorAgentContext>(VelnorAgentContext::ConstructionKey{});
-  }
-  static void reset(VelnorAgentContext& context) {
-    setEventHandler(context, nullptr);
-    setAgentView(context, nullptr);
-    setAgent(context, std::nullopt);
-    if (context.isMinimized()) context.isMinimized_.set(false);
   }
 };
 

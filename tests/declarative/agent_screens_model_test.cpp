@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "tests/support/agent_screens_test.h"
+#include "tests/support/reset_context.h"
 
 namespace corvane {
 namespace {
@@ -255,7 +256,7 @@ TEST_F(AgentScreensModelTest, WalksEndAsTheModelSays) {
     if (HasFatalFailure()) return;
     // A new beginning: nothing of this walk stays anywhere.
     mount_.reset();
-    AgentContextAccess::reset(context());
+    resetContext();
     MinimizedStore::shared().setAgentView(nullptr);
     window_ = UIWindow::create({{0, 0}, {390, 844}});
     mount_ = ViewMount::create(*window_);

@@ -10,9 +10,9 @@
 #include <vector>
 
 #include "corvane/agent_view/script_bridge.h"
-#include "corvane/declarative/agent_context_access.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/headless/headless_backend.h"
+#include "tests/support/reset_context.h"
 
 namespace corvane {
 
@@ -21,7 +21,7 @@ class HeadlessTest : public testing::Test {
   using Log = std::vector<std::string>;
 
   void TearDown() override {
-    AgentContextAccess::reset(VelnorAgentContext::shared());
+    resetContext();
     MinimizedStore::shared().setAgentView(nullptr);
     MinimizedStore::shared().setRestoreAction(nullptr);
     EXPECT_EQ(backend_->runLoop().pendingTaskCount(), 0U) << "work was left behind";

@@ -26,7 +26,7 @@ SWAPPED_WORDS = {
 FIELDS = {"lenient", "optional"}
 
 # Calls that make no difference by themselves.
-UNSEEN = {"static_assert", "assert", "noexcept", "requires", "reserve", "unreachable"}
+UNSEEN = {"static_assert", "assert", "assertMainThread", "noexcept", "requires", "reserve", "unreachable"}
 
 # These begin a statement that is no expression.
 KEYWORDS = {

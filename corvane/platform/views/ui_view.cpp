@@ -17,31 +17,27 @@ namespace corvane {
 
 namespace {
 
-/// One axis of a view inside its superview: the margin before it, its own length, the margin after it.
-struct Span {
-  CGFloat before;
+/// A stretch of one axis, and the part of a mask that lets it grow.
+struct Stretch {
   CGFloat length;
-  CGFloat after;
+  UIViewAutoresizing part;
 };
 
-/// Spreads the growth of the superview over the flexible lengths, in proportion to what they are. Lengths that are all
-/// zero have no proportion and take equal shares.
-Span spread(Span span, CGFloat growth, bool isBeforeFlexible, bool isLengthFlexible, bool isAfterFlexible) {
-  struct Share {
-    CGFloat* length;
-    bool isFlexible;
-  };
-  const std::array shares{Share{&span.before, isBeforeFlexible}, Share{&span.length, isLengthFlexible},
-                          Share{&span.after, isAfterFlexible}};
+/// One axis of a view inside its superview: the margin before it, its own length, the margin after it.
+using Span = std::array<Stretch, 3>;
+
+/// Spreads the growth of the superview over the lengths that the mask makes flexible, in proportion to what they are.
+/// Lengths that are all zero have no proportion and take equal shares.
+Span spread(Span span, CGFloat growth, UIViewAutoresizing mask) {
   CGFloat total = 0;
   int count = 0;
-  for (const Share& share : shares) {
-    if (!share.isFlexible) continue;
-    total += *share.length;
+  for (const Stretch& stretch : span) {
+    if (!contains(mask, stretch.part)) continue;
+    total += stretch.length;
     ++count;
   }
-  for (const Share& share : shares) {
-    if (share.isFlexible) *share.length += growth * (total > 0 ? *share.length / total : 1.0 / count);
+  for (Stretch& stretch : span) {
+    if (contains(mask, stretch.part)) stretch.length += growth * (total > 0 ? stretch.length / total : 1.0 / count);
   }
   return span;
 }
@@ -192,15 +188,16 @@ void UIView::resizeSubviews(CGSize from) {
 void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
   using enum UIViewAutoresizing;
   if (autoresizingMask_ == none) return;
-  const auto isFlexible = [&](UIViewAutoresizing part) { return contains(autoresizingMask_, part); };
   const CGRect now = frame();
-  const Span across =
-      spread({now.minX(), now.size.width, superviewFrom.width - now.maxX()}, superviewTo.width - superviewFrom.width,
-             isFlexible(flexibleLeftMargin), isFlexible(flexibleWidth), isFlexible(flexibleRightMargin));
-  const Span down = spread({now.minY(), now.size.height, superviewFrom.height - now.maxY()},
-                           superviewTo.height - superviewFrom.height, isFlexible(flexibleTopMargin),
-                           isFlexible(flexibleHeight), isFlexible(flexibleBottomMargin));
-  setFrame({{across.before, down.before}, {across.length, down.length}});
+  const Span across = spread({{{now.minX(), flexibleLeftMargin},
+                               {now.size.width, flexibleWidth},
+                               {superviewFrom.width - now.maxX(), flexibleRightMargin}}},
+                             superviewTo.width - superviewFrom.width, autoresizingMask_);
+  const Span down = spread({{{now.minY(), flexibleTopMargin},
+                             {now.size.height, flexibleHeight},
+                             {superviewFrom.height - now.maxY(), flexibleBottomMargin}}},
+                           superviewTo.height - superviewFrom.height, autoresizingMask_);
+  setFrame({{across[0].length, down[0].length}, {across[1].length, down[1].length}});
 }
 
 void UIView::addSubview(std::shared_ptr<UIView> view) {
