@@ -40,7 +40,8 @@ class RequestChannelTest : public HeadlessTest {
     return std::make_shared<SkuAction>(
         SkuData{._id = id, .sku = id},
         [this, id, then](const std::optional<AgentError>& error) {
-          log_.push_back(id + (error ? std::string(": ") + error->what() : ": done"));
+          const bool isOfPage = error && error->is<AgentError::AgentToolError>();
+          log_.push_back(id + (isOfPage ? ": the page says " : ": ") + (error ? error->what() : "done"));
           if (then) then();
         },
         Action::addProductToCart);
@@ -112,7 +113,7 @@ TEST_F(RequestChannelTest, AnswersThatNameNoPendingRequestAreIgnored) {
   }
   EXPECT_EQ(takeLog(), Log{posting("a")});
   answer(R"({"_id":"b","_id":"a","error":"","result":1e400,"more":[[[]]]})");
-  EXPECT_EQ(takeLog(), Log{"a: "}) << "an empty error is an error";
+  EXPECT_EQ(takeLog(), Log{"a: the page says "}) << "an empty error is an error";
   answerTo("a");
   loop().runUntilIdle();
   answer(R"({"_id":"b","error":null})");
