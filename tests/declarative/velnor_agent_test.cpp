@@ -73,8 +73,13 @@ TEST_F(VelnorAgentTest, OnlyAnotherRegionOrOrganisationMakesAnotherView) {
   context().maximizeAgent();
   EXPECT_TRUE(engine(*first).recordsOf<Engine::ScriptEvaluated>().empty()) << "it is not minimized";
 
+  mounts.back()->show(VelnorAgent(Region::eu(), "shop", "b2", false) | id(2));
+  EXPECT_EQ(loadCount(*first), 2U) << "another booking is";
+
   auto previous = show(Region::eu(), "Shop");
   EXPECT_NE(previous, first);
+  EXPECT_EQ(show(Region::eu(), "Shop"), previous);
+  EXPECT_EQ(loadCount(*previous), 2U) << "what has not loaded yet is loaded again";
   for (const Region& region : {Region::global(), Region::custom("https://a/"), Region::custom("https://b/")}) {
     const auto view = show(region, "Shop");
     EXPECT_NE(view, previous);
