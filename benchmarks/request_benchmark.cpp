@@ -203,7 +203,7 @@ class AnsweringView final : public RequestChannelDelegate, public std::enable_sh
 };
 
 /// Requests of which each but the first waits for those before it. `bytes` is what one of them takes while it waits,
-/// its identifier included; the caller's strings and closures are so short that they take nothing of their own.
+/// its identifier included. The caller's strings and closures are so short that they take nothing of their own.
 void waitingRequests(benchmark::State& state) {
   const auto backend = headless::Backend::install().value();
   const auto host = std::make_shared<AnsweringView>();

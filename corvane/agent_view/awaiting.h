@@ -172,7 +172,7 @@ class AwaitedOperations {
 ///
 /// Ownership: it owns itself until it ends. What it refers to must live as long, so give it shared pointers and values
 ///            as parameters, and let it be no lambda with captures. A shared pointer keeps the view, and so its call,
-///            until the coroutine ends; to let the view go meanwhile, begin the operation in one statement, through a
+///            until the coroutine ends. To let the view go meanwhile, begin the operation in one statement, through a
 ///            weak pointer, and await it in the next.
 /// Failure:   ends silently with an operation that was cancelled. Any other exception that leaves it ends the program.
 struct DetachedTask {

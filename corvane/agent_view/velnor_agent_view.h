@@ -27,8 +27,8 @@ class WKWebView;
 /// Ownership: made by `create` and shared by whoever holds it. The framework holds it while it is minimized, while
 ///            requests wait for their turn, and while a decrement waits for the page. Ending it ends the page.
 /// Threads:   main thread only; handlers are called there, synchronously.
-/// Failure:   a page that does not load, and a script that fails in it, is told by the event `Error` and by `error()`;
-///            messages of the page that make no sense are dropped. Nothing is thrown.
+/// Failure:   a page that does not load, and a script that fails in it, is told by the event `Error` and by `error()`.
+///            Messages of the page that make no sense are dropped. Nothing is thrown.
 class CORVANE_EXPORT VelnorAgentView final : public UIView,
                                              public AgentOperations,
                                              public WKScriptMessageHandler,
@@ -106,7 +106,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void webViewDidFail(WKWebView& webView, const WebError& error) override;
   void webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) override;
   /// The page wants to capture; called by the web view. It is granted when this app may use both the camera and the
-  /// microphone, whichever of them the page wants; otherwise the engine asks the user.
+  /// microphone, whichever of them the page wants. Otherwise the engine asks the user.
   void webViewRequestMediaCapturePermission(WKWebView& webView, const WKMediaCaptureRequest& request,
                                             WKPermissionDecisionHandler decisionHandler) override;
 

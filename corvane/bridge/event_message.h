@@ -65,7 +65,7 @@ template <class Record>
   }
 }
 
-/// The event that a message of the page stands for; none for answers to requests, for unknown types and for payloads
+/// The event that a message of the page stands for. None for answers to requests, for unknown types and for payloads
 /// that lack what the event needs.
 [[nodiscard]] std::optional<AgentEvent> makeAgentEvent(WebAgentEventType type, JsonView data);
 

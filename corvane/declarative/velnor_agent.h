@@ -23,13 +23,13 @@ class VelnorAgentContext;
 ///
 ///   host->show(VelnorAgent(Region::eu(), "shop-42", "booking-7", false) | onAgentEvent(handler));
 ///
-/// Once it is mounted, what its view shows no longer follows region, organisation and booking; give it an `id` to have
+/// Once it is mounted, what its view shows no longer follows region, organisation and booking. Give it an `id` to have
 /// another one mounted, and have the previous one removed first, as its going clears the context: when an agent goes,
 /// the context releases the agent view, unless that is minimized: then it stays on screen, for a later agent to take
 /// over.
 ///
 /// The properties that can be set are those of the agent view. They are the value's own, and are given to the agent
-/// view that is made for it; while the context has an agent view, whichever that is, they are read from it and written
+/// view that is made for it. While the context has an agent view, whichever that is, they are read from it and written
 /// to it as well.
 ///
 /// Ownership: a value. It holds no agent view; the context and whatever shows it do.

@@ -15,7 +15,7 @@ constexpr CGFloat minimizedMargin = 5.0;
 CGFloat atLeast(CGFloat minimum, CGFloat length) { return std::isfinite(length) ? std::max(length, minimum) : minimum; }
 
 /// A length of nothing has no scale that makes it longer, nor has one without an end a scale that leaves something of
-/// it; they then take the new length as it is.
+/// it. They then take the new length as it is.
 CGFloat scaleBetween(CGFloat from, CGFloat to) {
   const CGFloat scale = to / from;
   return std::isfinite(scale) && scale > 0 ? scale : 1;

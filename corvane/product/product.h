@@ -62,7 +62,7 @@ class CORVANE_EXPORT Product {
   [[nodiscard]] const std::vector<Variation>& variations() const CORVANE_LIFETIMEBOUND { return fields_.variations; }
 
   /// Replaces the variations and checks them. Throws `ProductSpecError`: for an empty list, or for several variations
-  /// of a product without attributes, with the product unchanged; for variations that use what the product does not
+  /// of a product without attributes, with the product unchanged. For variations that use what the product does not
   /// define with the new variations in place, but not linked to each other.
   void setVariations(std::vector<Variation> variations);
 

@@ -28,7 +28,7 @@ function buttonFor({ action, sku }) {
   return document.querySelector(`button[data-action="${action}"]${ofSku}`);
 }
 
-// Most steps are done at once; a step with a longest wait may hang on an
+// Most steps are done at once. A step with a longest wait may hang on an
 // answer nobody gives, and the tour then goes on without it.
 async function run(step, perform) {
   const done = perform(step.action, step);

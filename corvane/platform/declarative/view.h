@@ -2,7 +2,7 @@
 ///
 /// A type is a view when it has a `body()` that returns another view, when it is a representable (see
 /// ui_view_representable.h), or when it is one of those that the framework brings. It must be copyable. A body is
-/// evaluated often and should do nothing but say what is shown; it must not throw.
+/// evaluated often and should do nothing but say what is shown. It must not throw.
 ///
 ///   struct Greeting {
 ///     auto body() const { return ZStack{Picture{}, when(shop.isOpen(), [] { return OpenSign{}; })}; }

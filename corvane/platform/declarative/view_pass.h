@@ -24,7 +24,7 @@ class CORVANE_EXPORT ViewPass {
 
   [[nodiscard]] ViewUpdater& updater() { return updater_; }
   [[nodiscard]] ViewContainer& container() { return *container_; }
-  /// A body is about to be evaluated. What was told before a pass of its own has changed by now; what is told while a
+  /// A body is about to be evaluated. What was told before a pass of its own has changed by now. What is told while a
   /// new value is shown may be about to change, and counts once more.
   void willEvaluate(BodyObservation& observation) const {
     if (kind_ == Kind::outdatedBodies) observation.clearOutdated();

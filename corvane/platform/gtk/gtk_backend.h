@@ -17,7 +17,7 @@ struct BackendOptions {
   /// Gives pages made-up cameras and microphones, for tests and for demos on machines without any.
   bool usesMockCaptureDevices = false;
   /// Forgets cookies, storage and caches when the backend ends, and writes nothing to disk. An app leaves this off, so
-  /// that a user who signed in stays signed in; tests turn it on, so that no run sees what an earlier one left.
+  /// that a user who signed in stays signed in. Tests turn it on, so that no run sees what an earlier one left.
   bool isEphemeral = false;
   /// Offers the web inspector in the pages' context menu.
   bool allowsDeveloperTools = false;

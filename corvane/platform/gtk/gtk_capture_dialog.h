@@ -9,7 +9,7 @@
 
 namespace corvane::gtk {
 
-/// Asks in a modal dialog over the web view's window. The answer is called once; it is dropped uncalled when the web
+/// Asks in a modal dialog over the web view's window. The answer is called once. It is dropped uncalled when the web
 /// view is in no window, when it ends, or when the dialog is closed.
 void showCaptureDialog(WebKitWebView* webView, const WKMediaCaptureRequest& request,
                        std::move_only_function<void(bool)> answer);

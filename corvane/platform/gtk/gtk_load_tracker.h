@@ -23,7 +23,7 @@ using LoadReport = std::variant<LoadFinished, LoadFailed>;
 /// Follows the loads of one web view from event to event and says what there is to report, once for each load.
 ///
 /// The engine's signals do not say which load they belong to, so that is worked out here. The host's newest load is
-/// awaited until the engine has decided about its navigation; whatever starts or ends before that belongs to a load
+/// awaited until the engine has decided about its navigation. Whatever starts or ends before that belongs to a load
 /// that it replaced, and is passed over in silence. The engine also says "finished" after each failure.
 ///
 /// Ownership: owned by the page loader; it holds no resources. Threads: main thread only. Failure: none.

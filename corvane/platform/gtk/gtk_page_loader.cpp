@@ -12,7 +12,7 @@ namespace corvane::gtk {
 namespace {
 
 /// How long a cancelled load waits for the load that may have replaced it. The engine decides about that one within
-/// two milliseconds or so; its start then takes longer if a page of another site needs a new process.
+/// two milliseconds or so. Its start then takes longer if a page of another site needs a new process.
 constexpr std::chrono::milliseconds replacementDecisionLimit{100};
 constexpr std::chrono::seconds replacementStartLimit{5};
 /// How long a page may take to say that its document is complete, once the engine has loaded it.

@@ -93,7 +93,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   [[nodiscard]] bool isAnimating() const { return RunLoop::hasMain() && window_->isAnimating(); }
 
   /// All parts of a frame are of the same moment, the one that the frame clock has set for it. Changes are over by
-  /// the run loop's time, which is a little ahead; from then on that one counts, so that the last frame shows the
+  /// the run loop's time, which is a little ahead. From then on that one counts, so that the last frame shows the
   /// views where they are.
   [[nodiscard]] RunLoop::Time frameTime() const {
     GdkFrameClock* clock = gtk_widget_get_frame_clock(widget());

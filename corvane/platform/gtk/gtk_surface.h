@@ -14,7 +14,7 @@ namespace corvane::gtk {
 
 /// Shows one window of views inside a widget that the host app places among its own.
 ///
-/// The window has the widget's size from the widget's first layout on, and none before; views that are to grow with it
+/// The window has the widget's size from the widget's first layout on, and none before. Views that are to grow with it
 /// in proportion want a frame set on the window first, if they come earlier. The window joins the backend's scene.
 ///
 /// The widget may lie over others, as the overlay of a `GtkOverlay`: where no view takes touches, pointers and fingers

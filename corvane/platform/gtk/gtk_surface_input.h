@@ -17,7 +17,7 @@
 namespace corvane::gtk {
 
 /// Brings what comes down on a surface widget to its window, and keeps it from the page while a recognizer may want
-/// it. A press that none wants is played again from its beginning; a page that had seen the beginning of what turns
+/// it. A press that none wants is played again from its beginning. A page that had seen the beginning of what turns
 /// out to be a drag would never see an end of it.
 ///
 /// Ownership: owned by the surface; it holds the window, and itself for the length of every call that it gets.

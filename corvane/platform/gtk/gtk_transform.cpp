@@ -37,7 +37,7 @@ bool isDrawable(const CGRect& rect) {
 }
 
 // The toolkit knows how a transform came about. What is built from moves, turns and scales it draws exactly, and in
-// software at all; a matrix might be anything to it, so the mapping is taken apart instead.
+// software at all. A matrix might be anything to it, so the mapping is taken apart instead.
 GskTransform* makeGskTransform(const CGAffineTransform& transform) {
   if (transform.isIdentity()) return nullptr;
   const graphene_point_t offset{static_cast<float>(transform.tx), static_cast<float>(transform.ty)};

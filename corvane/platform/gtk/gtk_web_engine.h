@@ -17,7 +17,7 @@ struct EngineContext;
 
 /// Carries a web view with WebKitGTK. It works in no window, too: pages load, run their scripts and post messages.
 ///
-/// Ownership: owned by its web view. It holds its widget, which surfaces adopt as a child; at its end the page ends,
+/// Ownership: owned by its web view. It holds its widget, which surfaces adopt as a child. At its end the page ends,
 ///            pending evaluations fail later, and the widget leaves its parent.
 /// Threads:   main thread only.
 /// Failure:   as every engine.

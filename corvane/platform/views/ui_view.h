@@ -46,7 +46,7 @@ constexpr bool contains(UIViewAutoresizing mask, UIViewAutoresizing part) noexce
 /// A view keeps its bounds (its own coordinates), its centre (in its superview's coordinates) and a transform about
 /// that centre. The frame is derived from the three; writing it writes bounds and centre.
 ///
-/// These, the corner radius and the alpha are the view's own values; while a change of them is animated, what is shown
+/// These, the corner radius and the alpha are the view's own values. While a change of them is animated, what is shown
 /// on the way there is the view's presentation. A change outside of an animation's block ends what is on its way.
 ///
 /// Ownership: made by `create`; a superview owns its subviews, and refers back weakly. A view owns its recognizers.
@@ -68,7 +68,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   /// The smallest rectangle of the superview that holds the transformed view.
   [[nodiscard]] CGRect frame() const;
   /// Moves and sizes the view so that its frame becomes this one. Under a transform the bounds take the size that
-  /// the transform turns into the frame's; where no size becomes such a frame, the view only moves.
+  /// the transform turns into the frame's. Where no size becomes such a frame, the view only moves.
   virtual void setFrame(CGRect frame);
   [[nodiscard]] CGRect bounds() const { return bounds_; }
   virtual void setBounds(CGRect bounds);
