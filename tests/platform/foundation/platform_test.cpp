@@ -13,7 +13,7 @@ namespace {
 TEST(PlatformDeathTest, WithoutABackendTheFirstUseEndsTheProgramWithASentence) {
   const std::string sentence = "corvane: no backend is installed";
   EXPECT_DEATH(RunLoop::main(), sentence);
-  EXPECT_DEATH(VelnorAgentView::create(Region::eu(), "o", false), sentence);
+  EXPECT_DEATH(static_cast<void>(VelnorAgentView::create(Region::eu(), "o", false)), sentence);
   EXPECT_DEATH(UIView::animate({}, [] {}), sentence);
   EXPECT_DEATH(UIApplication::shared(), sentence);
 }

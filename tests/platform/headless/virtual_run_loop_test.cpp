@@ -55,11 +55,11 @@ TEST(VirtualRunLoop, TimeNeverRunsBackwardsOrOver) {
 TEST(VirtualRunLoop, TasksThatNeverRanAreDestroyedAndMayPostOnTheirWayOut) {
   const auto backend = Backend::install().value();
   struct Poster {
-    Poster(int& endCount) : endCount_(endCount) {}
+    explicit Poster(int& count) : endCount(count) {}
     ~Poster() {
-      if (++endCount_ < 5) RunLoop::main().post([next = std::make_shared<Poster>(endCount_)] {});
+      if (++endCount < 5) RunLoop::main().post([next = std::make_shared<Poster>(endCount)] {});
     }
-    int& endCount_;
+    int& endCount;
   };
   int endCount = 0;
   backend->runLoop().schedule(1s, [poster = std::make_shared<Poster>(endCount)] {});
