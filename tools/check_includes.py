@@ -13,7 +13,8 @@ LAYERS = [
     ["corvane/platform/foundation", "corvane/platform/geometry"],
     ["corvane/platform/views", "corvane/platform/capture"],
     ["corvane/platform/web", "corvane/platform/declarative"],
-    ["corvane/platform/headless", "corvane/platform/gtk"],
+    ["corvane/platform/engine"],
+    ["corvane/platform/headless", "corvane/platform/gtk", "corvane/platform/qt"],
     ["corvane/product"],
     ["corvane/bridge"],
     ["corvane/minimized"],
@@ -22,8 +23,8 @@ LAYERS = [
     ["corvane/corvane.h"],
     ["corvane/simulation"],
 ]
-BACKENDS = LAYERS[4]
-MAY_INCLUDE_BACKENDS = {"corvane/platform/headless", "corvane/platform/gtk", "corvane/simulation"}
+BACKENDS = LAYERS[5]
+MAY_INCLUDE_BACKENDS = {"corvane/platform/headless", "corvane/platform/gtk", "corvane/platform/qt", "corvane/simulation"}
 
 
 def folder_of(path):

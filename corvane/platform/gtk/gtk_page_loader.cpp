@@ -9,6 +9,10 @@
 
 namespace corvane::gtk {
 
+using engine::LoadFailed;
+using engine::LoadFinished;
+using engine::LoadReport;
+
 namespace {
 
 /// How long a cancelled load waits for the load that may have replaced it. The engine decides about that one within

@@ -8,10 +8,10 @@
 #include <optional>
 #include <vector>
 
+#include "corvane/platform/engine/load_tracker.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/gtk/gtk_evaluation.h"
-#include "corvane/platform/gtk/gtk_load_tracker.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "corvane/platform/web/web_engine.h"
 
@@ -46,15 +46,15 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void restartTimer();
   /// The engine may say that a load has finished while scripts of the page are still to run, the host's own among them:
   /// such a load is reported a little later.
-  void reportWhenComplete(LoadReport report);
+  void reportWhenComplete(engine::LoadReport report);
   /// The client may end the engine: nothing of this may be touched after a report.
-  void report(std::optional<LoadReport> report);
+  void report(std::optional<engine::LoadReport> report);
 
   WebKitWebView* webView_;
   std::shared_ptr<EngineContext> context_;
   std::shared_ptr<Evaluations> evaluations_;
   std::weak_ptr<WebEngineClient> client_;
-  LoadTracker tracker_;
+  engine::LoadTracker tracker_;
   std::optional<GlibSource> timer_;
   std::optional<GlibSource> replacementTimer_;
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;

@@ -1,4 +1,4 @@
-#include "corvane/platform/gtk/gtk_load_tracker.h"
+#include "corvane/platform/engine/load_tracker.h"
 
 #include <gtest/gtest.h>
 
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace corvane::gtk {
+namespace corvane::engine {
 namespace {
 
 std::string describe(const LoadReport& report) {
@@ -146,4 +146,4 @@ TEST(LoadTracker, ALostProcessEndsEveryLoadWithOneFailure) {
 }
 
 }  // namespace
-}  // namespace corvane::gtk
+}  // namespace corvane::engine

@@ -8,7 +8,7 @@
 
 #include "corvane/platform/web/web_engine.h"
 
-namespace corvane::gtk {
+namespace corvane::engine {
 
 struct LoadFinished {
   bool operator==(const LoadFinished&) const = default;
@@ -81,4 +81,4 @@ class LoadTracker {
   std::optional<CancelledLoad> cancelled_;
 };
 
-}  // namespace corvane::gtk
+}  // namespace corvane::engine

@@ -1,8 +1,8 @@
-#include "corvane/platform/gtk/gtk_load_tracker.h"
+#include "corvane/platform/engine/load_tracker.h"
 
 #include <utility>
 
-namespace corvane::gtk {
+namespace corvane::engine {
 
 namespace {
 
@@ -130,4 +130,4 @@ bool LoadTracker::isLoadUnderWay() const {
   return (awaited_ && !awaited_->isSilent) || (running_ && !running_->isSilent);
 }
 
-}  // namespace corvane::gtk
+}  // namespace corvane::engine
