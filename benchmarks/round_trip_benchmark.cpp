@@ -1,10 +1,10 @@
-// A request's whole way over the real engine and back, beside a loop that does the least which the engine allows: it
-// evaluates a script and waits for the page's messages, without reading them.
+// A request's whole way over the real engine and back, beside a loop that does the least which the engine allows. That
+// loop evaluates a script and waits for the page's messages, without reading them.
 //
-// The library admits a request in a turn of the main loop after that of the call, and what the engine still does after
+// The library admits a request in a turn of the main loop after that of the call. What the engine still does after
 // it has delivered a message comes in between. A bare loop that asks in the next turn, too, shows how much that takes.
 //
-// All ask the same page with the same injected scripts, in one page process, in turns of a few requests: what the
+// All ask the same page with the same injected scripts, in one page process, in turns of a few requests. What the
 // processor does when it is idle changes the figures more than anything of ours.
 #include <gtk/gtk.h>
 #include <webkit/webkit.h>

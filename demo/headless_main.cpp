@@ -1,5 +1,5 @@
 // A whole call without a web engine, the floating window, and then every request to the page with everything that can
-// go wrong: the framework on virtual time, with a simulated agent tool page.
+// go wrong. The framework runs on virtual time, with a simulated agent tool page.
 #include <chrono>
 #include <cstdio>
 

@@ -14,8 +14,8 @@
 
 namespace corvane::demo {
 
-/// Prints one line for each event and each completion, with the virtual time since the stage was made, and compares
-/// the completions with what was expected.
+/// Prints one line for each event and each completion, with the virtual time since the stage was made. Compares the
+/// completions with what was expected.
 ///
 /// Ownership: owned by its maker; it installs a backend of its own, so there is one stage at a time.
 /// Threads:   main thread only.

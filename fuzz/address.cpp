@@ -1,4 +1,4 @@
-// A base address and two identifiers, divided by line ends, as the address of the page: it must be plain ASCII, keep
+// A base address and two identifiers, divided by line ends, as the address of the page. It must be plain ASCII, keep
 // what the host app wrote around the query, and read as an address again.
 #include <algorithm>
 #include <cstddef>

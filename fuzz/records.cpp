@@ -1,4 +1,4 @@
-// Any bytes as the JSON of each public record, after a first byte that chooses the record: what is accepted must come
+// Any bytes as the JSON of each public record, after a first byte that chooses the record. What is accepted must come
 // out as JSON that means the same record again.
 #include <array>
 #include <cstddef>

@@ -23,8 +23,8 @@ struct MemoryReading {
   double openFiles = 0;
 };
 
-/// By how much this process may grow between the end of the warm-up and the end of a part, in MiB, by the straight line
-/// that lies closest to its readings.
+/// By how much this process may grow from the end of the warm-up to the end of a part, in MiB. Taken from the straight
+/// line that lies closest to its readings.
 struct GrowthBounds {
   double heap = 0;
   double resident = 0;

@@ -42,7 +42,7 @@ struct Request {
   std::size_t product = 0;
 };
 
-/// SKUs that are only ever decremented, added and asked about: the second half of a decrement is then the one update
+/// SKUs that are only ever decremented, added and asked about. The second half of a decrement is then the one update
 /// that any of them meets.
 [[nodiscard]] bool isForDecrements(std::string_view sku);
 

@@ -20,8 +20,8 @@ class PageMessageReceiver {
   virtual void emitEvent(const AgentEvent& event) = 0;
 };
 
-/// Checks, decodes and dispatches one message: to exactly one operation of the receiver, or to none where the message
-/// is not for us or cannot be understood.
+/// Checks, decodes and dispatches one message. It goes to exactly one operation of the receiver, or to none where the
+/// message is not for us or cannot be understood.
 void dispatchMessage(const WKScriptMessage& message, CallState& state, PageMessageReceiver& receiver);
 
 }  // namespace corvane

@@ -29,12 +29,12 @@ class RequestChannelDelegate {
 
 /// Carries the requests of one agent view into the page, one at a time, and completes them with the page's answers.
 ///
-/// A request that expects an answer waits in a queue, from the run loop's next turn on, until the one before it has
-/// been answered or has timed out. No thread waits for it.
+/// A request that expects an answer waits in a queue, from the run loop's next turn on. It waits until the one before
+/// it has been answered or has timed out. No thread waits for it.
 ///
 /// Ownership: owned by its view. Requests that wait keep the view alive until they are posted; timers and evaluations
-///            do not. The queue itself is held by what the run loop has still to do for it, so that nothing is left
-///            when the run loop ends.
+///            do not. The queue itself is held by what the run loop has still to do for it. So nothing is left when
+///            the run loop ends.
 /// Threads:   main thread only.
 /// Failure:   every failure is an `AgentError` handed to the request's completion; nothing is thrown.
 class RequestChannel final : public std::enable_shared_from_this<RequestChannel> {

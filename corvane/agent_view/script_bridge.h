@@ -12,8 +12,8 @@ inline constexpr std::string_view agentEventChannel = "agentEventHandler";
 /// Hands the messages that a document's window gets from its own origin to the host.
 [[nodiscard]] std::string messageForwarderScript();
 
-/// Defines the page's global `postAction`, which hands an action of the host to the agent tool: to its frame where
-/// the document has one, else to the document itself.
+/// Defines the page's global `postAction`, which hands an action of the host to the agent tool. It goes to its frame
+/// where the document has one, else to the document itself.
 [[nodiscard]] std::string actionPosterScript();
 
 /// The script that posts one action, given as JSON text. Whatever the texts in it hold, they stay texts: what ends a

@@ -21,7 +21,7 @@ namespace corvane {
 
 class WKWebView;
 
-/// Holds video-shopping calls inside the host app: loads the agent tool page, tells the host app what happens in it
+/// Holds video-shopping calls inside the host app. Loads the agent tool page, tells the host app what happens in it,
 /// and keeps the state of the call.
 ///
 /// Ownership: made by `create` and shared by whoever holds it. The framework holds it while it is minimized, while
@@ -77,8 +77,9 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// nothing for a view that is not minimized.
   void maximizeView();
 
-  /// True while the view is shrunk to a floating window, which the page asks for: from the start of the shrinking to
-  /// the start of the growing back. Frame and transform then keep their values, whatever is written to them.
+  /// True while the view is shrunk to a floating window, which the page asks for. That is from the start of the
+  /// shrinking to the start of the growing back. Frame and transform then keep their values, whatever is written to
+  /// them.
   [[nodiscard]] bool isMinimized() const;
   /// Where the view goes when it is minimized. This and the size are read after `WillMinimize` has been told.
   [[nodiscard]] MinimizedOrigin minimizedOrigin() const;

@@ -16,7 +16,7 @@ namespace corvane {
 
 /// Hands the agent's events to a handler, before the agent view's own handler gets them.
 ///
-/// There is one such handler at a time: the view that appears last sets it, and any view that disappears with a handler
+/// There is one such handler at a time. The view that appears last sets it, and any view that disappears with a handler
 /// of its own clears it.
 class CORVANE_EXPORT AgentEventHandlerModifier : public ViewModifier {
  public:

@@ -18,15 +18,14 @@ namespace corvane {
 
 class VelnorAgentContext;
 
-/// Shows the agent tool for a booking: makes the agent view, or takes over the one that the context has where region
-/// and organisation are the same, and loads the booking if that view does not show it already.
+/// Shows the agent tool for a booking. Makes the agent view, or takes over the context's where region and organisation
+/// are the same. Loads the booking if that view does not show it already.
 ///
 ///   host->show(VelnorAgent(Region::eu(), "shop-42", "booking-7", false) | onAgentEvent(handler));
 ///
 /// Once it is mounted, what its view shows no longer follows region, organisation and booking. Give it an `id` to have
-/// another one mounted, and have the previous one removed first, as its going clears the context: when an agent goes,
-/// the context releases the agent view, unless that is minimized: then it stays on screen, for a later agent to take
-/// over.
+/// another one mounted, and have the previous one removed first, as its going clears the context. When an agent goes,
+/// the context releases the agent view. A minimized one stays on screen, for a later agent to take over.
 ///
 /// The properties that can be set are those of the agent view. They are the value's own, and are given to the agent
 /// view that is made for it. While the context has an agent view, whichever that is, they are read from it and written

@@ -55,7 +55,7 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   [[nodiscard]] bool isMinimized() const { return isMinimized_; }
 
   /// What the host app wants. Origin and size are read once the view has said that it will shrink, the container before
-  /// that and with each movement of a drag, and whether to be tapped when the view has shrunk.
+  /// that and with each movement of a drag. Whether to be tapped is read when the view has shrunk.
   MinimizedSettings settings;
 
  private:

@@ -31,8 +31,8 @@ struct ProductFields {
 
 /// A product with the attributes along which it varies and its variations.
 ///
-/// A product is consistent when it has been built: its variations use only the attributes and options that it defines,
-/// identifiers occur once, and each variation attribute lists the variations that share its value. Identifiers are
+/// A product is consistent when it has been built. Its variations use only the attributes and options that it defines,
+/// and identifiers occur once. Each variation attribute lists the variations that share its value. Identifiers are
 /// compared by Unicode canonical equivalence; upper and lower case differ.
 ///
 /// `encodeJson` and `decodeJson` take it. Encoding a product without variations throws `EncodingError`.

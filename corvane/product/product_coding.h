@@ -59,7 +59,7 @@ using SharedSkus = std::shared_ptr<const std::vector<std::string>>;
 
 namespace product_coding_detail {
 
-/// The context of what stands inside a product. It makes its lists of SKUs anew: most of what a large product takes to
+/// The context of what stands inside a product. It makes its lists of SKUs anew. Most of what a large product takes to
 /// read would go into lists that nobody ever sees, so they are only checked.
 struct InsideProduct {};
 

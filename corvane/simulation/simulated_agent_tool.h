@@ -25,12 +25,12 @@ namespace corvane::simulation {
 /// Plays the agent tool in the web view of an agent view on the headless backend.
 ///
 /// A load finishes on the run loop, unless `setLoadPlan` says otherwise. Messages go the way of a real page's window
-/// messages, through what the injected forwarder does: only those from the page's own origin arrive, text is read as
+/// messages, through what the injected forwarder does. Only those from the page's own origin arrive, text is read as
 /// JSON, and text that is no JSON is dropped. An address with the fragment "#tour" makes the page run through a whole
 /// call by itself, one message every `tourStep`.
 ///
-/// Actions of the host app are answered for real, from the products in the call and the cart that the page keeps until
-/// the next load; `setTrouble` makes the answers go wrong.
+/// Actions of the host app are answered for real. The page keeps the products in the call and the cart until the next
+/// load; `setTrouble` makes the answers go wrong.
 ///
 /// Ownership: whoever made it; it refers to the view weakly, and does nothing once the view has ended.
 /// Threads:   main thread only.

@@ -1,7 +1,7 @@
 import { isActionType } from "./protocol.js";
 
 // This window also hears its own events and whatever the engine or an outer
-// page posts, so everything that is not plainly an action is passed over.
+// page posts. So everything that is not plainly an action is passed over.
 function actionIn(message) {
   if (typeof message !== "string") return null;
   try {

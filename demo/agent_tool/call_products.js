@@ -3,7 +3,7 @@ import { articlesOf, ownSkuOf } from "./host_product.js";
 import { learnProduct, productBySku } from "./known_products.js";
 
 // The articles that the call shows, each under its own SKU. A product that a
-// host adds is shown as all its variations, so its list of SKUs names each of
+// host adds is shown as all its variations. So its list of SKUs names each of
 // them and never the product's own SKU. A host may still ask for or remove the
 // product by that SKU; it then means every variation that is left.
 export class CallProducts {

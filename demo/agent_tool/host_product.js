@@ -42,7 +42,7 @@ function articleOf(variation, { product, currency }) {
 }
 
 // Reads the product object of a host into the articles that the call shows,
-// one for each variation: a variation is what a customer can buy.
+// one for each variation. A variation is what a customer can buy.
 export function articlesOf(content) {
   const product = content?.product;
   const variations = product?.variations;

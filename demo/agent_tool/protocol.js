@@ -58,7 +58,7 @@ export function isActionType(eventType) {
   );
 }
 
-// The host listens in every frame and accepts a frame's own origin only, so
+// The host listens in every frame and accepts a frame's own origin only. So
 // the event goes to this window even when the page sits inside another one.
 export function postEvent(eventType, data) {
   window.postMessage(JSON.stringify({ eventType, data }), window.location.origin);

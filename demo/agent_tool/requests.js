@@ -16,7 +16,7 @@ function inQuotes(sku) {
   return `"${sku}"`;
 }
 
-// What the host can ask of the call and the cart: for each action type, how it
+// What the host can ask of the call and the cart. For each action type: how it
 // is carried out and which result it has, if any. A cart that changes is told
 // to the host first, so that the host's own cart is right when the answer comes.
 export function requestsOf({ callProducts, cart, post }) {

@@ -66,7 +66,7 @@ export class Troubles {
   #later;
   #changed;
 
-  // post(message) sends an answer, keepBack(message) hears of one that is not
+  // post(message) sends an answer. keepBack(message) hears of one that is not
   // sent for now, later(work, milliseconds) runs work after a time, changed()
   // follows every change of the current trouble.
   constructor({ post, keepBack, later, changed }) {
@@ -86,8 +86,8 @@ export class Troubles {
   }
 
   // carryOut() does what was asked and returns { error } or { result }. It runs
-  // at once for a late or lost answer, and not at all where the page throws or
-  // refuses, as an agent tool in that trouble would behave.
+  // at once for a late or lost answer. It does not run where the page throws
+  // or refuses, as an agent tool in that trouble would behave.
   answer(eventType, id, carryOut) {
     const trouble = this.#take();
     if (trouble.kind === TroubleKind.throws) throw new Error("The trouble that was asked for");

@@ -1,8 +1,8 @@
 /// What is to be done when a view comes and when it goes.
 ///
 /// When a mount shows something else, the platform views of the new are made at each place before those of the old are
-/// taken away. When that is done, the disappear actions of the old are called, those of outer and of later views first,
-/// and then the appear actions of the new, those of inner and of earlier views first. So what both of them set ends up
+/// taken away. When that is done, the disappear actions of the old are called, those of outer and of later views first.
+/// Then come the appear actions of the new, those of inner and of earlier views first. So what both of them set ends up
 /// as the new one wants it. Each appear action that was called is followed by exactly one disappear action, the one of
 /// the last evaluation. Actions must not throw.
 #pragma once

@@ -1,7 +1,7 @@
 /// View values: what is to be shown, as plain values that are made anew whenever something changes.
 ///
-/// A type is a view when it has a `body()` that returns another view, when it is a representable (see
-/// ui_view_representable.h), or when it is one of those that the framework brings. It must be copyable. A body is
+/// A type is a view when it has a `body()` that returns another view. So is a representable (see
+/// ui_view_representable.h), and what the framework brings. It must be copyable. A body is
 /// evaluated often and should do nothing but say what is shown. It must not throw.
 ///
 ///   struct Greeting {
@@ -9,7 +9,7 @@
 ///   };
 ///
 /// Mounted, each value is a node. A node stays from one evaluation to the next where the value at the same place is
-/// of the same type, and so does its platform view.
+/// of the same type. So does its platform view.
 #pragma once
 
 #include <memory>

@@ -9,7 +9,7 @@
 namespace corvane {
 
 /// The base of modifiers. A modifier has a member function template `body(content)`, which returns a view with the
-/// content in it and is called once, on a modifier that is not needed any more.
+/// content in it. It is called once, on a modifier that is not needed any more.
 struct ViewModifier {};
 
 template <View Content, std::derived_from<ViewModifier> Modifier>

@@ -12,7 +12,7 @@
 
 namespace corvane {
 
-/// Mounts a view value into a platform view and keeps what is shown in step with it: bodies that have read a published
+/// Mounts a view value into a platform view and keeps what is shown in step with it. Bodies that have read a published
 /// value are evaluated again on the run loop after it has changed, once for any number of changes. Only what has
 /// changed its type or its identity is mounted anew; everything else keeps its platform views.
 ///

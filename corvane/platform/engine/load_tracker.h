@@ -34,20 +34,20 @@ class LoadTracker {
   /// Whatever is under way ends without a report; the host has replaced it with a load that never reaches the engine.
   void loadsCancelled();
   /// The engine has decided to begin a navigation, of the main frame or of another one. True for the first one while a
-  /// cancelled load is held back: it may be that of the load's replacement, so settle the cancelled one later still.
+  /// cancelled load is held back. It may be that of the load's replacement, so settle the cancelled one later still.
   [[nodiscard]] bool navigationDecided(std::string_view url);
   /// A load has begun. True for one that the page itself began, by a link or a script.
   bool loadStarted();
   /// The first of the page has arrived, under this address.
   [[nodiscard]] std::optional<LoadReport> loadCommitted(std::string_view url);
   [[nodiscard]] std::optional<LoadReport> loadFinished();
-  /// A cancelled load may have been replaced by the page itself, which cannot be known yet: it is held back, and
+  /// A cancelled load may have been replaced by the page itself, which cannot be known yet. It is held back, and
   /// `settleCancelledLoad` must be called a while later.
   [[nodiscard]] std::optional<LoadReport> loadFailed(LoadPhase phase, WebError error);
   [[nodiscard]] bool hasCancelledLoad() const { return cancelled_.has_value(); }
   /// The report of the load that was cancelled; none when another load has taken its place since.
   [[nodiscard]] std::optional<LoadReport> settleCancelledLoad();
-  /// The engine has nothing more to load. For a host's load that never started this is the end: its address differs
+  /// The engine has nothing more to load. For a host's load that never started this is the end. Its address differs
   /// from the page's own only in the fragment, and the page has just moved there.
   [[nodiscard]] std::optional<LoadReport> engineBecameIdle();
   /// The load under way has made no progress for too long.

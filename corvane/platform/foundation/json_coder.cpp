@@ -70,7 +70,7 @@ float nearestFloat(double number) {
       std::nextafter(nearest, number > static_cast<double>(nearest) ? std::numeric_limits<float>::infinity()
                                                                     : -std::numeric_limits<float>::infinity());
   // Rounding twice goes wrong where the first rounding ends just between two floats. A decimal that we wrote is the
-  // shortest one of its float, so the float whose decimal reads like this is the one that was meant.
+  // shortest one of its float. So the float whose decimal reads like this is the one that was meant.
   if ((static_cast<double>(nearest) + static_cast<double>(other)) / 2 != number) return nearest;
   const auto readsAs = [number](float candidate) {
     std::array<char, 32> text{};

@@ -201,7 +201,7 @@ bool isNumber(std::string_view text) {
   return text.empty();
 }
 
-/// A copy of a JSON text in which simdjson can read what it refuses although script engines write it: integers
+/// A copy of a JSON text in which simdjson can read what it refuses although script engines write it. Integers
 /// beyond 64 bits got a fraction, numbers beyond doubles became 0, and halves of surrogate pairs became U+FFFD.
 class ReadableCopy {
  public:

@@ -13,7 +13,7 @@ namespace corvane {
 /// A streaming writer. The caller opens and closes containers in pairs and writes a key before each member's value.
 /// The buffer grows by doubling; nothing else is allocated.
 ///
-/// Failure: text that is not UTF-8, and a number that is not finite, is an `EncodingError` without a path: whoever
+/// Failure: text that is not UTF-8, and a number that is not finite, is an `EncodingError` without a path. Whoever
 ///          knows where the value stands adds it.
 class JsonWriter {
  public:

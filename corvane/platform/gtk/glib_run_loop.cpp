@@ -60,8 +60,8 @@ class GlibRunLoop::Queue : public std::enable_shared_from_this<Queue> {
     return std::pair(left.time, left.number) > std::pair(right.time, right.number);
   }
 
-  /// Runs what is there now and leaves what these tasks add to the next turn, so that tasks that post one another
-  /// let the user's input and the pages have their turns, too.
+  /// Runs what is there now and leaves what these tasks add to the next turn. So tasks that post one another let
+  /// the user's input and the pages have their turns, too.
   void run() {
     for (std::size_t count = admitTimers(); count > 0; --count) {
       Task task;

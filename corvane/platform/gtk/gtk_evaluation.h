@@ -15,8 +15,8 @@
 
 namespace corvane::gtk {
 
-/// Hands scripts to a web view and completes each exactly once, later: with the page's answer, or with an error when
-/// the page's process or the engine ends first. A page that never comes back to its scripts therefore keeps nobody
+/// Hands scripts to a web view and completes each exactly once, later. That is with the page's answer, or with an error
+/// when the page's process or the engine ends first. A page that never comes back to its scripts therefore keeps nobody
 /// waiting longer than the engine lives.
 ///
 /// Ownership: shared with its own pending answers only for the length of a call; owned by the engine, which calls

@@ -12,7 +12,7 @@ using GtkWidget = _GtkWidget;
 namespace corvane::gtk {
 
 /// Counts the frames of a widget's window from its making on. Make it right before an animation and read it in the
-/// animation's completion: while nothing changes there are no frames, and the wait for one counts as a gap.
+/// animation's completion. While nothing changes there are no frames, and the wait for one counts as a gap.
 ///
 /// Ownership: owned by whoever measures.
 /// Threads:   main thread only.

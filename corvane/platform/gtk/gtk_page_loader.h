@@ -17,8 +17,8 @@
 
 namespace corvane::gtk {
 
-/// Feeds the engine's signals to the tracker and the tracker's reports to the client, and times out loads that make
-/// no progress, which the engine itself never does.
+/// Feeds the engine's signals to the tracker and the tracker's reports to the client. Times out loads that make no
+/// progress, which the engine itself never does.
 ///
 /// Ownership: owned by the engine, which calls `begin` once and `end` at its end; timers and posted work hold it
 ///            weakly. The web view must live until `end`.
@@ -44,8 +44,8 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void refuse(const URLRequest& request);
 
   void restartTimer();
-  /// The engine may say that a load has finished while scripts of the page are still to run, the host's own among them:
-  /// such a load is reported a little later.
+  /// The engine may say that a load has finished while scripts of the page are still to run, the host's own among them.
+  /// Such a load is reported a little later.
   void reportWhenComplete(engine::LoadReport report);
   /// The client may end the engine: nothing of this may be touched after a report.
   void report(std::optional<engine::LoadReport> report);

@@ -14,8 +14,8 @@ namespace {
 using UserScriptHandle = CHandle<WebKitUserScript, webkit_user_script_unref>;
 using FeatureListHandle = CHandle<WebKitFeatureList, webkit_feature_list_unref>;
 
-/// A page that no window shows at the moment would have its timers slowed down to one a second, although a call may
-/// be going on in it. The feature has no setting of its own and may be absent.
+/// A page that no window shows at the moment would have its timers slowed down to one a second. A call may be going
+/// on in it, though. The feature has no setting of its own and may be absent.
 void keepTimersOfHiddenPages(WebKitSettings* settings) {
   const FeatureListHandle features(webkit_settings_get_all_features());
   for (gsize index = 0; index < webkit_feature_list_get_length(features.get()); ++index) {

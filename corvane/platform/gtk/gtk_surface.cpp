@@ -23,7 +23,7 @@ namespace corvane::gtk {
 
 namespace {
 
-/// A page's length for a view's. The page keeps what it has where that fits as well: a length that was calculated may
+/// A page's length for a view's. The page keeps what it has where that fits as well. A length that was calculated may
 /// lie a hair on the other side of a half.
 int pixels(CGFloat length, int present) {
   constexpr CGFloat hair = 1e-6;

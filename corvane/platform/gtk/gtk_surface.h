@@ -22,7 +22,7 @@ namespace corvane::gtk {
 /// once that is certain, and nothing of the others.
 ///
 /// A web view becomes a child of the widget when it is first seen in the tree and stays one for life, hidden while it
-/// is elsewhere: a web view that changes its parent loses its picture.
+/// is elsewhere. A web view that changes its parent loses its picture.
 ///
 /// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
 ///            a container, the widget stays there and shows nothing.

@@ -16,7 +16,7 @@ namespace corvane::gtk {
 struct Placement {
   GtkWebEngine* engine;
   /// For which the page is laid out. A view whose size is animated has its last one at once, and the picture is
-  /// stretched until it fits: no page could be laid out anew for each picture.
+  /// stretched until it fits. No page could be laid out anew for each picture.
   CGSize size;
   CGAffineTransform transform;
 };

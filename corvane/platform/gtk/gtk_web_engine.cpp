@@ -20,7 +20,7 @@ namespace {
 
 using StyleSheetHandle = CHandle<WebKitUserStyleSheet, webkit_user_style_sheet_unref>;
 
-/// Takes scrolling from the viewport only: what the root element says about overflow applies to it, and parts of the
+/// Takes scrolling from the viewport only. What the root element says about overflow applies to it, and parts of the
 /// page that scroll on their own have rules of their own.
 StyleSheetHandle makeFixedPageStyle() {
   return StyleSheetHandle(webkit_user_style_sheet_new("html { overflow: hidden !important; }",
@@ -33,9 +33,9 @@ constexpr const char* redrawScript =
     "(() => { const style = document.documentElement.style, before = style.opacity; style.opacity = '0.999';"
     " requestAnimationFrame(() => requestAnimationFrame(() => { style.opacity = before; })); })();0";
 
-/// A page's dialog stops its scripts, the host's among them, until somebody answers it, and nobody can in a view that
-/// is hidden or takes no touches. So each is answered at once: questions with no, leaving the page with yes, as
-/// otherwise a page could keep the host from loading another one.
+/// A page's dialog stops its scripts, the host's among them, until somebody answers it. Nobody can in a view that
+/// is hidden or takes no touches. So each is answered at once: questions with no, leaving the page with yes.
+/// Otherwise a page could keep the host from loading another one.
 gboolean answerDialog(WebKitWebView*, WebKitScriptDialog* dialog) {
   if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
     webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);

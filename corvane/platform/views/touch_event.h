@@ -20,7 +20,7 @@ struct UITouchEvent {
 };
 
 /// Whose a touch is, as far as is known after an event of it. What lies under our views (a page, a widget of the host
-/// app) may only have it when no recognizer wants it, so a backend keeps a touch back while it is held.
+/// app) may only have it when no recognizer wants it. So a backend keeps a touch back while it is held.
 enum class TouchOutcome : std::uint8_t {
   /// Not ours, or no longer: the event goes on to what lies under. A held touch that is cancelled also ends so.
   ignored,

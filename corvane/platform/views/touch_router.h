@@ -15,8 +15,8 @@ class UIWindow;
 
 /// Finds out whom a touch reaches when it comes down, and lets those recognizers have it to its end.
 ///
-/// Each event first changes the state of everything that it concerns and only then calls actions, so that an action
-/// may do whatever it likes, also send further touches. Those are handled inside its call.
+/// Each event first changes the state of everything that it concerns and only then calls actions. So an action may do
+/// whatever it likes, also send further touches. Those are handled inside its call.
 ///
 /// Ownership: owned by its window, which must be kept alive while `send` runs.
 /// Threads:   main thread only.

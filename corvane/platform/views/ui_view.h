@@ -135,14 +135,14 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
 
   /// Runs a block at once and animates its changes of bounds, centre, transform, corner radius and alpha, each from
   /// what is shown now. Blocks may be nested; the inner one has its own time. The completion comes when the time is
-  /// over, on the run loop and never inside this call, also when nothing was changed or the views have gone.
+  /// over, on the run loop and never inside this call. It also comes when nothing was changed or the views have gone.
   static void animate(std::chrono::nanoseconds duration, UIViewAnimations animations,
                       UIViewAnimationCompletion completion = {});
   static void animate(UIViewAnimation animation);
   static void animate(UIViewSpringAnimation animation);
   /// What is to be shown now.
   [[nodiscard]] UIViewPresentation presentation() const;
-  /// What is to be shown at a moment of the main run loop's time, so that all parts of one frame can be of the same.
+  /// What is to be shown at a moment of the main run loop's time. All parts of one frame can so be of the same.
   [[nodiscard]] UIViewPresentation presentation(std::chrono::nanoseconds at) const;
   /// Whether a change in this view or below is still on its way, so that another frame is wanted soon.
   [[nodiscard]] bool hasAnimations() const;
@@ -156,7 +156,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   void removeGestureRecognizer(const std::shared_ptr<UIGestureRecognizer>& recognizer);
 
   /// The front-most view at or below this one that takes a touch at this point of its own coordinates; null where none
-  /// does. What can be seen can be touched: a view that clips takes nothing outside of its rounded bounds, one that
+  /// does. What can be seen can be touched. A view that clips takes nothing outside of its rounded bounds; one that
   /// does not lets subviews that stick out take touches there. Must not change the tree.
   [[nodiscard]] virtual std::shared_ptr<UIView> hitTest(CGPoint point);
   /// Whether a point of its own coordinates belongs to this view.

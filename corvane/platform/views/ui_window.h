@@ -16,7 +16,7 @@ class CORVANE_EXPORT UIWindowDelegate {
  public:
   virtual ~UIWindowDelegate();
   /// Called inside each change of the window's tree or geometry, at least once for every change, also for those that
-  /// are animated: while `isAnimating` says so, what is shown goes on changing without further calls.
+  /// are animated. While `isAnimating` says so, what is shown goes on changing without further calls.
   virtual void viewTreeDidChange() = 0;
 };
 

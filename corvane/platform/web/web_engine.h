@@ -28,7 +28,7 @@ enum class LoadPhase {
 
 /// What an engine tells the web view that owns it, on the main thread.
 ///
-/// Any of these calls may end the web view and with it the engine: an engine keeps its client alive for the length of
+/// Any of these calls may end the web view and with it the engine. An engine keeps its client alive for the length of
 /// the call and touches nothing of its own afterwards.
 class CORVANE_EXPORT WebEngineClient {
  public:
