@@ -84,6 +84,11 @@ void VelnorAgentView::setTransform(const CGAffineTransform& transform) {
   if (!isMinimized()) UIView::setTransform(transform);
 }
 
+void VelnorAgentView::superviewDidResize(CGSize from) {
+  if (isMinimized()) return parts_->floating->containerDidResize(from);
+  UIView::superviewDidResize(from);
+}
+
 void VelnorAgentView::loadBooking(std::string connectId) {
   assertMainThread();
   Parts& parts = *parts_;

@@ -116,6 +116,7 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   class Parts;
 
   [[nodiscard]] RequestChannel* requestChannel() const override;
+  void superviewDidResize(CGSize from) override;
   void buildWebView();
   void tellPageOfMaximizing();
 

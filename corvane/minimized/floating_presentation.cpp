@@ -6,6 +6,7 @@
 #include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/views/autoresizing.h"
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane {
@@ -41,6 +42,19 @@ std::shared_ptr<UIView> FloatingPresentation::container(const UIView& view) cons
   return view.superview();
 }
 
+bool FloatingPresentation::announce(FloatingPresentationDelegate& delegate, const AgentEvent& event) {
+  if (isAnnouncing_) return false;
+  isAnnouncing_ = true;
+  delegate.emitEvent(event);
+  isAnnouncing_ = false;
+  return true;
+}
+
+CGRect FloatingPresentation::OriginalPlace::frameNow(UIViewAutoresizing mask) const {
+  const auto container = superview.lock();
+  return container == nullptr ? frame : autoresizedFrame(frame, mask, superviewSize, container->bounds().size);
+}
+
 void FloatingPresentation::minimize(std::function<void()> completion) {
   const auto delegate = delegate_.lock();
   if (delegate == nullptr || isMinimized_) return;
@@ -48,14 +62,15 @@ void FloatingPresentation::minimize(std::function<void()> completion) {
   // Handlers may take the container away.
   const std::weak_ptr<UIView> weakContainer = container(view);
   if (weakContainer.expired()) return;
-  delegate->emitEvent(AgentEvent::WillMinimize{});
+  if (!announce(*delegate, AgentEvent::WillMinimize{})) return;
 
   const auto container = weakContainer.lock();
-  originalFrame_ = view.frame();
+  const auto superview = view.superview();
+  original_ = {view.frame(), superview, superview == nullptr ? CGSize{} : superview->bounds().size};
   if (container != nullptr && view.superview() != container) container->addSubview(view.shared_from_this());
   view.setTranslatesAutoresizingMaskIntoConstraints(true);
   MinimizedStore::shared().setAgentView(delegate->agentView());
-  const MinimizedShape shape = minimizedShape(originalFrame_, settings.size);
+  const MinimizedShape shape = minimizedShape(original_.frame, settings.size);
   const CGRect frame{minimizedPosition(settings.origin, shape.size,
                                        container == nullptr ? std::nullopt : std::optional(container->frame().size)),
                      shape.size};
@@ -86,7 +101,7 @@ void FloatingPresentation::didShrink(FloatingPresentationDelegate& delegate, con
 void FloatingPresentation::maximize(std::function<void()> completion) {
   const auto delegate = delegate_.lock();
   if (delegate == nullptr || !isMinimized_) return;
-  delegate->emitEvent(AgentEvent::WillMaximize{});
+  if (!announce(*delegate, AgentEvent::WillMaximize{})) return;
   UIView& view = delegate->view();
   isMinimized_ = false;
   view.setClipsToBounds(false);
@@ -94,7 +109,7 @@ void FloatingPresentation::maximize(std::function<void()> completion) {
       resizeDuration,
       [this, &view] {
         view.setTransform({});
-        view.setFrame(originalFrame_);
+        view.setFrame(original_.frameNow(view.autoresizingMask()));
         view.setCornerRadius(0);
         view.layoutIfNeeded();
       },
@@ -133,7 +148,7 @@ void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
       prevDragLocation_ = location;
       return;
     case ended:
-      return snap(view, container);
+      return snap(view, container, container->frame().size);
     case possible:
     case cancelled:
     case failed:
@@ -141,8 +156,19 @@ void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
   }
 }
 
-void FloatingPresentation::snap(UIView& view, const std::shared_ptr<UIView>& container) {
-  const SnapTarget target = snapTarget(view.frame(), view.center().y, container->frame().size);
+void FloatingPresentation::containerDidResize(CGSize from) {
+  const auto delegate = delegate_.lock();
+  if (delegate == nullptr || !isMinimized_) return;
+  UIView& view = delegate->view();
+  const auto container = this->container(view);
+  // A finger that holds it brings it to rest itself.
+  const bool isHeld = panGestureRecognizer_->state() != UIGestureRecognizerState::possible;
+  if (container != nullptr && container == view.superview() && !isHeld) snap(view, container, from);
+}
+
+void FloatingPresentation::snap(UIView& view, const std::shared_ptr<UIView>& container, CGSize sidesOf) {
+  const HorizontalSide side = snapTarget(view.frame(), view.center().y, sidesOf).side;
+  const SnapTarget target{side, snapTarget(view.frame(), view.center().y, container->frame().size).centerY};
   UIView::animate({.duration = snapDuration,
                    .usingSpringWithDamping = 1.0,
                    .initialSpringVelocity = 1.0,

@@ -48,6 +48,8 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
 
   /// Shrinks the view and calls the completion when it can be dragged.
   void minimize(std::function<void()> completion);
+  /// The container that the view floats in has another size: the view comes to rest inside again, at its side.
+  void containerDidResize(CGSize from);
   /// Grows the view back and calls the completion when it is back where the host app wants it.
   void maximize(std::function<void()> completion);
 
@@ -59,12 +61,25 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   MinimizedSettings settings;
 
  private:
+  /// Where the view was before it floated.
+  struct OriginalPlace {
+    CGRect frame;
+    std::weak_ptr<UIView> superview;
+    CGSize superviewSize;
+
+    /// The frame that the view would have by now, had it stayed.
+    [[nodiscard]] CGRect frameNow(UIViewAutoresizing mask) const;
+  };
+
   void makeRecognizers();
+  /// Tells handlers of a step. False when this is inside such a telling already, which is then no step.
+  [[nodiscard]] bool announce(FloatingPresentationDelegate& delegate, const AgentEvent& event);
   [[nodiscard]] std::shared_ptr<UIView> container(const UIView& view) const;
   void didShrink(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
   void didGrow(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
   void drag(const UIPanGestureRecognizer& sender);
-  void snap(UIView& view, const std::shared_ptr<UIView>& container);
+  /// `sidesOf` is the size of the container when the view came to its side.
+  void snap(UIView& view, const std::shared_ptr<UIView>& container, CGSize sidesOf);
   /// A completion that runs a step, and what follows it, if the view still lives by then; the view lives on until both
   /// have returned.
   using Step = void (FloatingPresentation::*)(FloatingPresentationDelegate&, const std::function<void()>&);
@@ -72,7 +87,9 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
 
   std::weak_ptr<FloatingPresentationDelegate> delegate_;
   bool isMinimized_ = false;
-  CGRect originalFrame_;
+  /// While handlers hear of a step that has not begun.
+  bool isAnnouncing_ = false;
+  OriginalPlace original_;
   CGPoint prevDragLocation_;
   std::shared_ptr<UIPanGestureRecognizer> panGestureRecognizer_;
   std::shared_ptr<UITapGestureRecognizer> tapGestureRecognizer_;

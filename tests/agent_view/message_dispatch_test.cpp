@@ -74,20 +74,6 @@ TEST_F(MessageDispatch, TheCartFollowsUpdatesAndRemovals) {
   EXPECT_TRUE(state_.cart.empty());
 }
 
-TEST_F(MessageDispatch, NothingButTheEndOfACallForgetsTheCustomer) {
-  take(R"({"eventType":"SDK_CALL_STARTED","data":{"clientPlatform":{"language":{"locale":"fr"}}}})");
-  takeCart("UPDATE_IN_CART", 3);
-  take(R"({"eventType":"SDK_UNAUTHORIZED"})");
-  take(R"({"eventType":"SDK_REFRESH_SSO_TOKEN","data":{"responseId":"A"}})");
-  for (const CallSessionStatus status : allCases<CallSessionStatus>()) {
-    if (status == CallSessionStatus::disconnecting) continue;
-    takeStatus(std::string(rawValue(status).substr(20)));
-    EXPECT_EQ(state_.callSessionStatus, status);
-  }
-  EXPECT_EQ(state_.clientLocale, "fr");
-  EXPECT_EQ(state_.cart.size(), 1U);
-}
-
 TEST_F(MessageDispatch, AMessageLeadsToOneOperationAtMost) {
   EXPECT_EQ(take(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL","data":{}})"), Log{"minimize"});
   for (const WebAgentEventType type : allCases<WebAgentEventType>()) {

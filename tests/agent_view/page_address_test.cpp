@@ -25,10 +25,5 @@ TEST(PageAddress, CarriesTheFourItemsInOrder) {
             "http://h?orgId=a%26b&isNativeSDK=true&connectId=%2B&ssoLogin=false");
 }
 
-TEST(PageAddress, IsNoneWhereNoAddressCanBeMade) {
-  EXPECT_EQ(address(Region::custom("not a url"), "o", "b"), std::nullopt);
-  EXPECT_EQ(address(Region::eu(), "o", "\xff"), std::nullopt);
-}
-
 }  // namespace
 }  // namespace corvane

@@ -175,17 +175,5 @@ TEST_F(RequestChannelTest, NothingIsLeftOfRequestsWhoseRunLoopEnds) {
   EXPECT_EQ(takeLog(), Log{"host ends"});
 }
 
-TEST_F(RequestChannelTest, ACompletionMayTakeTheChannelAwayWhileItIsAnswering) {
-  channel_->submit(request("a", [this] {
-    channel_.reset();
-    host_.reset();
-  }));
-  loop().runUntilIdle();
-  RequestChannel& channel = *channel_;
-  channel.handleCallbackEvent(JsonValue::parse(R"({"_id":"a"})").value());
-  EXPECT_EQ(takeLog(), (Log{posting("a"), "a: done", "host ends"}));
-  loop().advance(5s);
-}
-
 }  // namespace
 }  // namespace corvane

@@ -28,19 +28,6 @@ class AgentViewRequests : public HeadlessTest {
   std::shared_ptr<simulation::SimulatedAgentTool> page_ = simulation::SimulatedAgentTool::attach(view_);
 };
 
-TEST_F(AgentViewRequests, SigningOutNeedsACallAndTheTokenDoesNot) {
-  page_->postCallStatus(CallSessionStatus::paused);
-  view_->signOut();
-  view_->refreshSsoToken("a token", "its request");
-  page_->postCallStatus(CallSessionStatus::running);
-  view_->signOut();
-  loop().runUntilIdle();
-  EXPECT_EQ(
-      page_->receivedActions(),
-      (Log{R"({"eventType":"SDK_INTERNAL_REFRESH_SSO_TOKEN","data":{"idToken":"a token","responseId":"its request"}})",
-           R"({"eventType":"SDK_INTERNAL_LOGOUT"})"}));
-}
-
 TEST_F(AgentViewRequests, AFailedScriptIsStoredBeforeItIsToldAndForgottenWithTheNextLoad) {
   const auto window = UIWindow::create({{0, 0}, {390, 844}});
   window->addSubview(view_);

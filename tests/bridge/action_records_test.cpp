@@ -46,24 +46,6 @@ class ActionRecords : public testing::Test {
   std::vector<std::string> outcomes_;
 };
 
-TEST_F(ActionRecords, HaveTheShapesThatThePageReads) {
-  const auto textOf = [](const Actionable& record) { return Json::parse(record.toJsonString().value()); };
-  EXPECT_EQ(textOf(VoidAction(Action::maximize)), Json::parse(R"({"eventType":"SDK_MAXIMIZE_AGENT_TOOL"})"));
-  EXPECT_EQ(textOf(SSOAction({.data = {"t", "r"}})),
-            Json::parse(R"({"eventType":"SDK_INTERNAL_REFRESH_SSO_TOKEN","data":{"idToken":"t","responseId":"r"}})"));
-  EXPECT_EQ(textOf(*list()), Json::parse(R"({"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CALL","data":{"_id":"id"}})"));
-  EXPECT_EQ(textOf(*skuRecord(Action::addProductToCart)),
-            Json::parse(R"({"eventType":"SDK_INTERNAL_ADD_PRODUCT_TO_CART","data":{"_id":"id","sku":"S"}})"));
-  EXPECT_EQ(
-      textOf(*skuRecord(Action::updateProductInCart, 0)),
-      Json::parse(R"({"eventType":"SDK_INTERNAL_UPDATE_PRODUCT_IN_CART","data":{"_id":"id","sku":"S","quantity":0}})"));
-  const Product product = Product(shirtFields());
-  const AddProductAction addition({product, "id"}, {}, Action::addProductToCall);
-  EXPECT_EQ(textOf(addition), (Json{{"eventType", "SDK_INTERNAL_ADD_PRODUCT_TO_CALL"},
-                                    {"data", {{"_id", "id"}, {"data", Json::parse(encodeJson(product))}}}}));
-  EXPECT_EQ(textOf(addition), textOf(addition));
-}
-
 TEST_F(ActionRecords, OnlyMaximizingAndTheTokenGoWithoutACall) {
   for (const Action action : allCases<Action>()) {
     EXPECT_EQ(VoidAction(action).requiresActiveCall(), action != Action::maximize);
@@ -94,15 +76,6 @@ TEST_F(ActionRecords, ReadTheirAnswersAndTakeNothingElseForOne) {
   EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":["B","A","a"]})"), R"({"A":2})");
   EXPECT_EQ(outcomeOf(cartStatus(), "{\"result\":[\"A\u0308\"]}"), "{}") << "compared letter by letter";
   EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":[]})"), "{}");
-}
-
-TEST_F(ActionRecords, AnErrorWinsOverWhateverTheAnswerHolds) {
-  const AgentError error = AgentError::AgentToolError{"no"};
-  EXPECT_EQ(outcomeOf(question(), R"({"result":true})", error), "error no");
-  EXPECT_EQ(outcomeOf(list(), R"({"result":["A"]})", error), "error no");
-  EXPECT_EQ(outcomeOf(cartStatus(), R"({"result":["A"]})", error), "error no");
-  EXPECT_EQ(outcomeOf(skuRecord(Action::addProductToCart), "{}", error), "error no");
-  SkuAction({"id", "S", {}}, nullptr, Action::addProductToCart).fail(AgentError::SkuNotFound{});  // empty completions
 }
 
 }  // namespace

@@ -19,19 +19,6 @@ std::optional<AgentEvent> eventOf(std::string_view message) {
   return makeAgentEvent(type, data);
 }
 
-bool isFromAgentTool(std::string_view message) { return isAgentToolEvent(readEventEnvelope(parse(message))); }
-
-TEST(EventMessage, OnlyTextualTypesWithThePrefixComeFromTheAgentTool) {
-  EXPECT_TRUE(isFromAgentTool(R"({"eventType":"SDK_"})"));
-  EXPECT_TRUE(isFromAgentTool(R"({"more":[],"eventType":"SDK_ANYTHING"})"));
-  for (const std::string_view text :
-       {"{}", "[]", "1", "null", R"("SDK_")", R"({"eventType":1})", R"({"eventType":null})", R"({"eventType":"sdk_X"})",
-        R"({"eventType":" SDK_X"})", R"({"eventType":"unknown"})", R"({"EventType":"SDK_X"})",
-        R"(["eventType","SDK_X"])"}) {
-    EXPECT_FALSE(isFromAgentTool(text)) << text;
-  }
-}
-
 TEST(EventMessage, TranslatesWhatThePageReports) {
   struct Row {
     std::string_view message;

@@ -31,20 +31,6 @@ TEST_F(AgentModifiersTest, EventsReachTheHandlerOfTheScreenAndThenTheViewsOwn) {
   EXPECT_THAT(takeLog(), ElementsAre(R"(own {"error":{}})"));
 }
 
-TEST_F(AgentModifiersTest, AHandlerMayReplaceItselfWhileItIsCalled) {
-  const auto second = ViewMount::create(*window_);
-  mount_->show(agent() | onAgentEvent([&, kept = std::string("first")](const AgentEvent&) {
-                 second->show(EmptyView{} | onAgentEvent(noteAs("second")));
-                 log_.push_back(kept);
-               }));
-  const auto view = context().agentView();
-  view->setEventHandler(noteAs("own"));
-  engine(*view).finishLoad();
-  EXPECT_THAT(takeLog(), ElementsAre("first", R"(own {"didLoad":{}})"));
-  engine(*view).failLoad({});
-  EXPECT_THAT(takeLog(), ElementsAre(R"(second {"error":{}})", R"(own {"error":{}})"));
-}
-
 TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
   mount_->show(agent() | onAgentEvent([&](const AgentEvent& event) {
                  if (event.is<AgentEvent::WillMinimize>()) mount_->remove();
@@ -64,22 +50,6 @@ TEST_F(AgentModifiersTest, LeavingWhileTheAgentBeginsToShrinkOrToGrow) {
   EXPECT_FALSE(context().isMinimized());
   EXPECT_EQ(context().agentView(), first.lock()) << "when the event came, the view was still minimized";
   EXPECT_EQ(minimizedState().agentView(), nullptr);
-}
-
-TEST_F(AgentModifiersTest, TheFlagFollowsTheBeginningsAlone) {
-  mount_->show(agent());
-  const auto view = context().agentView();
-  const Subscription flag =
-      context().publishedIsMinimized().subscribe([&](bool value) { log_.emplace_back(value ? "on" : "off"); });
-  AgentContextAccess::setEventHandler(context(), [this](const AgentEvent& event) {
-    log_.push_back(encodeJson(event) + (context().isMinimized() ? " on" : " off"));
-  });
-  minimize(*view);
-  context().maximizeAgent();
-  context().maximizeAgent();
-  letRest();
-  EXPECT_THAT(takeLog(), ElementsAre("off", R"({"willMinimize":{}} off)", "on", R"({"didMinimize":{}} on)",
-                                     R"({"willMaximize":{}} on)", "off", R"({"didMaximize":{}} off)"));
 }
 
 TEST_F(AgentModifiersTest, BringsAFloatingAgentToTheFrontWhenAScreenIsShown) {

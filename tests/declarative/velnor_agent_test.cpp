@@ -120,9 +120,10 @@ TEST_F(VelnorAgentTest, AFloatingViewIsLeftWhereItIsAndTakenInAsItIs) {
   mount_->show(agent() | id(1));
   const auto view = context().agentView();
   minimize(*view);
+  window_->setFrame({{0, 0}, {844, 390}});
+  loop().advance(std::chrono::milliseconds(500));
   const CGRect frame = view->frame();
   mount_->show(agent() | id(1));
-  window_->setFrame({{0, 0}, {844, 390}});
   mount_.reset();
   EXPECT_EQ(view->superview(), window_);
   EXPECT_EQ(view->frame(), frame);

@@ -82,13 +82,35 @@ TEST_F(FloatingWindowTest, AMinimizedViewTakesNoFrameAndNoTransform) {
   const CGRect frame = view_->frame();
   view_->setFrame({{0, 0}, {390, 844}});
   view_->setTransform(CGAffineTransform::makeScale(2, 2));
-  view_->setAutoresizingMask(UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight);
-  window_->setFrame({{0, 0}, {844, 390}});
   EXPECT_EQ(view_->frame(), frame);
   view_->maximizeView();
   view_->setFrame({{1, 2}, {3, 4}});
   EXPECT_EQ(view_->frame(), (CGRect{{1, 2}, {3, 4}}));
   loop().advance(250ms);
+}
+
+TEST_F(FloatingWindowTest, StaysInsideItsContainerAndGrowsBackToWhatItWouldHaveBeen) {
+  const auto mask = UIViewAutoresizing::flexibleWidth | UIViewAutoresizing::flexibleHeight;
+  screen_->setAutoresizingMask(mask);
+  view_->setAutoresizingMask(mask);
+  view_->setMinimizedOrigin(MinimizedOrigin::bottomRight());
+  minimize();
+  window_->setFrame({{0, 0}, {300, 500}});
+  EXPECT_EQ(view_->center(), (CGPoint{300 - 49.5, 500 - 99}));
+  EXPECT_TRUE(view_->hasAnimations());
+  loop().advance(500ms);
+  touch(TouchPhase::began, {250, 400});
+  touch(TouchPhase::moved, {230, 400});
+  const CGPoint held = view_->center();
+  window_->setFrame({{0, 0}, {200, 100}});
+  EXPECT_EQ(view_->center(), held) << "the finger has it";
+  touch(TouchPhase::ended, {230, 400});
+  EXPECT_EQ(view_->center().x, 200 - 49.5);
+  view_->maximizeView();
+  EXPECT_EQ(view_->frame(), (CGRect{{0, 0}, {110, 0}})) << "no length is negative";
+  screen_->addSubview(view_);
+  window_->setFrame({{0, 0}, {390, 844}});
+  loop().advance(500ms);
 }
 
 TEST_F(FloatingWindowTest, RequestsThatDoNotFitTheStateEndWithoutAWord) {
@@ -210,6 +232,7 @@ TEST_F(FloatingWindowTest, HandlersMayPrepareTheStepThatComes) {
   view_->setEventHandler([&](const AgentEvent& event) {
     log_.push_back(encodeJson(event));
     if (event.is<AgentEvent::WillMinimize>()) {
+      post(*view_, minimizeRequest);
       view_->setFrame({{10, 20}, {200, 400}});
       view_->setMinimizedOrigin(MinimizedOrigin::custom({50, 60}));
       view_->setMinimizedSize(CGSize{100, 10});
@@ -218,6 +241,7 @@ TEST_F(FloatingWindowTest, HandlersMayPrepareTheStepThatComes) {
       EXPECT_EQ(view_->gestureRecognizers().size(), 2U);
       EXPECT_FALSE(webView().isUserInteractionEnabled());
     } else if (event.is<AgentEvent::WillMaximize>()) {
+      view_->maximizeView();
       EXPECT_TRUE(view_->isMinimized() && view_->clipsToBounds());
     }
   });

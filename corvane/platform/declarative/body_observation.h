@@ -43,9 +43,8 @@ class CORVANE_EXPORT BodyObservation {
     BodyObservation* outer_;
   };
 
-  /// Whether anything has changed, or is about to, since this was last cleared.
+  /// Whether anything that the last evaluation read has changed since, or is about to.
   [[nodiscard]] bool isOutdated() const { return isOutdated_; }
-  void clearOutdated() { isOutdated_ = false; }
 
   /// A published value of an object is read, in an evaluation or elsewhere.
   static void noteRead(const ObservableObject& object);
@@ -58,6 +57,7 @@ class CORVANE_EXPORT BodyObservation {
   };
 
   void follow(const ObservableObject& object);
+  void becomeOutdated();
 
   ViewUpdater& updater_;
   std::vector<Followed> followed_;

@@ -32,9 +32,22 @@ class CORVANE_EXPORT ObservableObject {
   friend class Published;
   friend class BodyObservation;
 
+  /// From a change's announcement until it is made.
+  class Change {
+   public:
+    explicit Change(ObservableObject& object) : object_(object) { ++object_.changesUnderWay_; }
+    Change(const Change&) = delete;
+    Change& operator=(const Change&) = delete;
+    ~Change() { --object_.changesUnderWay_; }
+
+   private:
+    ObservableObject& object_;
+  };
+
   void noteRead() const;
 
   Notifier<> objectWillChange_;
+  int changesUnderWay_ = 0;
 };
 
 /// A value of an observable object that tells before it changes.
@@ -55,6 +68,7 @@ class Published {
   /// Tells those who follow the object, then those who follow this value, and then changes it.
   void set(Value value) {
     assertMainThread();
+    const ObservableObject::Change change(owner_);
     owner_.objectWillChange_.notify();
     willSet_.notify(value);
     value_ = std::move(value);

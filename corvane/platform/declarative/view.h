@@ -77,7 +77,6 @@ class NodeOf<V> final : public ViewNode {
   static_assert(View<Content>, "a body returns a view");
 
   void evaluate(ViewPass& pass) {
-    pass.willEvaluate(observation_);
     const BodyObservation::Evaluation evaluation(observation_);
     content_->update(value_->body(), pass);
   }

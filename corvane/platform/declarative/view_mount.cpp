@@ -69,8 +69,7 @@ void ViewMount::update() {
 }
 
 void ViewMount::runPass() {
-  using enum ViewPass::Kind;
-  ViewPass pass(nextView_ ? newValue : outdatedBodies, *this, container_);
+  ViewPass pass(*this, container_);
   if (auto next = std::exchange(nextView_, std::nullopt)) {
     Root root{*std::move(next)};
     if (root_) {

@@ -2,8 +2,7 @@
 
 namespace corvane {
 
-ViewPass::ViewPass(Kind kind, ViewUpdater& updater, ViewContainer& container)
-    : kind_(kind), updater_(updater), container_(&container) {
+ViewPass::ViewPass(ViewUpdater& updater, ViewContainer& container) : updater_(updater), container_(&container) {
   container.begin();
 }
 

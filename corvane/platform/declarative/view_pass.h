@@ -16,19 +16,12 @@ using ViewAction = std::function<void()>;
 /// What the nodes are given while they are mounted, updated and unmounted, and what they leave to be done afterwards.
 class CORVANE_EXPORT ViewPass {
  public:
-  enum class Kind { newValue, outdatedBodies };
-
-  ViewPass(Kind kind, ViewUpdater& updater, ViewContainer& container);
+  ViewPass(ViewUpdater& updater, ViewContainer& container);
   ViewPass(const ViewPass&) = delete;
   ViewPass& operator=(const ViewPass&) = delete;
 
   [[nodiscard]] ViewUpdater& updater() { return updater_; }
   [[nodiscard]] ViewContainer& container() { return *container_; }
-  /// A body is about to be evaluated. What was told before a pass of its own has changed by now. What is told while a
-  /// new value is shown may be about to change, and counts once more.
-  void willEvaluate(BodyObservation& observation) const {
-    if (kind_ == Kind::outdatedBodies) observation.clearOutdated();
-  }
 
   void appear(ViewAction action) {
     if (action) appearActions_.push_back(std::move(action));
@@ -55,7 +48,6 @@ class CORVANE_EXPORT ViewPass {
   };
 
  private:
-  Kind kind_;
   ViewUpdater& updater_;
   ViewContainer* container_;
   std::vector<ViewAction> appearActions_;

@@ -17,31 +17,6 @@ namespace corvane {
 
 namespace {
 
-/// A stretch of one axis, and the part of a mask that lets it grow.
-struct Stretch {
-  CGFloat length;
-  UIViewAutoresizing part;
-};
-
-/// One axis of a view inside its superview: the margin before it, its own length, the margin after it.
-using Span = std::array<Stretch, 3>;
-
-/// Spreads the growth of the superview over the lengths that the mask makes flexible, in proportion to what they are.
-/// Lengths that are all zero have no proportion and take equal shares.
-Span spread(Span span, CGFloat growth, UIViewAutoresizing mask) {
-  CGFloat total = 0;
-  int count = 0;
-  for (const Stretch& stretch : span) {
-    if (!contains(mask, stretch.part)) continue;
-    total += stretch.length;
-    ++count;
-  }
-  for (Stretch& stretch : span) {
-    if (contains(mask, stretch.part)) stretch.length += growth * (total > 0 ? stretch.length / total : 1.0 / count);
-  }
-  return span;
-}
-
 CGRect boundingBox(CGSize size, const CGAffineTransform& transform) {
   const std::array corners{transform.apply({0, 0}), transform.apply({size.width, 0}), transform.apply({0, size.height}),
                            transform.apply({size.width, size.height})};
@@ -176,28 +151,6 @@ void UIView::setHidden(bool isHidden) {
 void UIView::setUserInteractionEnabled(bool isEnabled) {
   assertMainThread();
   isUserInteractionEnabled_ = isEnabled;
-}
-
-void UIView::resizeSubviews(CGSize from) {
-  if (from == bounds_.size) return;
-  // A subview may change the tree when it is resized.
-  const auto subviews = subviews_;
-  for (const auto& view : subviews) view->autoresize(from, bounds_.size);
-}
-
-void UIView::autoresize(CGSize superviewFrom, CGSize superviewTo) {
-  using enum UIViewAutoresizing;
-  if (autoresizingMask_ == none) return;
-  const CGRect now = frame();
-  const Span across = spread({{{now.minX(), flexibleLeftMargin},
-                               {now.size.width, flexibleWidth},
-                               {superviewFrom.width - now.maxX(), flexibleRightMargin}}},
-                             superviewTo.width - superviewFrom.width, autoresizingMask_);
-  const Span down = spread({{{now.minY(), flexibleTopMargin},
-                             {now.size.height, flexibleHeight},
-                             {superviewFrom.height - now.maxY(), flexibleBottomMargin}}},
-                           superviewTo.height - superviewFrom.height, autoresizingMask_);
-  setFrame({{across[0].length, down[0].length}, {across[1].length, down[1].length}});
 }
 
 void UIView::addSubview(std::shared_ptr<UIView> view) {

@@ -11,6 +11,7 @@
 
 #include "corvane/export.h"
 #include "corvane/platform/geometry/geometry.h"
+#include "corvane/platform/views/autoresizing.h"
 #include "corvane/platform/views/ui_color.h"
 #include "corvane/platform/views/ui_view_animation.h"
 
@@ -21,25 +22,6 @@ struct AnimatedProperty;
 class UIGestureRecognizer;
 class UIWindow;
 class ViewAnimations;
-
-/// Which of a view's lengths follow when its superview is resized. Lengths of the same axis share the change in
-/// proportion to what they are.
-enum class UIViewAutoresizing : std::uint8_t {
-  none = 0,
-  flexibleLeftMargin = 1 << 0,
-  flexibleWidth = 1 << 1,
-  flexibleRightMargin = 1 << 2,
-  flexibleTopMargin = 1 << 3,
-  flexibleHeight = 1 << 4,
-  flexibleBottomMargin = 1 << 5,
-};
-
-constexpr UIViewAutoresizing operator|(UIViewAutoresizing left, UIViewAutoresizing right) noexcept {
-  return static_cast<UIViewAutoresizing>(static_cast<unsigned>(left) | static_cast<unsigned>(right));
-}
-constexpr bool contains(UIViewAutoresizing mask, UIViewAutoresizing part) noexcept {
-  return (static_cast<unsigned>(mask) & static_cast<unsigned>(part)) != 0;
-}
 
 /// A rectangle on screen that holds other views.
 ///
@@ -169,6 +151,8 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   virtual void didMoveToSuperview();
   /// Called after the view has got into another window, or out of one.
   virtual void didMoveToWindow();
+  /// Called inside a change of the superview's size, with that from before; the default follows the autoresizing mask.
+  virtual void superviewDidResize(CGSize from);
 
   /// The tree or its geometry below this view has changed; the window tells its host.
   void noteChange() const;
@@ -186,12 +170,13 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   void noteLayoutPending();
 
   void resizeSubviews(CGSize from);
-  void autoresize(CGSize superviewFrom, CGSize superviewTo);
 
   CGRect bounds_;
   CGPoint center_;
   CGAffineTransform transform_;
   UIViewAutoresizing autoresizingMask_ = UIViewAutoresizing::none;
+  /// Where the mask has left nothing of a length: what it goes on from, as long as nobody else changes the frame.
+  std::unique_ptr<AutoresizingOrigin> autoresizingOrigin_;
   CGFloat cornerRadius_ = 0;
   CGFloat alpha_ = 1;
   std::optional<UIColor> backgroundColor_;

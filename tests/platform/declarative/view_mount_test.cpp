@@ -200,11 +200,20 @@ TEST_F(ViewMountTest, AChangeThatIsAnnouncedWhileSomethingIsShownIsNotMissed) {
     return Composed{[&] { return noted("number " + std::to_string(model_.number.value())); }};
   };
   host_->show(screen());
-  const Subscription hasty = model_.objectWillChange().subscribe([&] { host_->show(screen()); });
+  Subscription hasty = model_.objectWillChange().subscribe([&] { host_->show(screen()); });
   model_.number.set(7);
   EXPECT_THAT(shown(), ElementsAre("number 0"));
   loop().runUntilIdle();
   EXPECT_THAT(shown(), ElementsAre("number 7"));
+  host_->show(EmptyView{});
+  bool isFirst = true;
+  const Subscription late = model_.number.subscribe([&](int) {
+    if (!std::exchange(isFirst, false)) host_->show(screen());
+  });
+  hasty.end();
+  model_.number.set(8);
+  loop().runUntilIdle();
+  EXPECT_THAT(shown(), ElementsAre("number 8")) << "mounted after the object had announced its change";
 }
 
 TEST_F(ViewMountTest, BoxesHaveAPlaceAColourAndTaps) {

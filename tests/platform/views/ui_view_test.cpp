@@ -82,6 +82,10 @@ TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
     parent->addSubview(child);
     parent->setFrame({{7, 7}, {200, 200}});
     EXPECT_EQ(child->frame(), row.expected) << static_cast<int>(row.mask);
+    parent->setFrame({{7, 7}, {20, 20}});
+    EXPECT_TRUE(child->frame().size.width >= 0 && child->frame().size.height >= 0);
+    parent->setFrame({{7, 7}, {200, 200}});
+    EXPECT_EQ(child->frame(), row.expected) << "turned back";
   }
 }
 
