@@ -132,22 +132,6 @@ TEST_F(RequestChannelTest, AnAnsweredRequestIsStillListedForItsCompletionATimedO
   EXPECT_EQ(listed, (std::vector<std::size_t>{1, 0}));
 }
 
-TEST_F(RequestChannelTest, ACompletionMaySendAgainAndEvenAnswerItself) {
-  channel_->submit(request("a", [&] {
-    answerTo("a");
-    channel_->submit(request("c"));
-  }));
-  channel_->submit(request("b"));
-  loop().runUntilIdle();
-  answerTo("a");
-  loop().runUntilIdle();
-  answerTo("b");
-  loop().runUntilIdle();
-  answerTo("c");
-  EXPECT_EQ(takeLog(), (Log{posting("a"), "a: done", posting("b"), "b: done", posting("c"), "c: done"}));
-  expectIdle();
-}
-
 TEST_F(RequestChannelTest, WaitingRequestsKeepTheirHostUntilTheLastIsPostedAndNothingElseDoes) {
   channel_->submit(request("a"));
   channel_->submit(request("b"));

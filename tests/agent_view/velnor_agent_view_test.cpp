@@ -133,26 +133,6 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::paused) << "the state follows without any handler";
 }
 
-TEST_F(VelnorAgentViewTest, AHandlerMayDropTheViewAndTheOtherStillGetsTheEvent) {
-  setCaptureAuthorization(AVAuthorizationStatus::authorized, AVAuthorizationStatus::authorized);
-  const std::vector<std::function<void()>> outcomes{
-      [&] { post(*view_, callIsRunning); },
-      [&] { engine().finishLoad(); },
-      [&] { engine().failLoad({}); },
-      [&] { engine().failProvisionalLoad({}); },
-      [&] { engine().requestCapture(WKMediaCaptureType::microphone, [](WKPermissionDecision) {}); },
-  };
-  for (const auto& outcome : outcomes) {
-    view_ = VelnorAgentView::create(Region::eu(), "o", false);
-    const std::weak_ptr<VelnorAgentView> weak = view_;
-    parts().setInternalEventHandler([this](const AgentEvent&) { view_.reset(); });
-    view_->setEventHandler([this](const AgentEvent&) { log_.emplace_back("told"); });
-    outcome();
-    EXPECT_TRUE(weak.expired());
-    EXPECT_EQ(takeLog(), Log{"told"});
-  }
-}
-
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
   const auto webView = parts().webView;
   view_.reset();

@@ -30,18 +30,15 @@ TEST(VariationFactory, GivenValuesComeBeforeItsOwn) {
                            .rating = Rating(1, 2, 3),
                            .subtitle = "own subtitle",
                            .url = "own url"};
-  const VariationFields own{.attributes = {{"size", "S"}},
-                            .comparableAttributes = factory.comparableAttributes,
-                            .details = factory.details,
-                            .imageUrls = {"own.png"},
-                            .inStock = true,
-                            .name = "own name",
-                            .price = Price("EUR", 1, 2.0F),
-                            .rating = Rating(1, 2, 3),
-                            .sku = "A",
-                            .subtitle = "own subtitle",
-                            .url = "own url"};
-  EXPECT_EQ(factory.createVariation("A", {{"size", "S"}}), Variation(own));
+  const auto own = written(factory.createVariation("A", {{"size", "S"}}));
+  EXPECT_EQ(own, nlohmann::json::parse(R"({
+    "sku": "A", "attributes": [{"id": "size", "option": "S"}], "imageUrls": ["own.png"], "inStock": true,
+    "comparableAttributes": [{"id": "fabric", "name": "Fabric", "option": "wool"}], "name": "own name",
+    "details": [{"detailType": "PARAGRAPH", "detailContent": "own"}], "subtitle": "own subtitle", "url": "own url",
+    "price": {"currency": "EUR", "current": 1, "original": 2}, "relatedProducts": [],
+    "rating": {"rating": 1, "maxValue": 2, "numberOfRatings": 3},
+    "meta": {"data": {"subtitle": "own subtitle", "rating": {"rating": 1, "maxValue": 2, "numberOfRatings": 3},
+                      "specs": [{"name": "Fabric", "value": "wool"}]}}})"));
 
   // What is empty is given all the same.
   const Variation other = factory.createVariation("B", {},

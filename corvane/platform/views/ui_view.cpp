@@ -171,7 +171,6 @@ void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
   added->superview_ = alive;
   subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(at, subviews_.size())), added);
   setNeedsLayout();
-  noteChange();
   added->didMove(from);
 }
 
@@ -193,7 +192,6 @@ void UIView::detach() {
   parent->subviews_.erase(found);
   superview_.reset();
   parent->setNeedsLayout();
-  parent->noteChange();
 }
 
 void UIView::didMove(const std::shared_ptr<UIWindow>& from) {

@@ -157,6 +157,38 @@ TEST_F(ViewMountTest, ModifiersOfWhatIsShownFollowValuesToo) {
   EXPECT_THAT(log_, ElementsAre("number 0", "number 1"));
 }
 
+TEST_F(ViewMountTest, BodiesInsideOfAnythingFollowWhatTheyReadNowAndInTheirPlaces) {
+  Model other;
+  Model still;
+  int evaluations = 0;
+  const auto numbered = [&](const char* name) {
+    return Composed{[&, name] { return Named{&log_, name + std::to_string(model_.number.value())}; }};
+  };
+  const auto nothing = [] {};
+  host_->show(ZStack{numbered("a") | onAppear(nothing), numbered("b") | onDisappear(nothing), numbered("c") | id(1),
+                     numbered("d") | NumberedModifier(still, log_), when(true, [&] { return numbered("e"); }),
+                     when(
+                         false, [&] { return numbered("-"); }, [&] { return numbered("f"); }),
+                     AnyView(numbered("g")), numbered("-") | box({}),
+                     Composed{[&] { return when(model_.isOn.value(), [&] { return numbered("h"); }); }}, Composed{[&] {
+                       ++evaluations;
+                       if (!model_.isOn.value()) static_cast<void>(other.number.value());
+                       return EmptyView{};
+                     }}});
+  model_.number.set(1);
+  model_.isOn.set(true);
+  loop().runUntilIdle();
+  EXPECT_THAT(shown(), ElementsAre("a1", "b1", "c1", "d1", "e1", "f1", "g1", "h1"));
+  EXPECT_THAT(namesIn(*host_->view()->subviews()[7]), ElementsAre("-1"));
+  EXPECT_EQ(evaluations, 2);
+  other.number.set(1);
+  loop().runUntilIdle();
+  EXPECT_EQ(evaluations, 2) << "it is not read any more";
+  const AnyView same = noted("same");
+  host_->show(ZStack{same, same});
+  EXPECT_THAT(shown(), ElementsAre("same", "same"));
+}
+
 TEST_F(ViewMountTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
   host_->show(noted("a") | id(1));
   host_->show(noted("b") | id(1));

@@ -28,27 +28,6 @@ std::vector<JsonView> elementsOf(JsonView array) {
 
 std::string nestedArrays(std::size_t depth) { return std::string(depth, '[') + std::string(depth, ']'); }
 
-TEST(JsonValue, ReadsEveryKindAndKeepsTheOrder) {
-  const JsonValue value = parse(R"( {"a":[1,-2,"x\u0000y\u00e4",null,true,{}],"b":{"c":[[],[0.5]]},"d":false} )");
-  ASSERT_EQ(value.size(), 3U);
-  std::vector<std::string> keys;
-  for (const auto member : value.members()) keys.emplace_back(member.key);
-  EXPECT_EQ(keys, (std::vector<std::string>{"a", "b", "d"}));
-
-  const auto elements = elementsOf(*value.find("a"));
-  ASSERT_EQ(elements.size(), 6U);
-  EXPECT_EQ(elements[0].integer(), 1);
-  EXPECT_EQ(elements[1].integer(), -2);
-  EXPECT_EQ(elements[2].string(), std::string_view("x\0yä", 5));
-  EXPECT_TRUE(elements[3].isNull());
-  EXPECT_EQ(elements[4].boolean(), true);
-  EXPECT_TRUE(elements[5].isObject());
-  EXPECT_EQ(elementsOf(elementsOf(*value.find("b")->find("c"))[1])[0].number(), 0.5);
-  EXPECT_EQ(value.find("d")->boolean(), false);
-  EXPECT_FALSE(value.find("e"));
-  EXPECT_FALSE(value.find("a")->find("b")) << "an array has no members";
-}
-
 TEST(JsonValue, ReadsWholeNumbersHoweverTheyAreWritten) {
   const auto integer = [](std::string_view text) { return parse(text).integer(); };
   EXPECT_EQ(integer("3.0"), 3);

@@ -1,13 +1,9 @@
 #include "corvane/platform/headless/virtual_run_loop.h"
 
-#include "corvane/platform/headless/headless_backend.h"
-
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <memory>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace corvane::headless {
@@ -50,36 +46,6 @@ TEST(VirtualRunLoop, TimeNeverRunsBackwardsOrOver) {
   loop.advance(-1s);
   EXPECT_EQ(loop.now(), 10s);
   EXPECT_FALSE(hasRun);
-}
-
-TEST(VirtualRunLoop, TasksThatNeverRanAreDestroyedAndMayPostOnTheirWayOut) {
-  const auto backend = Backend::install().value();
-  struct Poster {
-    explicit Poster(int& count) : endCount(count) {}
-    ~Poster() {
-      if (++endCount < 5) RunLoop::main().post([next = std::make_shared<Poster>(endCount)] {});
-    }
-    int& endCount;
-  };
-  int endCount = 0;
-  backend->runLoop().schedule(1s, [poster = std::make_shared<Poster>(endCount)] {});
-  backend->runLoop().dropTasks();
-  EXPECT_EQ(endCount, 5);
-  EXPECT_EQ(backend->runLoop().pendingTaskCount(), 0U);
-}
-
-TEST(VirtualRunLoop, TasksMayBePostedFromOtherThreads) {
-  VirtualRunLoop loop;
-  int count = 0;
-  std::vector<std::jthread> threads;
-  for (int i = 0; i < 4; ++i) {
-    threads.emplace_back([&] {
-      for (int j = 0; j < 250; ++j) loop.post([&] { ++count; });
-    });
-  }
-  threads.clear();
-  loop.runUntilIdle();
-  EXPECT_EQ(count, 1000);
 }
 
 }  // namespace

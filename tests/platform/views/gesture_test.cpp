@@ -196,17 +196,6 @@ TEST_F(Gesture, WhateverEndsAGestureCancelsIt) {
   EXPECT_THAT(told_, IsEmpty());
 }
 
-TEST_F(Gesture, AGestureGoesOnWhenItsViewMovesInsideTheWindow) {
-  const auto container = UIView::create({{0, 0}, {400, 800}});
-  window_->insertSubview(container, 0);
-  when("pan began", [&] { container->addSubview(view_); });
-  send(began, {150, 150});
-  send(moved, {170, 150});
-  send(moved, {180, 150});
-  send(ended, {180, 150});
-  EXPECT_THAT(told_, ElementsAre("pan began", "pan changed", "pan ended"));
-}
-
 TEST_F(Gesture, AnActionMayDropTheWindow) {
   const std::weak_ptr<UIWindow> weak = window_;
   when("pan began", [&] { window_.reset(); });
