@@ -104,6 +104,14 @@ TEST_P(AgentViewContract, ALoadThatANewerOneReplacesIsNotReported) {
   EXPECT_FALSE(view_->error());
 }
 
+TEST_P(AgentViewContract, NothingThatThePreviousPagePostsIsHeardOnceAnotherIsAskedFor) {
+  ASSERT_NO_FATAL_FAILURE(makeLoadedView());
+  platform_->pageFloods(*view_, R"({"eventType":"SDK_CALL_STATUS","data":{"status":"CALL_SESSION_STATUS_RUNNING"}})");
+  ASSERT_TRUE(platform_->runUntil([&] { return view_->callSessionStatus() == CallSessionStatus::running; }));
+  ASSERT_NO_FATAL_FAILURE(loadPage("b2"));
+  EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::disconnected);
+}
+
 TEST_P(AgentViewContract, LoadsThatFailAreToldAndMayBeTriedAgain) {
   for (const auto& [kind, outcome] : {std::pair(PageKind::closedPort, std::string("failed provisionally")),
                                       std::pair(PageKind::breaksOff, std::string("failed"))}) {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
@@ -79,6 +80,28 @@ TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
   EXPECT_TRUE(platform_->evaluate(*view_, "addEventListener('beforeunload', (event) => event.preventDefault())"));
   view_->loadBooking("b2");
   EXPECT_TRUE(waitFor(token("b2"))) << "a page cannot refuse to be left";
+}
+
+TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
+  load(platform_->page("plain.html"));
+  findWebView(*view_)->load({.url = platform_->page("stalled.html#" + platform_->address(PageKind::silent)),
+                             .timeoutInterval = std::chrono::milliseconds(400)});
+  ASSERT_TRUE(waitFor(token("stalled")));
+  const auto end = RunLoop::main().now() + std::chrono::milliseconds(800);
+  ASSERT_TRUE(platform_->runUntil([&] { return RunLoop::main().now() > end; }));
+  EXPECT_FALSE(view_->error());
+  EXPECT_EQ(platform_->evaluate(*view_, "picture.complete")->boolean(), false) << "it is still awaited";
+}
+
+TEST_F(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  static_cast<void>(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
+  view_->loadBooking("b2");
+  EXPECT_TRUE(waitFor(token("b2")));
+  view_->loadBooking("b3");
+  platform_->pageLosesItsProcess(*view_);
+  EXPECT_TRUE(waitFor(token("b3")));
+  EXPECT_FALSE(view_->error());
 }
 
 TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {

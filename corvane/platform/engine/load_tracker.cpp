@@ -19,6 +19,7 @@ void LoadTracker::loadsCancelled() {
   if (awaited_) awaited_->isSilent = true;
   if (running_) running_->isSilent = true;
   cancelled_.reset();
+  isPageHeard_ = false;
 }
 
 bool LoadTracker::navigationDecided(std::string_view url) {
@@ -49,11 +50,16 @@ bool LoadTracker::loadStarted() {
 std::optional<LoadReport> LoadTracker::loadCommitted(std::string_view url) {
   if (!running_) return std::nullopt;
   running_->phase = LoadPhase::committed;
+  if (!running_->isSilent) isPageHeard_ = true;
   // The engine shows an empty page, and calls it finished, instead of connecting to a port that browsers must not use.
   const std::string& requested = running_->requestedUrl;
   if (running_->isSilent || requested.empty() || requested == blankPage || url != blankPage) return std::nullopt;
   running_->isSilent = true;
   return LoadFailed{LoadPhase::provisional, {WebError::Kind::cannotLoad, "The address cannot be loaded", requested}};
+}
+
+void LoadTracker::documentArrived() {
+  if (running_) running_->hasArrived = true;
 }
 
 std::optional<LoadReport> LoadTracker::loadFinished() {
@@ -93,6 +99,7 @@ std::optional<LoadReport> LoadTracker::engineBecameIdle() {
   const bool isSilent = awaited_->isSilent;
   awaited_.reset();
   if (isSilent) return std::nullopt;
+  isPageHeard_ = true;
   return LoadFinished{};
 }
 
@@ -126,8 +133,13 @@ LoadReport LoadTracker::processTerminated(std::string description) {
   return failed;
 }
 
-bool LoadTracker::isLoadUnderWay() const {
-  return (awaited_ && !awaited_->isSilent) || (running_ && !running_->isSilent);
+bool LoadTracker::isDocumentAwaited() const {
+  return (awaited_ && !awaited_->isSilent) || (running_ && !running_->isSilent && !running_->hasArrived);
+}
+
+bool LoadTracker::isHostWaiting() const {
+  const bool isRunning = running_ && running_->phase == LoadPhase::provisional && !running_->requestedUrl.empty();
+  return (awaited_ && !awaited_->isSilent) || (isRunning && !running_->isSilent);
 }
 
 }  // namespace corvane::engine

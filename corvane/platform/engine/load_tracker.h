@@ -40,6 +40,8 @@ class LoadTracker {
   bool loadStarted();
   /// The first of the page has arrived, under this address.
   [[nodiscard]] std::optional<LoadReport> loadCommitted(std::string_view url);
+  /// All of the page's own text is there; pictures and the like may still be on their way.
+  void documentArrived();
   [[nodiscard]] std::optional<LoadReport> loadFinished();
   /// A cancelled load may have been replaced by the page itself, which cannot be known yet. It is held back, and
   /// `settleCancelledLoad` must be called a while later.
@@ -50,13 +52,18 @@ class LoadTracker {
   /// The engine has nothing more to load. For a host's load that never started this is the end. Its address differs
   /// from the page's own only in the fragment, and the page has just moved there.
   [[nodiscard]] std::optional<LoadReport> engineBecameIdle();
-  /// The load under way has made no progress for too long.
+  /// Nothing of the document has come for too long.
   [[nodiscard]] std::optional<LoadReport> loadTimedOut();
   /// The engine's process for the page has ended, and every load with it.
   [[nodiscard]] LoadReport processTerminated(std::string description);
 
-  /// Whether there is a load that will still be reported.
-  [[nodiscard]] bool isLoadUnderWay() const;
+  /// Whether there is a load that will still be reported, and of whose document something is still to come.
+  [[nodiscard]] bool isDocumentAwaited() const;
+  /// Whether the host has asked for a page of which nothing has arrived yet.
+  [[nodiscard]] bool isHostWaiting() const;
+  /// Whether what the present document posts is for the host: not from the host's call for another page until that
+  /// page is there.
+  [[nodiscard]] bool isPageHeard() const { return isPageHeard_; }
 
  private:
   /// A load that the host has asked for and the engine has not begun.
@@ -70,6 +77,7 @@ class LoadTracker {
     std::string requestedUrl;
     LoadPhase phase = LoadPhase::provisional;
     bool isSilent = false;
+    bool hasArrived = false;
   };
   struct CancelledLoad {
     LoadFailed failure;
@@ -79,6 +87,7 @@ class LoadTracker {
   std::optional<AwaitedLoad> awaited_;
   std::optional<RunningLoad> running_;
   std::optional<CancelledLoad> cancelled_;
+  bool isPageHeard_ = true;
 };
 
 }  // namespace corvane::engine

@@ -19,8 +19,6 @@ namespace {
 /// two milliseconds or so. Its start then takes longer if a page of another site needs a new process.
 constexpr std::chrono::milliseconds replacementDecisionLimit{100};
 constexpr std::chrono::seconds replacementStartLimit{5};
-/// How long a page may take to say that its document is complete, once the engine has loaded it.
-constexpr std::chrono::seconds documentLimit{2};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -69,6 +67,7 @@ void PageLoader::begin() {
 
 void PageLoader::end() {
   connections_.clear();
+  document_.reset();
   timer_.reset();
   replacementTimer_.reset();
 }
@@ -117,6 +116,9 @@ void PageLoader::connectSignals() {
       "notify::estimated-load-progress",
       whileAlive(self, [](PageLoader& loader, WebKitWebView*, GParamSpec*) { loader.restartTimer(); }));
   connect.operator()<void(WebKitWebView*, GParamSpec*)>(
+      "notify::is-web-process-responsive",
+      whileAlive(self, [](PageLoader& loader, WebKitWebView*, GParamSpec*) { loader.leaveHungPage(); }));
+  connect.operator()<void(WebKitWebView*, GParamSpec*)>(
       "notify::is-loading", whileAlive(self, [](PageLoader& loader, WebKitWebView* webView, GParamSpec*) {
         if (webkit_web_view_is_loading(webView) == FALSE) loader.report(loader.tracker_.engineBecameIdle());
       }));
@@ -136,11 +138,19 @@ void PageLoader::load(const URLRequest& request) {
   timeoutInterval_ = request.timeoutInterval;
   tracker_.loadRequested(text(webkit_uri_request_get_uri(uriRequest.get())));
   restartTimer();
+  untriedAgain_ = uriRequest;
   webkit_web_view_load_request(webView_, uriRequest.get());
+  leaveHungPage();
+}
+
+void PageLoader::leaveHungPage() {
+  const bool isHung = webkit_web_view_get_is_web_process_responsive(webView_) == FALSE;
+  if (isHung && untriedAgain_ && tracker_.isHostWaiting()) webkit_web_view_terminate_web_process(webView_);
 }
 
 void PageLoader::refuse(const URLRequest& request) {
   tracker_.loadsCancelled();
+  untriedAgain_ = {};
   restartTimer();
   webkit_web_view_stop_loading(webView_);
   const LoadFailed failed{LoadPhase::provisional,
@@ -162,6 +172,7 @@ void PageLoader::loadChanged(WebKitLoadEvent event) {
     case WEBKIT_LOAD_REDIRECTED:
       return restartTimer();
     case WEBKIT_LOAD_COMMITTED:
+      watchDocument();
       return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
     case WEBKIT_LOAD_FINISHED:
       if (auto finished = tracker_.loadFinished()) reportWhenComplete(*std::move(finished));
@@ -178,16 +189,41 @@ void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError
   report(std::move(failed));
 }
 
+void PageLoader::watchDocument() {
+  document_.reset();
+  WebKitWebResource* const document = webkit_web_view_get_main_resource(webView_);
+  if (document == nullptr) return;
+  document_.emplace(SignalConnection::make<void(WebKitWebResource*)>(
+      document, "finished", whileAlive(weak_from_this(), [](PageLoader& loader, WebKitWebResource*) {
+        loader.tracker_.documentArrived();
+        loader.restartTimer();
+      })));
+}
+
 void PageLoader::processTerminated(WebKitWebProcessTerminationReason reason) {
   ++loadNumber_;
   evaluations_->setProcessGone(true);
+  if (untriedAgain_ && tracker_.isHostWaiting()) {
+    // It was the previous page's process. That page has gone for the host already.
+    const auto request = std::exchange(untriedAgain_, {});
+    static_cast<void>(tracker_.processTerminated({}));
+    tracker_.loadRequested(text(webkit_uri_request_get_uri(request.get())));
+    evaluations_->setProcessGone(false);
+    restartTimer();
+    return webkit_web_view_load_request(webView_, request.get());
+  }
   report(tracker_.processTerminated(describe(reason)));
 }
 
 void PageLoader::timedOut() {
   // Noted first: what the engine says while it stops is the end of a load that is reported already.
   auto failed = tracker_.loadTimedOut();
-  webkit_web_view_stop_loading(webView_);
+  // A page that has begun to show stays: a call may be going on in it.
+  if (tracker_.isPageHeard()) {
+    restartTimer();
+  } else {
+    webkit_web_view_stop_loading(webView_);
+  }
   report(std::move(failed));
 }
 
@@ -199,7 +235,7 @@ void PageLoader::settleCancelledLoad() {
 void PageLoader::restartTimer() {
   // Posted work may still find this alive after its end, while one of its own calls is returning.
   if (!timer_) return;
-  if (tracker_.isLoadUnderWay()) {
+  if (tracker_.isDocumentAwaited()) {
     const auto now = monotonicTime();
     const auto limit = std::chrono::nanoseconds::max() - now;
     timer_->setReadyTime(now + std::clamp(timeoutInterval_, std::chrono::nanoseconds(0), limit));
@@ -209,15 +245,10 @@ void PageLoader::restartTimer() {
 }
 
 void PageLoader::reportWhenComplete(LoadReport report) {
-  const auto reportOnce = [self = weak_from_this(), number = loadNumber_,
-                           report = std::make_shared<std::optional<LoadReport>>(std::move(report))] {
-    const auto loader = self.lock();
-    const auto due = std::exchange(*report, std::nullopt);
-    if (loader != nullptr && due && loader->loadNumber_ == number) loader->report(due);
-  };
-  evaluations_->awaitDocument(webView_, [reportOnce](const EvaluationResult&) { reportOnce(); });
-  // A page that keeps its process busy does not answer.
-  context_->runLoop->schedule(documentLimit, reportOnce);
+  evaluations_->awaitDocument(webView_, whileAlive(weak_from_this(), [number = loadNumber_, report = std::move(report)](
+                                                                         PageLoader& loader, const EvaluationResult&) {
+                                if (loader.loadNumber_ == number) loader.report(report);
+                              }));
 }
 
 void PageLoader::report(std::optional<LoadReport> report) {

@@ -17,8 +17,10 @@
 
 namespace corvane::gtk {
 
-/// Feeds the engine's signals to the tracker and the tracker's reports to the client. Times out loads that make no
-/// progress, which the engine itself never does.
+/// Feeds the engine's signals to the tracker and the tracker's reports to the client.
+///
+/// Times out documents of which nothing comes, which the engine itself never does. A page whose process hangs or ends
+/// while the host waits for another page gives way: its process is ended, and the load begins anew in another one.
 ///
 /// Ownership: owned by the engine, which calls `begin` once and `end` at its end; timers and posted work hold it
 ///            weakly. The web view must live until `end`.
@@ -32,6 +34,8 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void begin();
   void end();
   void load(const URLRequest& request);
+  /// Whether what the present document posts is for the host.
+  [[nodiscard]] bool isPageHeard() const { return tracker_.isPageHeard(); }
 
  private:
   void connectSignals();
@@ -40,12 +44,15 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void loadFailed(WebKitLoadEvent event, const char* url, const GError& error);
   void processTerminated(WebKitWebProcessTerminationReason reason);
   void timedOut();
+  void watchDocument();
+  /// Ends a process that keeps the host's load from beginning.
+  void leaveHungPage();
   void settleCancelledLoad();
   void refuse(const URLRequest& request);
 
   void restartTimer();
   /// The engine may say that a load has finished while scripts of the page are still to run, the host's own among them.
-  /// Such a load is reported a little later.
+  /// Such a load is reported when they have run.
   void reportWhenComplete(engine::LoadReport report);
   /// The client may end the engine: nothing of this may be touched after a report.
   void report(std::optional<engine::LoadReport> report);
@@ -60,6 +67,9 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
   /// Changes with whatever makes an earlier load's end meaningless.
   std::uint64_t loadNumber_ = 0;
+  /// The host's newest, for another try in another process; none once it has had that.
+  GObjectHandle<WebKitURIRequest> untriedAgain_;
+  std::optional<SignalConnection> document_;
   std::vector<SignalConnection> connections_;
 };
 

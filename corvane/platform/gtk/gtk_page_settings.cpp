@@ -46,12 +46,15 @@ bool isFilteredOut(JSCValue* message, const WKUserContentController::MessageFilt
 }
 
 SignalConnection addChannel(WebKitUserContentManager* manager, const WKUserContentController::MessageChannel& channel,
-                            const std::weak_ptr<WebEngineClient>& client) {
+                            const std::weak_ptr<WebEngineClient>& client,
+                            const std::weak_ptr<const PageLoader>& loader) {
   const std::string& name = channel.name;
   // Connected first, so that no page can post before anybody listens.
   auto connection = SignalConnection::make<void(WebKitUserContentManager*, JSCValue*)>(
       manager, ("script-message-received::" + name).c_str(),
-      [client, channel](WebKitUserContentManager*, JSCValue* value) {
+      [client, channel, loader](WebKitUserContentManager*, JSCValue* value) {
+        const auto current = loader.lock();
+        if (current == nullptr || !current->isPageHeard()) return;
         if (channel.filter && isFilteredOut(value, *channel.filter)) return;
         if (const auto receiver = client.lock()) {
           receiver->engineDidReceiveMessage(channel.name, jsonOf(value).value_or(JsonValue()));
@@ -77,13 +80,14 @@ GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configu
 
 std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
                                               const WKUserContentController& controller,
-                                              const std::weak_ptr<WebEngineClient>& client) {
+                                              const std::weak_ptr<WebEngineClient>& client,
+                                              const std::weak_ptr<const PageLoader>& loader) {
   std::vector<SignalConnection> connections;
   for (const auto& content : controller.contents()) {
     match(
         content, [&](const WKUserScript& script) { addScript(manager, script); },
         [&](const WKUserContentController::MessageChannel& channel) {
-          connections.push_back(addChannel(manager, channel, client));
+          connections.push_back(addChannel(manager, channel, client, loader));
         });
   }
   return connections;

@@ -8,6 +8,7 @@
 
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/gtk_backend.h"
+#include "corvane/platform/gtk/gtk_page_loader.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "corvane/platform/web/web_engine.h"
 
@@ -16,11 +17,12 @@ namespace corvane::gtk {
 [[nodiscard]] GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configuration,
                                                          const BackendOptions& options);
 
-/// Adds the scripts and registers the channels in their order; what pages post goes to the client while the
-/// connections exist.
+/// Adds the scripts and registers the channels in their order. What pages post goes to the client while the connections
+/// exist and the page is heard.
 [[nodiscard]] std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
                                                             const WKUserContentController& controller,
-                                                            const std::weak_ptr<WebEngineClient>& client);
+                                                            const std::weak_ptr<WebEngineClient>& client,
+                                                            const std::weak_ptr<const PageLoader>& loader);
 
 /// Unregisters the channels; the manager lives on with pages that are still ending.
 void removeContents(WebKitUserContentManager* manager, const WKUserContentController& controller);

@@ -75,11 +75,11 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.context = std::move(context);
   parts.controller = configuration.userContentController;
   parts.manager = GObjectHandle<WebKitUserContentManager>::adopt(webkit_user_content_manager_new());
-  parts.connections = installContents(parts.manager.get(), *parts.controller, client);
   parts.webView = makeWebView(configuration, *parts.context, parts.manager.get());
   parts.evaluations = std::make_shared<Evaluations>(parts.context);
   parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
   parts.loader->begin();
+  parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader);
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
       parts.webView.get(), "permission-request",
       [context = parts.context, client = std::move(client)](WebKitWebView* webView, WebKitPermissionRequest* request) {

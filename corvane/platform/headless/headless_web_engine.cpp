@@ -52,10 +52,12 @@ HeadlessWebEngine* HeadlessWebEngine::of(const UIView& view) {
 }
 
 void HeadlessWebEngine::finishLoad() {
+  commitLoad();
   if (const auto client = client_.lock()) client->engineDidFinishLoad();
 }
 
 void HeadlessWebEngine::failLoad(const WebError& error) {
+  commitLoad();
   if (const auto client = client_.lock()) client->engineDidFailLoad(LoadPhase::committed, error);
 }
 
@@ -70,6 +72,7 @@ void HeadlessWebEngine::terminateProcess() {
 }
 
 void HeadlessWebEngine::postMessage(std::string_view channel, JsonValue body) {
+  if (!isPageHeard_) return;
   if (const auto client = client_.lock()) client->engineDidReceiveMessage(channel, std::move(body));
 }
 
@@ -91,6 +94,7 @@ void HeadlessWebEngine::setLoadObserver(LoadObserver observer) { loadObserver_ =
 void HeadlessWebEngine::load(const URLRequest& request) {
   records_.emplace_back(LoadRequested{request});
   pageUrl_ = request.url;
+  isPageHeard_ = false;
   if (const auto observer = loadObserver_) observer(request);
 }
 

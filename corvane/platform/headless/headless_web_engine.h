@@ -82,6 +82,9 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   }
 
   /// The page plays. Each of these calls its receivers before it returns, and may end this engine.
+  ///
+  /// From a load until its page commits, which it does by finishing at the latest, no message is delivered.
+  void commitLoad() { isPageHeard_ = true; }
   void finishLoad();
   void failLoad(const WebError& error);
   void failProvisionalLoad(const WebError& error);
@@ -106,6 +109,7 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   std::weak_ptr<WebEngineClient> client_;
   std::vector<Record> records_;
   std::string pageUrl_;
+  bool isPageHeard_ = true;
   /// Shared with the evaluations that wait for the run loop; they outlive the engine.
   std::shared_ptr<Evaluator> evaluator_ = std::make_shared<Evaluator>();
   LoadObserver loadObserver_;

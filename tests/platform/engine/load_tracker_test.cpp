@@ -34,6 +34,7 @@ std::string play(std::string_view steps) {
       {"refuse", [&](const std::string&) { return tracker.loadsCancelled(), Report(); }},
       {"decide", [&](const std::string& url) { return static_cast<void>(tracker.navigationDecided(url)), Report(); }},
       {"start", [&](const std::string&) { return static_cast<void>(tracker.loadStarted()), Report(); }},
+      {"arrive", [&](const std::string&) { return tracker.documentArrived(), Report(); }},
       {"commit", [&](const std::string& url) { return tracker.loadCommitted(url); }},
       {"finish", [&](const std::string&) { return tracker.loadFinished(); }},
       {"fail", failing(provisional, WebError::Kind::cannotLoad)},
@@ -49,10 +50,14 @@ std::string play(std::string_view steps) {
   for (const auto part : std::views::split(steps, ' ')) {
     const std::string step(part.begin(), part.end());
     const std::size_t colon = step.find(':');
+    if (step == "listen") {
+      reports += tracker.isPageHeard() ? " heard" : " unheard";
+      continue;
+    }
     const Report report = meanings.at(step.substr(0, colon))(colon == step.npos ? "" : step.substr(colon + 1));
     if (report) reports += (reports.empty() ? "" : ", ") + describe(*report);
   }
-  return reports + (tracker.isLoadUnderWay() ? " ..." : "");
+  return reports + (tracker.isDocumentAwaited() ? " ..." : "");
 }
 
 struct Row {
@@ -116,6 +121,16 @@ TEST(LoadTracker, ALoadThatWasGivenUpIsReportedOnceAndSilencesNoOther) {
       {"ask:a decide:a timeOut start cancel finish settle" + next, "provisional timedOut, finished"},
       {"ask:a decide:a start timeOut cancel finish settle" + next, "provisional timedOut, finished"},
       {"ask:a decide:a start commit:a timeOut cancelLate finish settle" + next, "committed timedOut, finished"},
+  });
+}
+
+TEST(LoadTracker, WhatThePreviousPagePostsIsNotHeard) {
+  expectAll({
+      {"ask:a decide:a start commit:a arrive finish listen ask:b listen decide:b start listen commit:b listen arrive",
+       "finished heard unheard unheard heard"},
+      {"ask:a decide:a start ask:b commit:a listen decide:b start commit:b listen", " unheard heard ..."},
+      {"ask:a#b listen decide:a#b idle listen", " unheard, finished heard"},
+      {"refuse listen decide:c start commit:c listen", " unheard heard ..."},
   });
 }
 
