@@ -7,6 +7,7 @@
 
 #include "corvane/agent_view/call_state.h"
 #include "corvane/agent_view/message_dispatch.h"
+#include "corvane/agent_view/navigation_policy.h"
 #include "corvane/agent_view/request_channel.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/minimized/floating_presentation.h"
@@ -56,6 +57,8 @@ class VelnorAgentView::Parts final : public PageMessageReceiver,
   CallState callState;
   std::shared_ptr<RequestChannel> requests;
   std::shared_ptr<FloatingPresentation> floating;
+  NavigationPolicy navigation;
+  ExternalLinkHandler externalLinkHandler;
 
  private:
   /// Shared so that a handler may replace itself, and be called without copying what it captured.

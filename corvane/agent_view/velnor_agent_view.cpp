@@ -13,6 +13,7 @@
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
 #include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -177,6 +178,26 @@ void VelnorAgentView::setEventHandler(AgentEventHandler handler) {
 void VelnorAgentView::userContentControllerDidReceive(WKUserContentController& /*controller*/,
                                                       const WKScriptMessage& message) {
   dispatchMessage(message, parts_->callState, *parts_);
+}
+
+void VelnorAgentView::setAllowedOrigins(std::optional<std::vector<std::string>> origins) {
+  assertMainThread();
+  parts_->navigation.setAllowedOrigins(std::move(origins));
+}
+
+void VelnorAgentView::setExternalLinkHandler(ExternalLinkHandler handler) {
+  assertMainThread();
+  parts_->externalLinkHandler = std::move(handler);
+}
+
+bool VelnorAgentView::webViewMayNavigate(WKWebView& /*webView*/, const WKNavigationAction& action) {
+  if (parts_->navigation.allows(action, parts_->callUrl.value_or(std::string()))) return true;
+  const auto self = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
+  const ExternalLink link{action.url, action.target == WKNavigationTarget::newWindow, action.isUserInitiated};
+  RunLoop::main().post(whileAlive(std::weak_ptr(self), [link](VelnorAgentView& view) {
+    if (const auto handler = view.parts_->externalLinkHandler) handler(link);
+  }));
+  return false;
 }
 
 void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {

@@ -1,9 +1,11 @@
 /// The view that shows a sales agent the agent tool.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "corvane/agent_view/agent_operations.h"
 #include "corvane/agent_view/region.h"
@@ -20,6 +22,17 @@
 namespace corvane {
 
 class WKWebView;
+
+/// Something that the page or its user wanted to open, and that does not belong into the view: a link of another scheme
+/// such as `mailto:`, a page that it may not go to, a window of its own.
+struct ExternalLink {
+  std::string url;
+  bool wantsNewWindow = false;
+  /// Whether a click, a tap or a key brought it about, and not a script alone. Be careful with those that are not.
+  bool isUserInitiated = false;
+  bool operator==(const ExternalLink&) const = default;
+};
+using ExternalLinkHandler = std::function<void(const ExternalLink&)>;
 
 /// Holds video-shopping calls inside the host app. Loads the agent tool page, tells the host app what happens in it,
 /// and keeps the state of the call.
@@ -68,6 +81,13 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// replaced, and the view dropped, from inside it.
   void setEventHandler(AgentEventHandler handler);
 
+  /// The web servers that the page may go to by itself, besides its own, each as "https://host" or "https://host:port".
+  /// None, which is the default, for all of them. A page that went elsewhere would get the agent's token, the camera
+  /// and the microphone, so name those that your sign-in needs.
+  void setAllowedOrigins(std::optional<std::vector<std::string>> origins);
+  /// Called on the run loop's next turn for what the page may not open in the view. Without a handler nothing happens.
+  void setExternalLinkHandler(ExternalLinkHandler handler);
+
   /// Hands over the token that the event `RefreshSsoToken` asked for, with the identifier that came with it. Sent in
   /// every state of the call.
   void refreshSsoToken(std::string ssoToken, std::string responseId);
@@ -101,6 +121,8 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
 
   /// Dispatches a message of the page; called by the web view.
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;
+  /// The page wants to go somewhere; called by the web view.
+  [[nodiscard]] bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action) override;
   /// The page has loaded; called by the web view.
   void webViewDidFinish(WKWebView& webView) override;
   /// The page has failed; called by the web view.

@@ -85,9 +85,9 @@ TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
 TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
   load(platform_->page("plain.html"));
   findWebView(*view_)->load({.url = platform_->page("stalled.html#" + platform_->address(PageKind::silent)),
-                             .timeoutInterval = std::chrono::milliseconds(400)});
+                             .timeoutInterval = std::chrono::seconds(2)});
   ASSERT_TRUE(waitFor(token("stalled")));
-  const auto end = RunLoop::main().now() + std::chrono::milliseconds(800);
+  const auto end = RunLoop::main().now() + std::chrono::milliseconds(2500);
   ASSERT_TRUE(platform_->runUntil([&] { return RunLoop::main().now() > end; }));
   EXPECT_FALSE(view_->error());
   EXPECT_EQ(platform_->evaluate(*view_, "picture.complete")->boolean(), false) << "it is still awaited";
@@ -102,6 +102,36 @@ TEST_F(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   platform_->pageLosesItsProcess(*view_);
   EXPECT_TRUE(waitFor(token("b3")));
   EXPECT_FALSE(view_->error());
+}
+
+TEST_F(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  std::vector<std::string> links;
+  view_->setExternalLinkHandler([&](const ExternalLink& link) {
+    links.push_back(link.url.substr(0, link.url.find_first_of("0123456789")) + (link.wantsNewWindow ? " window" : ""));
+  });
+  view_->setAllowedOrigins(std::vector<std::string>{});
+  for (const std::string_view script : {"location = 'mailto:a@shop.example'; 0", "open('https://shop.example/'); 0",
+                                        "location = location.href.replace('127.0.0.1', 'localhost'); 0"}) {
+    const std::size_t before = links.size();
+    EXPECT_TRUE(platform_->evaluate(*view_, script)) << script;
+    EXPECT_TRUE(platform_->runUntil([&] { return links.size() > before; })) << script;
+  }
+  EXPECT_TRUE(platform_->evaluate(*view_,
+                                  "{ const a = document.createElement('a'); a.download = 'x';"
+                                  "  a.href = URL.createObjectURL(new Blob(['x'])); a.click(); } 0"));
+  EXPECT_EQ(links,
+            (std::vector<std::string>{"mailto:a@shop.example", "https://shop.example/ window", "http://localhost:"}));
+  const auto expectPage = [&](const std::string& booking) {
+    EXPECT_TRUE(platform_->evaluate(*view_, "post(new URLSearchParams(location.search).get('connectId') + '!')"));
+    EXPECT_TRUE(waitFor(token(booking + "!")));
+    EXPECT_FALSE(view_->error());
+  };
+  expectPage("b1");
+  view_->loadBooking("b2");
+  ASSERT_TRUE(waitFor(token("b2")));
+  EXPECT_TRUE(platform_->evaluate(*view_, "history.back()"));
+  expectPage("b2");
 }
 
 TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {

@@ -137,6 +137,11 @@ bool LoadTracker::isDocumentAwaited() const {
   return (awaited_ && !awaited_->isSilent) || (running_ && !running_->isSilent && !running_->hasArrived);
 }
 
+std::string LoadTracker::hostUrl() const {
+  if (awaited_) return awaited_->url;
+  return running_ ? running_->requestedUrl : std::string();
+}
+
 bool LoadTracker::isHostWaiting() const {
   const bool isRunning = running_ && running_->phase == LoadPhase::provisional && !running_->requestedUrl.empty();
   return (awaited_ && !awaited_->isSilent) || (isRunning && !running_->isSilent);

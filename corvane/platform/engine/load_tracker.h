@@ -47,6 +47,8 @@ class LoadTracker {
   /// `settleCancelledLoad` must be called a while later.
   [[nodiscard]] std::optional<LoadReport> loadFailed(LoadPhase phase, WebError error);
   [[nodiscard]] bool hasCancelledLoad() const { return cancelled_.has_value(); }
+  /// What the page began came to nothing, and the page is as it was.
+  void pageStays() { running_.reset(); }
   /// The report of the load that was cancelled; none when another load has taken its place since.
   [[nodiscard]] std::optional<LoadReport> settleCancelledLoad();
   /// The engine has nothing more to load. For a host's load that never started this is the end. Its address differs
@@ -59,6 +61,10 @@ class LoadTracker {
 
   /// Whether there is a load that will still be reported, and of whose document something is still to come.
   [[nodiscard]] bool isDocumentAwaited() const;
+  /// Whether this is the address that the host has asked for, and the engine has not begun to load.
+  [[nodiscard]] bool isAwaited(std::string_view url) const { return awaited_ && awaited_->url == url; }
+  /// The address that the host is waiting for; empty for none.
+  [[nodiscard]] std::string hostUrl() const;
   /// Whether the host has asked for a page of which nothing has arrived yet.
   [[nodiscard]] bool isHostWaiting() const;
   /// Whether what the present document posts is for the host: not from the host's call for another page until that

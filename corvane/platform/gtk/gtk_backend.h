@@ -19,6 +19,9 @@ struct BackendOptions {
   /// Forgets cookies, storage and caches when the backend ends, and writes nothing to disk. An app leaves this off, so
   /// that a user who signed in stays signed in. Tests turn it on, so that no run sees what an earlier one left.
   bool isEphemeral = false;
+  /// Opens what a page opens in a window of its own, such as a sign-in, in a plain window with the same cookies.
+  /// Otherwise the host app gets the address.
+  bool opensPopups = false;
   /// Offers the web inspector in the pages' context menu.
   bool allowsDeveloperTools = false;
 };

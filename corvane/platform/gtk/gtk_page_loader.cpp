@@ -19,6 +19,8 @@ namespace {
 /// two milliseconds or so. Its start then takes longer if a page of another site needs a new process.
 constexpr std::chrono::milliseconds replacementDecisionLimit{100};
 constexpr std::chrono::seconds replacementStartLimit{5};
+/// How long the page that is to be left may keep its process busy.
+constexpr std::chrono::seconds signOfLifeLimit{3};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -30,12 +32,15 @@ bool isLoadable(const std::string& url) {
   return scheme != nullptr && g_ascii_strcasecmp(scheme.get(), "javascript") != 0;
 }
 
+/// The answer was a download, or that there is nothing to show, or nothing that may be shown.
+bool isNoPage(const GError& error) {
+  return g_error_matches(&error, WEBKIT_POLICY_ERROR, WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) !=
+         FALSE;
+}
+
 WebError::Kind kindOf(const GError& error) {
   const bool isCancelled = g_error_matches(&error, WEBKIT_NETWORK_ERROR, WEBKIT_NETWORK_ERROR_CANCELLED) != FALSE;
-  // The answer was a download, or that there is nothing to show.
-  const bool isNoPage = g_error_matches(&error, WEBKIT_POLICY_ERROR,
-                                        WEBKIT_POLICY_ERROR_FRAME_LOAD_INTERRUPTED_BY_POLICY_CHANGE) != FALSE;
-  return isCancelled || isNoPage ? WebError::Kind::cancelled : WebError::Kind::cannotLoad;
+  return isCancelled || isNoPage(error) ? WebError::Kind::cancelled : WebError::Kind::cannotLoad;
 }
 
 const char* describe(WebKitWebProcessTerminationReason reason) {
@@ -57,11 +62,13 @@ PageLoader::PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> co
     : webView_(webView),
       context_(std::move(context)),
       evaluations_(std::move(evaluations)),
-      client_(std::move(client)) {}
+      client_(client),
+      navigation_(webView, context_, std::move(client)) {}
 
 void PageLoader::begin() {
   timer_.emplace(whileAlive(weak_from_this(), &PageLoader::timedOut));
   replacementTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::settleCancelledLoad));
+  signOfLifeTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::leavePreviousPage));
   connectSignals();
 }
 
@@ -70,6 +77,7 @@ void PageLoader::end() {
   document_.reset();
   timer_.reset();
   replacementTimer_.reset();
+  signOfLifeTimer_.reset();
 }
 
 void PageLoader::connectSignals() {
@@ -78,14 +86,12 @@ void PageLoader::connectSignals() {
     connections_.push_back(SignalConnection::make<Signature>(webView_, signal, std::move(handler)));
   };
   connect.operator()<gboolean(WebKitWebView*, WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
-      "decide-policy", [self](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+      "decide-policy",
+      [self](WebKitWebView*, WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) -> gboolean {
         const auto loader = self.lock();
-        if (loader == nullptr || type != WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION) return FALSE;
-        WebKitNavigationAction* action = webkit_navigation_policy_decision_get_navigation_action(
-            objectCast<WebKitNavigationPolicyDecision>(decision));
-        if (webkit_navigation_action_is_redirect(action) != FALSE) return FALSE;
-        loader->navigationDecided(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
-        return FALSE;
+        if (loader == nullptr || loader->allows(decision, type)) return FALSE;
+        webkit_policy_decision_ignore(decision);
+        return TRUE;
       });
   connect.operator()<void(WebKitWebView*, WebKitLoadEvent)>(
       "load-changed",
@@ -117,7 +123,9 @@ void PageLoader::connectSignals() {
       whileAlive(self, [](PageLoader& loader, WebKitWebView*, GParamSpec*) { loader.restartTimer(); }));
   connect.operator()<void(WebKitWebView*, GParamSpec*)>(
       "notify::is-web-process-responsive",
-      whileAlive(self, [](PageLoader& loader, WebKitWebView*, GParamSpec*) { loader.leaveHungPage(); }));
+      whileAlive(self, [](PageLoader& loader, WebKitWebView* webView, GParamSpec*) {
+        if (webkit_web_view_get_is_web_process_responsive(webView) == FALSE) loader.leavePreviousPage();
+      }));
   connect.operator()<void(WebKitWebView*, GParamSpec*)>(
       "notify::is-loading", whileAlive(self, [](PageLoader& loader, WebKitWebView* webView, GParamSpec*) {
         if (webkit_web_view_is_loading(webView) == FALSE) loader.report(loader.tracker_.engineBecameIdle());
@@ -140,12 +148,26 @@ void PageLoader::load(const URLRequest& request) {
   restartTimer();
   untriedAgain_ = uriRequest;
   webkit_web_view_load_request(webView_, uriRequest.get());
-  leaveHungPage();
+  watchPreviousPage();
 }
 
-void PageLoader::leaveHungPage() {
-  const bool isHung = webkit_web_view_get_is_web_process_responsive(webView_) == FALSE;
-  if (isHung && untriedAgain_ && tracker_.isHostWaiting()) webkit_web_view_terminate_web_process(webView_);
+void PageLoader::watchPreviousPage() {
+  signOfLifeTimer_->setNeverReady();
+  // The engine has its own opinion, which comes late on a busy machine, and only if it has asked the page for
+  // something.
+  if (webkit_web_view_get_is_web_process_responsive(webView_) == FALSE) return leavePreviousPage();
+  if (webkit_web_view_get_main_resource(webView_) == nullptr) return;
+  signOfLifeTimer_->setReadyTime(monotonicTime() + signOfLifeLimit);
+  evaluations_->run(webView_, "0",
+                    whileAlive(weak_from_this(), [number = loadNumber_](PageLoader& loader, const EvaluationResult&) {
+                      if (loader.loadNumber_ == number && loader.signOfLifeTimer_)
+                        loader.signOfLifeTimer_->setNeverReady();
+                    }));
+}
+
+void PageLoader::leavePreviousPage() {
+  signOfLifeTimer_->setNeverReady();
+  if (untriedAgain_ && tracker_.isHostWaiting()) webkit_web_view_terminate_web_process(webView_);
 }
 
 void PageLoader::refuse(const URLRequest& request) {
@@ -158,6 +180,24 @@ void PageLoader::refuse(const URLRequest& request) {
   context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, failed](PageLoader& loader) {
     if (loader.loadNumber_ == number) loader.report(failed);
   }));
+}
+
+bool PageLoader::mayNavigate(WebKitNavigationAction* action) {
+  const std::string url = text(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action)));
+  const bool isRedirect = webkit_navigation_action_is_redirect(action) != FALSE;
+  if ((isRedirect || !tracker_.isAwaited(url)) && !navigation_.mayBegin(action)) return false;
+  if (!isRedirect) navigationDecided(url.c_str());
+  return true;
+}
+
+bool PageLoader::allows(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) {
+  if (type == WEBKIT_POLICY_DECISION_TYPE_RESPONSE) {
+    return navigation_.mayShow(objectCast<WebKitResponsePolicyDecision>(decision), tracker_.hostUrl());
+  }
+  WebKitNavigationAction* const action =
+      webkit_navigation_policy_decision_get_navigation_action(objectCast<WebKitNavigationPolicyDecision>(decision));
+  return type == WEBKIT_POLICY_DECISION_TYPE_NEW_WINDOW_ACTION ? navigation_.mayOpenWindow(action)
+                                                               : mayNavigate(action);
 }
 
 void PageLoader::navigationDecided(const char* url) {
@@ -173,6 +213,7 @@ void PageLoader::loadChanged(WebKitLoadEvent event) {
       return restartTimer();
     case WEBKIT_LOAD_COMMITTED:
       watchDocument();
+      if (tracker_.isHostWaiting()) navigation_.hostPageCommitted();
       return report(tracker_.loadCommitted(text(webkit_web_view_get_uri(webView_))));
     case WEBKIT_LOAD_FINISHED:
       if (auto finished = tracker_.loadFinished()) reportWhenComplete(*std::move(finished));
@@ -183,6 +224,8 @@ void PageLoader::loadChanged(WebKitLoadEvent event) {
 void PageLoader::loadFailed(WebKitLoadEvent event, const char* url, const GError& error) {
   // A film or a sound by itself is shown by the engine's player; the page around it goes on loading.
   if (g_error_matches(&error, WEBKIT_MEDIA_ERROR, WEBKIT_MEDIA_ERROR_WILL_HANDLE_LOAD) != FALSE) return;
+  // The page began this, and it turned out to be a download, or was refused: the page is as it was.
+  if (isNoPage(error) && !tracker_.isHostWaiting()) return tracker_.pageStays();
   const LoadPhase phase = event == WEBKIT_LOAD_STARTED ? LoadPhase::provisional : LoadPhase::committed;
   auto failed = tracker_.loadFailed(phase, {kindOf(error), text(error.message), text(url)});
   if (tracker_.hasCancelledLoad()) replacementTimer_->setReadyTime(monotonicTime() + replacementDecisionLimit);

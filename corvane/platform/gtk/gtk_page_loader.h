@@ -12,6 +12,7 @@
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/gtk/gtk_evaluation.h"
+#include "corvane/platform/gtk/gtk_navigation.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "corvane/platform/web/web_engine.h"
 
@@ -34,19 +35,24 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void begin();
   void end();
   void load(const URLRequest& request);
+  [[nodiscard]] bool mayOpenWindow(WebKitNavigationAction* action) const { return navigation_.mayOpenWindow(action); }
   /// Whether what the present document posts is for the host.
   [[nodiscard]] bool isPageHeard() const { return tracker_.isPageHeard(); }
 
  private:
   void connectSignals();
+  [[nodiscard]] bool allows(WebKitPolicyDecision* decision, WebKitPolicyDecisionType type);
+  [[nodiscard]] bool mayNavigate(WebKitNavigationAction* action);
   void navigationDecided(const char* url);
   void loadChanged(WebKitLoadEvent event);
   void loadFailed(WebKitLoadEvent event, const char* url, const GError& error);
   void processTerminated(WebKitWebProcessTerminationReason reason);
   void timedOut();
   void watchDocument();
+  /// Asks the previous page for a sign of life, while the host waits for another one.
+  void watchPreviousPage();
   /// Ends a process that keeps the host's load from beginning.
-  void leaveHungPage();
+  void leavePreviousPage();
   void settleCancelledLoad();
   void refuse(const URLRequest& request);
 
@@ -61,9 +67,11 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::shared_ptr<EngineContext> context_;
   std::shared_ptr<Evaluations> evaluations_;
   std::weak_ptr<WebEngineClient> client_;
+  PageNavigation navigation_;
   engine::LoadTracker tracker_;
   std::optional<GlibSource> timer_;
   std::optional<GlibSource> replacementTimer_;
+  std::optional<GlibSource> signOfLifeTimer_;
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
   /// Changes with whatever makes an earlier load's end meaningless.
   std::uint64_t loadNumber_ = 0;

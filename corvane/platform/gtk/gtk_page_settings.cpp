@@ -73,6 +73,8 @@ GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configu
   webkit_settings_set_media_playback_allows_inline(settings.get(), configuration.allowsInlineMediaPlayback);
   // The full screen of a page would be that of the app's window.
   webkit_settings_set_enable_fullscreen(settings.get(), FALSE);
+  // The engine would drop the wish for a window in silence; whoever asks the client does not.
+  webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
   webkit_settings_set_enable_developer_extras(settings.get(), options.allowsDeveloperTools);
   keepTimersOfHiddenPages(settings.get());
   return settings;

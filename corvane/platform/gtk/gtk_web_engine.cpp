@@ -12,6 +12,7 @@
 #include "corvane/platform/gtk/gtk_evaluation.h"
 #include "corvane/platform/gtk/gtk_page_loader.h"
 #include "corvane/platform/gtk/gtk_page_settings.h"
+#include "corvane/platform/gtk/gtk_page_windows.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
 
 namespace corvane::gtk {
@@ -64,6 +65,7 @@ struct GtkWebEngine::Parts {
   std::shared_ptr<Evaluations> evaluations;
   std::shared_ptr<PageLoader> loader;
   std::vector<SignalConnection> connections;
+  std::vector<SignalConnection> windows;
   StyleSheetHandle fixedPageStyle;
   bool hadParent = false;
 };
@@ -79,6 +81,7 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.evaluations = std::make_shared<Evaluations>(parts.context);
   parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
   parts.loader->begin();
+  parts.windows = installPageWindows(parts.webView.get(), parts.loader);
   parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader);
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
       parts.webView.get(), "permission-request",
@@ -94,6 +97,7 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
 GtkWebEngine::~GtkWebEngine() {
   Parts& parts = *parts_;
   parts.connections.clear();
+  parts.windows.clear();
   parts.loader->end();
   removeContents(parts.manager.get(), *parts.controller);
   parts.evaluations->settleAll({WebError::Kind::processTerminated, "The web view has ended", {}});

@@ -56,6 +56,11 @@ void HeadlessWebEngine::finishLoad() {
   if (const auto client = client_.lock()) client->engineDidFinishLoad();
 }
 
+bool HeadlessWebEngine::navigate(const WKNavigationAction& action) {
+  const auto client = client_.lock();
+  return client != nullptr && client->engineMayNavigate(action);
+}
+
 void HeadlessWebEngine::failLoad(const WebError& error) {
   commitLoad();
   if (const auto client = client_.lock()) client->engineDidFailLoad(LoadPhase::committed, error);

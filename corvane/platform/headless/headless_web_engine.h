@@ -86,6 +86,8 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// From a load until its page commits, which it does by finishing at the latest, no message is delivered.
   void commitLoad() { isPageHeard_ = true; }
   void finishLoad();
+  /// The page wants to go somewhere by itself; whether it may.
+  bool navigate(const WKNavigationAction& action);
   void failLoad(const WebError& error);
   void failProvisionalLoad(const WebError& error);
   void terminateProcess();

@@ -11,6 +11,7 @@
 #include "corvane/platform/foundation/json_value.h"
 #include "corvane/platform/web/url_request.h"
 #include "corvane/platform/web/web_error.h"
+#include "corvane/platform/web/wk_navigation_action.h"
 #include "corvane/platform/web/wk_ui_delegate.h"
 #include "corvane/platform/web/wk_web_view_configuration.h"
 
@@ -33,6 +34,9 @@ enum class LoadPhase {
 class CORVANE_EXPORT WebEngineClient {
  public:
   virtual ~WebEngineClient();
+  /// Asked before the page goes anywhere by itself, redirections and new windows included. What is refused leaves no
+  /// trace: neither the page nor its history changes, and no load is reported.
+  [[nodiscard]] virtual bool engineMayNavigate(const WKNavigationAction& action) = 0;
   virtual void engineDidFinishLoad() = 0;
   virtual void engineDidFailLoad(LoadPhase phase, const WebError& error) = 0;
   virtual void engineDidReceiveMessage(std::string_view channel, JsonValue body) = 0;

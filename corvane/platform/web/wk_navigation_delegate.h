@@ -1,8 +1,9 @@
-/// The outcome of page loads.
+/// Where pages may go, and the outcome of their loads.
 #pragma once
 
 #include "corvane/export.h"
 #include "corvane/platform/web/web_error.h"
+#include "corvane/platform/web/wk_navigation_action.h"
 
 namespace corvane {
 
@@ -13,6 +14,9 @@ class WKWebView;
 class CORVANE_EXPORT WKNavigationDelegate {
  public:
   virtual ~WKNavigationDelegate();
+  /// The page wants to go somewhere by itself. True lets it; otherwise it stays as it is. The default lets it go to web
+  /// servers, in its own place.
+  [[nodiscard]] virtual bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action);
   /// The page and everything it needed at first has loaded; the server's own error pages count as pages.
   virtual void webViewDidFinish(WKWebView& webView) = 0;
   /// The load ended after the page had begun to arrive, or the page lost its process.

@@ -9,6 +9,11 @@ namespace corvane {
 WKNavigationDelegate::~WKNavigationDelegate() = default;
 WKUIDelegate::~WKUIDelegate() = default;
 
+bool WKNavigationDelegate::webViewMayNavigate(WKWebView& /*webView*/, const WKNavigationAction& action) {
+  const bool isWeb = action.url.starts_with("https://") || action.url.starts_with("http://");
+  return action.target == WKNavigationTarget::subframe || (action.target == WKNavigationTarget::mainFrame && isWeb);
+}
+
 std::shared_ptr<WKWebView> WKWebView::create(CGRect frame, WKWebViewConfiguration configuration) {
   assertMainThread();
   auto view = std::make_shared<WKWebView>(ConstructionKey{}, frame, std::move(configuration));
@@ -50,6 +55,11 @@ void WKWebView::evaluateJavaScript(std::string_view script, EvaluationCompletion
   assertMainThread();
   if (!completion) completion = [](const EvaluationResult&) {};
   engine_->evaluate(script, std::move(completion));
+}
+
+bool WKWebView::engineMayNavigate(const WKNavigationAction& action) {
+  const auto delegate = navigationDelegate_.lock();
+  return delegate == nullptr || delegate->webViewMayNavigate(*this, action);
 }
 
 void WKWebView::engineDidFinishLoad() {

@@ -52,6 +52,7 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
   [[nodiscard]] WebEngine& engine() const { return *engine_; }
 
  private:
+  [[nodiscard]] bool engineMayNavigate(const WKNavigationAction& action) override;
   void engineDidFinishLoad() override;
   void engineDidFailLoad(LoadPhase phase, const WebError& error) override;
   void engineDidReceiveMessage(std::string_view channel, JsonValue body) override;
