@@ -335,6 +335,22 @@ TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
   view->removeFromSuperview();
 }
 
+TEST_F(FloatingPage, ThePageIsShownInWhateverWindowItsSurfaceIsPut) {
+  GtkWidget* const widget = platform_->surface()->widget();
+  auto* const overlay = gtk_widget_get_parent(widget);
+  auto* const hostWindow = reinterpret_cast<GtkWindow*>(gtk_window_new());
+  gtk_window_set_default_size(hostWindow, 390, 844);
+  gtk_window_set_decorated(hostWindow, FALSE);
+  gtk_overlay_remove_overlay(reinterpret_cast<GtkOverlay*>(overlay), widget);
+  gtk_window_set_child(hostWindow, widget);
+  gtk_window_present(hostWindow);
+  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
+  gtk_window_set_child(hostWindow, nullptr);
+  gtk_window_destroy(hostWindow);
+  gtk_overlay_add_overlay(reinterpret_cast<GtkOverlay*>(overlay), widget);
+  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
+}
+
 TEST_F(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   shrink();
   ASSERT_NO_FATAL_FAILURE(show());

@@ -15,8 +15,8 @@ std::shared_ptr<UIWindowScene> installedScene() {
   return platform == nullptr ? nullptr : platform->scene;
 }
 
-/// While a scene has windows, one of them is the key window. It is the first at first, and the first of the others when
-/// that one leaves.
+/// While a scene has windows, one of them is the key window: the one that the user is in, once there is one. Before
+/// that, and when that one leaves, it is the first.
 void appointKeyWindow(const UIWindowScene& scene) {
   const auto windows = scene.windows();
   if (!windows.empty() && std::ranges::none_of(windows, &UIWindow::isKeyWindow)) windows.front()->makeKey();

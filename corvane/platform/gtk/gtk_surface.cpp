@@ -18,6 +18,7 @@
 #include "corvane/platform/gtk/gtk_surface_input.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
 #include "corvane/platform/gtk/gtk_transform.h"
+#include "corvane/platform/gtk/signal_connection.h"
 
 namespace corvane::gtk {
 
@@ -42,10 +43,15 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
     joinScene(*window_);
+    realizing_ = SignalConnection::make<void(GtkWidget*)>(
+        widget(), "realize",
+        [enter = whileAlive(weak_from_this(), &Parts::didEnterWindow)](GtkWidget*) mutable { enter(); });
   }
 
   void end() {
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
+    realizing_.reset();
+    activation_.reset();
     leaveScene(*window_);
     input_.reset();
     adoption_.reset();
@@ -84,6 +90,22 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   }
 
  private:
+  /// The widget is in a window of the toolkit, perhaps not for the first time.
+  void didEnterWindow() {
+    for (GtkWidget* child = gtk_widget_get_first_child(widget()); child != nullptr;
+         child = gtk_widget_get_next_sibling(child)) {
+      GtkWebEngine::redraw(child);
+    }
+    activation_.reset();
+    GtkRoot* const root = gtk_widget_get_root(widget());
+    if (root == nullptr || !GTK_IS_WINDOW(root)) return;
+    activation_ = SignalConnection::make<void(GtkWindow*, GParamSpec*)>(
+        root, "notify::is-active", whileAlive(weak_from_this(), [](Parts& self, GtkWindow* active, GParamSpec*) {
+          if (gtk_window_is_active(active) != FALSE) self.window_->makeKey();
+        }));
+    if (gtk_window_is_active(objectCast<GtkWindow>(root)) != FALSE) window_->makeKey();
+  }
+
   void queueFrame() const {
     // A change of a corner or an alpha moves no widget, and would not be drawn for its place alone.
     gtk_widget_queue_allocate(widget());
@@ -152,6 +174,9 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   std::shared_ptr<UIWindow> window_;
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<SurfaceInput> input_;
+  std::optional<SignalConnection> realizing_;
+  /// Of the toolkit's window that the widget is in.
+  std::optional<SignalConnection> activation_;
   bool isAllocating_ = false;
   guint tick_ = 0;
   /// Calls `adoptWebViews` once the present change is over.

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane::gtk {
 
@@ -80,8 +81,9 @@ bool SurfaceInput::handle(GdkEvent* event) {
       return false;
     case GDK_SCROLL:
     case GDK_TOUCHPAD_SWIPE:
-    case GDK_TOUCHPAD_PINCH:
       return isBusy();
+    case GDK_TOUCHPAD_PINCH:
+      return isBusy() || isOverFixedPage(locationOf(event));
     default:
       return false;
   }
@@ -133,7 +135,8 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   const bool isBeginning = touch.phase == TouchPhase::began;
   if (isBeginning) {
     // Gestures have one finger. A page that saw only the others would make a gesture of them.
-    touches_[identifier] = {isBusy(identifier) ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event))};
+    const bool isNobodys = isBusy(identifier) || wouldPinch(touch);
+    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event))};
   }
   if (!touches_.contains(identifier)) return propagate(event);
   const TouchOutcome outcome = window_->sendTouch(touch);
@@ -168,6 +171,18 @@ bool SurfaceInput::isBusy(std::optional<std::uint64_t> besides) const {
     const bool isWanted = touch.second.owner == Touch::Owner::undecided || touch.second.owner == Touch::Owner::views;
     return isWanted && touch.first != besides;
   });
+}
+
+bool SurfaceInput::isOverFixedPage(CGPoint location) const {
+  const auto page = std::dynamic_pointer_cast<WKWebView>(window_->hitTest(location));
+  return page != nullptr && !page->isScrollEnabled();
+}
+
+bool SurfaceInput::wouldPinch(const UITouchEvent& touch) const {
+  const bool isSecond = std::ranges::any_of(touches_, [&](const auto& other) {
+    return other.second.owner == Touch::Owner::underneath && other.first != touch.identifier;
+  });
+  return isSecond && isOverFixedPage(touch.location);
 }
 
 void SurfaceInput::cancelAll() {

@@ -58,6 +58,9 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
   [[nodiscard]] CGPoint locationOf(GdkEvent* event) const;
   /// Whether a recognizer has, or may yet have, a touch other than this one.
   [[nodiscard]] bool isBusy(std::optional<std::uint64_t> besides = {}) const;
+  /// Whether there is a page that may not be scrolled. Two fingers would zoom it, and it would stay like that.
+  [[nodiscard]] bool isOverFixedPage(CGPoint location) const;
+  [[nodiscard]] bool wouldPinch(const UITouchEvent& touch) const;
   void cancelAll();
 
   /// Lets the event go on, after those that wait to be played again.

@@ -141,10 +141,12 @@ void GtkWebEngine::moveTo(GtkWidget* parent) {
   if (present == parent) return;
   if (present != nullptr) gtk_widget_unparent(widget());
   gtk_widget_set_parent(widget(), parent);
-  if (std::exchange(parts_->hadParent, true)) {
-    webkit_web_view_evaluate_javascript(parts_->webView.get(), redrawScript, -1, nullptr, nullptr, nullptr, nullptr,
-                                        nullptr);
-  }
+  if (std::exchange(parts_->hadParent, true)) redraw(widget());
+}
+
+void GtkWebEngine::redraw(GtkWidget* widget) {
+  webkit_web_view_evaluate_javascript(objectCast<WebKitWebView>(widget), redrawScript, -1, nullptr, nullptr, nullptr,
+                                      nullptr, nullptr);
 }
 
 }  // namespace corvane::gtk

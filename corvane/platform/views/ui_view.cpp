@@ -151,6 +151,7 @@ void UIView::setHidden(bool isHidden) {
 void UIView::setUserInteractionEnabled(bool isEnabled) {
   assertMainThread();
   isUserInteractionEnabled_ = isEnabled;
+  noteChange();
 }
 
 void UIView::addSubview(std::shared_ptr<UIView> view) {

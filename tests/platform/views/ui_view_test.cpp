@@ -185,6 +185,7 @@ TEST(UIWindow, TellsItsHostOfEveryChangeInsideIt) {
       [&] { view->setCornerRadius(2); },
       [&] { view->setClipsToBounds(true); },
       [&] { view->setBackgroundColor(UIColor{.red = 1}); },
+      [&] { view->setUserInteractionEnabled(false); },
       [&] { view->setNeedsLayout(); },
       [&] { view->removeFromSuperview(); },
   };
