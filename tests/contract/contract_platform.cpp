@@ -1,5 +1,9 @@
 #include "tests/contract/contract_platform.h"
 
+#ifdef CORVANE_HAS_REAL_ENGINE
+#include "tests/contract/real_engine_platform.h"
+#endif
+
 namespace corvane::contract {
 
 std::shared_ptr<WKWebView> findWebView(const UIView& view) {
@@ -11,12 +15,11 @@ std::shared_ptr<WKWebView> findWebView(const UIView& view) {
 }
 
 std::vector<PlatformMaker> platforms() {
-  return {
-      headlessPlatform(),
-#ifdef CORVANE_HAS_GTK
-      gtkPlatform(),
+  std::vector<PlatformMaker> makers{headlessPlatform()};
+#ifdef CORVANE_HAS_REAL_ENGINE
+  for (const RealEngineMaker& engine : realEngines()) makers.push_back({engine.name, engine.make});
 #endif
-  };
+  return makers;
 }
 
 }  // namespace corvane::contract

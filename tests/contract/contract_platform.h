@@ -71,8 +71,6 @@ struct PlatformMaker {
 inline void PrintTo(const PlatformMaker& maker, std::ostream* out) { *out << maker.name; }
 
 [[nodiscard]] PlatformMaker headlessPlatform();
-/// Only where the backend is built.
-[[nodiscard]] PlatformMaker gtkPlatform();
 /// Every platform that is built.
 [[nodiscard]] std::vector<PlatformMaker> platforms();
 

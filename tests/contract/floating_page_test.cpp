@@ -1,6 +1,5 @@
 // A page in a small round window that can be dragged, with a real mouse over it.
 #include <gtest/gtest.h>
-#include <gtk/gtk.h>
 
 #include <chrono>
 #include <cmath>
@@ -8,10 +7,8 @@
 #include <memory>
 #include <string>
 
-#include "corvane/platform/gtk/gtk_frame_meter.h"
 #include "corvane/platform/web/wk_web_view.h"
-#include "demo/pointer_input.h"
-#include "tests/contract/gtk_platform.h"
+#include "tests/contract/real_engine_platform.h"
 
 namespace corvane::contract {
 namespace {
@@ -24,13 +21,13 @@ constexpr CGRect whole{{0, 0}, {390, 844}};
 constexpr CGPoint corner{250, 500};
 constexpr Colour pageColour{0, 128, 0};
 
-class FloatingPage : public testing::Test {
+class FloatingPage : public testing::TestWithParam<RealEngineMaker> {
  protected:
   void SetUp() override {
     std::string reason;
-    platform_ = RealEnginePlatform::make(reason);
+    platform_ = GetParam().make(reason);
     if (platform_ == nullptr) GTEST_SKIP() << reason;
-    pointer_ = demo::PointerInput::open(platform_->surface()->widget(), reason);
+    pointer_ = platform_->openPointer(reason);
     if (pointer_ == nullptr) GTEST_SKIP() << reason;
     page_ = WKWebView::create(whole, {});
     build();
@@ -59,10 +56,9 @@ class FloatingPage : public testing::Test {
 
   /// Lets the present state get on screen: what is clicked is what the user sees.
   void show() {
-    GtkWidget* const widget = platform_->surface()->widget();
-    const gtk::FrameMeter meter(widget);
-    gtk_widget_queue_draw(widget);
-    ASSERT_TRUE(platform_->runUntil([&] { return meter.result().frames > 0; }));
+    const auto frames = platform_->countFrames();
+    platform_->queueFrame();
+    ASSERT_TRUE(platform_->runUntil([&] { return frames() > 0; }));
   }
   void shrink() {
     box_->setTransform(CGAffineTransform::makeScale(scale, scale));
@@ -125,9 +121,9 @@ class FloatingPage : public testing::Test {
   /// Movements that come faster than pictures are told as one, and the first one is part of no drag's way.
   void beginDrag(CGPoint from, CGPoint to) {
     dragState_ = {};
-    pointer_->move(from);
+    pointer_->moveTo(from);
     pointer_->press();
-    pointer_->move(to);
+    pointer_->moveTo(to);
     ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::began; }));
   }
   void dragBy(CGPoint from, CGPoint way) {
@@ -144,7 +140,7 @@ class FloatingPage : public testing::Test {
   }
 
   std::unique_ptr<RealEnginePlatform> platform_;
-  std::unique_ptr<demo::PointerInput> pointer_;
+  std::unique_ptr<TestPointer> pointer_;
   std::shared_ptr<UIView> box_ = UIView::create(whole);
   std::shared_ptr<WKWebView> page_;
   std::shared_ptr<UIPanGestureRecognizer> drag_;
@@ -154,7 +150,7 @@ class FloatingPage : public testing::Test {
   CGPoint finger_;
 };
 
-TEST_F(FloatingPage, ClicksReachThePageAndDragsTheWindow) {
+TEST_P(FloatingPage, ClicksReachThePageAndDragsTheWindow) {
   expectClickInPage({200, 700});
   shrink();
   expectClickInPage({309, 674});
@@ -165,7 +161,7 @@ TEST_F(FloatingPage, ClicksReachThePageAndDragsTheWindow) {
   expectClickInPage({309, 674});
 }
 
-TEST_F(FloatingPage, ATapIsTheViewsWhereThePageTakesNoTouches) {
+TEST_P(FloatingPage, ATapIsTheViewsWhereThePageTakesNoTouches) {
   int taps = 0;
   const auto tap = UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { ++taps; });
   shrink();
@@ -184,10 +180,10 @@ TEST_F(FloatingPage, ATapIsTheViewsWhereThePageTakesNoTouches) {
   expectClickInPage(box_->center());
 }
 
-TEST_F(FloatingPage, WhatTurnsOutToBeNoTapReachesThePageAsAWhole) {
+TEST_P(FloatingPage, WhatTurnsOutToBeNoTapReachesThePageAsAWhole) {
   int taps = 0;
   page_->addGestureRecognizer(UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { ++taps; }));
-  pointer_->move({100, 100});
+  pointer_->moveTo({100, 100});
   pointer_->press();
   pointer_->moveInSteps({100, 300});
   pointer_->release();
@@ -197,7 +193,7 @@ TEST_F(FloatingPage, WhatTurnsOutToBeNoTapReachesThePageAsAWhole) {
   EXPECT_EQ(taps, 0);
 }
 
-TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
+TEST_P(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
   int beneath = 0;
   int beside = 0;
   platform_->addHostButton({{200, 450}, {190, 300}}, [&] { ++beneath; });
@@ -219,11 +215,11 @@ TEST_F(FloatingPage, WidgetsOfTheHostAppWorkUnderTheWindowAndBesideIt) {
   EXPECT_EQ(beside, 1);
 }
 
-TEST_F(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
+TEST_P(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
   for (const bool isShrinking : {true, false}) {
-    const gtk::FrameMeter meter(platform_->surface()->widget());
+    const auto frames = platform_->countFrames();
     ASSERT_NO_FATAL_FAILURE(animate(250ms, [&] { isShrinking ? shrink() : grow(); }));
-    EXPECT_GE(meter.result().frames, 3);
+    EXPECT_GE(frames(), 3);
     // The last picture shows the end, and asks for no more.
     ASSERT_TRUE(platform_->runUntil([&] {
       const auto colourAt = platform_->takePicture();
@@ -239,14 +235,14 @@ TEST_F(FloatingPage, AnimationsMoveThePictureAndNotThePage) {
   EXPECT_EQ(seen(), "resize") << "a new size comes once, whatever is shown on the way";
 }
 
-TEST_F(FloatingPage, OtherButtonsAndManyClicksReachThePageInOrder) {
+TEST_P(FloatingPage, OtherButtonsAndManyClicksReachThePageInOrder) {
   shrink();
   ASSERT_NO_FATAL_FAILURE(show());
-  pointer_->move({309, 674});
+  pointer_->moveTo({309, 674});
   pointer_->press();
   pointer_->press(2);
   pointer_->release(2);
-  pointer_->move({250, 600});
+  pointer_->moveTo({250, 600});
   pointer_->release();
   ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
   expectClickInPage(box_->center());
@@ -263,7 +259,7 @@ TEST_F(FloatingPage, OtherButtonsAndManyClicksReachThePageInOrder) {
   EXPECT_TRUE(waitForPage("seen.some((event) => event.startsWith('pointerup'))")) << seen();
 }
 
-TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
+TEST_P(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
   constexpr CGFloat nothing = std::numeric_limits<CGFloat>::quiet_NaN();
   const auto expectShown = [&](bool expected) {
     EXPECT_TRUE(platform_->runUntil([&] { return (platform_->takePicture()(195, 422) == pageColour) == expected; }));
@@ -285,24 +281,18 @@ TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
   expectShown(false);
 }
 
-TEST_F(FloatingPage, AnActionMayEndTheSurface) {
-  auto surface = gtk::Surface::create();
-  auto* const hostWindow = reinterpret_cast<GtkWindow*>(gtk_window_new());
-  gtk_window_set_default_size(hostWindow, 200, 200);
-  gtk_window_set_decorated(hostWindow, FALSE);
-  gtk_window_set_child(hostWindow, surface->widget());
-  gtk_window_present(hostWindow);
-  surface->window()->addGestureRecognizer(
-      UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { surface.reset(); }));
-  ASSERT_TRUE(platform_->runUntil([&] { return surface->window()->bounds().size.width > 0; }));
+TEST_P(FloatingPage, AnActionMayEndTheSurface) {
+  const auto screen = platform_->makeScreen(true);
+  screen->window()->addGestureRecognizer(
+      UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { screen->endSurface(); }));
+  ASSERT_TRUE(platform_->runUntil([&] { return screen->window()->bounds().size.width > 0; }));
   std::string reason;
-  const auto pointer = demo::PointerInput::open(surface->widget(), reason);
+  const auto pointer = screen->openPointer(reason);
   pointer->click({100, 100});
-  EXPECT_TRUE(platform_->runUntil([&] { return surface == nullptr; }));
-  gtk_window_destroy(hostWindow);
+  EXPECT_TRUE(platform_->runUntil([&] { return screen->window() == nullptr; }));
 }
 
-TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
+TEST_P(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
   const auto view = VelnorAgentView::create(Region::custom(platform_->address(PageKind::agentTool)), "shop", false);
   view->setFrame(whole);
   view->setTapToMaximize(true);
@@ -316,9 +306,9 @@ TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
   ASSERT_TRUE(waitFor(R"({"didMinimize":{}})"));
   ASSERT_NO_FATAL_FAILURE(show());
 
-  pointer_->move({60, 100});
+  pointer_->moveTo({60, 100});
   pointer_->press();
-  pointer_->move({80, 120});
+  pointer_->moveTo({80, 120});
   // Or the whole way is told as one movement, and that only begins the drag.
   ASSERT_NO_FATAL_FAILURE(show());
   pointer_->moveInSteps({280, 400});
@@ -335,34 +325,27 @@ TEST_F(FloatingPage, TheAgentViewIsDraggedAndTappedByAMouse) {
   view->removeFromSuperview();
 }
 
-TEST_F(FloatingPage, ThePageIsShownInWhateverWindowItsSurfaceIsPut) {
-  GtkWidget* const widget = platform_->surface()->widget();
-  auto* const overlay = gtk_widget_get_parent(widget);
-  auto* const hostWindow = reinterpret_cast<GtkWindow*>(gtk_window_new());
-  gtk_window_set_default_size(hostWindow, 390, 844);
-  gtk_window_set_decorated(hostWindow, FALSE);
-  gtk_overlay_remove_overlay(reinterpret_cast<GtkOverlay*>(overlay), widget);
-  gtk_window_set_child(hostWindow, widget);
-  gtk_window_present(hostWindow);
-  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
-  gtk_window_set_child(hostWindow, nullptr);
-  gtk_window_destroy(hostWindow);
-  gtk_overlay_add_overlay(reinterpret_cast<GtkOverlay*>(overlay), widget);
-  EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
+TEST_P(FloatingPage, ThePageIsShownInWhateverWindowItsSurfaceIsPut) {
+  for (const bool isAlone : {true, false}) {
+    platform_->moveSurface(isAlone);
+    EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
+  }
 }
 
-TEST_F(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
+TEST_P(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   shrink();
   ASSERT_NO_FATAL_FAILURE(show());
   ASSERT_NO_FATAL_FAILURE(beginDrag({309, 674}, {250, 600}));
-  gtk_widget_set_visible(platform_->surface()->widget(), FALSE);
+  platform_->setSurfaceVisible(false);
   EXPECT_EQ(dragState_, UIGestureRecognizerState::cancelled);
-  gtk_widget_set_visible(platform_->surface()->widget(), TRUE);
+  platform_->setSurfaceVisible(true);
   pointer_->release();
   ASSERT_NO_FATAL_FAILURE(show());
   ASSERT_NO_FATAL_FAILURE(dragBy({std::round(box_->center().x), std::round(box_->center().y)}, {-100, -100}));
   expectClickInPage(box_->center());
 }
+
+INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(realEngines()), [](const auto& engine) { return engine.param.name; });
 
 }  // namespace
 }  // namespace corvane::contract

@@ -1,35 +1,21 @@
-#include "tests/contract/gtk_platform.h"
-
 #include <gtk/gtk.h>
+#include <unistd.h>
 #include <webkit/webkit.h>
 
-#include <array>
-#include <nlohmann/json.hpp>
+#include <filesystem>
 #include <utility>
 
 #include "corvane/platform/gtk/gtk_backend.h"
+#include "corvane/platform/gtk/gtk_frame_meter.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "corvane/platform/gtk/signal_connection.h"
-#include "demo/local_page_server.h"
-#include "tests/contract/trouble_server.h"
-#include "tests/support/main_context.h"
+#include "demo/pointer_input.h"
+#include "tests/contract/real_engine_platform.h"
 
 namespace corvane::contract {
 
 namespace {
-
-/// The words of the stand-in agent tool for a trouble.
-std::string inWordsOfThePage(const simulation::PageTrouble::Value& trouble) {
-  using Trouble = simulation::PageTrouble;
-  constexpr std::array kindsInTheirOrder{
-      "none",         "late",   "never",       "twice", "unknownIdentifier", "errorText", "wrongResultType",
-      "reverseOrder", "throws", "noPostAction"};
-  nlohmann::json words{{"kind", kindsInTheirOrder.at(trouble.index())}};
-  if (const auto* late = std::get_if<Trouble::AnswersLate>(&trouble)) words["milliseconds"] = late->delay.count();
-  if (const auto* error = std::get_if<Trouble::AnswersWithError>(&trouble)) words["text"] = error->text;
-  return words.dump();
-}
 
 WebKitWebView* findPage(GtkWidget* widget) {
   for (GtkWidget* child = gtk_widget_get_first_child(widget); child != nullptr;
@@ -39,119 +25,85 @@ WebKitWebView* findPage(GtkWidget* widget) {
   return nullptr;
 }
 
-class GtkPlatform final : public RealEnginePlatform {
+GtkWindow* makeHostWindow(GtkWidget* child) {
+  auto* const window = reinterpret_cast<GtkWindow*>(gtk_window_new());
+  gtk_window_set_default_size(window, 390, 844);
+  gtk_window_set_decorated(window, FALSE);
+  gtk_window_set_child(window, child);
+  gtk_window_present(window);
+  return window;
+}
+
+class GtkPointer final : public TestPointer {
  public:
-  GtkPlatform(std::unique_ptr<gtk::Backend> backend, std::unique_ptr<demo::LocalPageServer> server,
-              std::unique_ptr<demo::LocalPageServer> agentTool)
-      : backend_(std::move(backend)), server_(std::move(server)), agentTool_(std::move(agentTool)) {
-    backend_->setCapturePrompt([this](const WKMediaCaptureRequest&, std::move_only_function<void(bool)> answer) {
-      ++promptCount_;
-      answer(promptAnswer_);
-    });
-    auto* const window = reinterpret_cast<GtkWindow*>(window_);
-    gtk_window_set_default_size(window, 390, 844);
-    gtk_window_set_decorated(window, FALSE);
-    auto* const overlay = reinterpret_cast<GtkOverlay*>(gtk_overlay_new());
-    gtk_overlay_set_child(overlay, hostWidgets_);
-    gtk_overlay_add_overlay(overlay, surface_->widget());
-    gtk_window_set_child(window, reinterpret_cast<GtkWidget*>(overlay));
-    gtk_window_present(window);
+  static std::unique_ptr<TestPointer> open(GtkWidget* widget, std::string& reason) {
+    auto input = demo::PointerInput::open(widget, reason);
+    if (input == nullptr) return nullptr;
+    return std::make_unique<GtkPointer>(std::move(input));
+  }
+  explicit GtkPointer(std::unique_ptr<demo::PointerInput> input) : input_(std::move(input)) {}
+
+  void move(CGPoint to) override { input_->move(to); }
+  void press(int button) override { input_->press(button); }
+  void release(int button) override { input_->release(button); }
+
+ private:
+  std::unique_ptr<demo::PointerInput> input_;
+};
+
+class GtkScreen final : public TestScreen {
+ public:
+  explicit GtkScreen(bool isShown) {
+    if (isShown) host_ = makeHostWindow(surface_->widget());
+  }
+  GtkScreen(const GtkScreen&) = delete;
+  GtkScreen& operator=(const GtkScreen&) = delete;
+  ~GtkScreen() override {
+    if (host_ != nullptr) gtk_window_destroy(host_);
   }
 
+  std::shared_ptr<UIWindow> window() override { return surface_ != nullptr ? surface_->window() : nullptr; }
+  void endSurface() override { surface_.reset(); }
+  std::unique_ptr<TestPointer> openPointer(std::string& reason) override {
+    return GtkPointer::open(surface_->widget(), reason);
+  }
+
+ private:
+  std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
+  GtkWindow* host_ = nullptr;
+};
+
+class GtkPlatform final : public RealEnginePlatform {
+ public:
+  static std::unique_ptr<RealEnginePlatform> make(std::string& reason) {
+    auto backend = gtk::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
+    if (!backend) reason = backend.error();
+    if (!backend) return nullptr;
+    auto platform = std::make_unique<GtkPlatform>(*std::move(backend));
+    reason = platform->begin();
+    if (!reason.empty()) return nullptr;
+    return platform;
+  }
+
+  explicit GtkPlatform(std::unique_ptr<gtk::Backend> backend) : backend_(std::move(backend)) {
+    backend_->setCapturePrompt(prompt());
+    gtk_overlay_set_child(overlay_, hostWidgets_);
+    gtk_overlay_add_overlay(overlay_, surface_->widget());
+    window_ = makeHostWindow(reinterpret_cast<GtkWidget*>(overlay_));
+  }
+  GtkPlatform(const GtkPlatform&) = delete;
+  GtkPlatform& operator=(const GtkPlatform&) = delete;
   ~GtkPlatform() override {
-    gtk_window_destroy(reinterpret_cast<GtkWindow*>(window_));
+    gtk_window_destroy(window_);
     surface_.reset();
     while (g_main_context_iteration(nullptr, FALSE) != FALSE) {
     }
   }
 
-  std::string address(PageKind kind) override {
-    switch (kind) {
-      case PageKind::agentTool:
-        return agentTool_->address("index.html");
-      case PageKind::plain:
-        return page("plain.html");
-      case PageKind::closedPort:
-        return closedPortAddress();
-      case PageKind::breaksOff:
-        return trouble_.address("page");
-      case PageKind::silent:
-        return trouble_.address("silent");
-    }
-    std::unreachable();
-  }
-
-  std::string page(std::string_view file) override { return server_->address(file); }
-
   const std::shared_ptr<UIWindow>& window() override { return surface_->window(); }
-  void providePages(const std::shared_ptr<UIView>& /*view*/) override {}
-
-  bool runUntil(const std::function<bool()>& condition) override { return test::runMainContextUntil(condition); }
-
-  EvaluationResult evaluate(const UIView& view, std::string_view script) override {
-    std::optional<EvaluationResult> result;
-    findWebView(view)->evaluateJavaScript(script, [&](EvaluationResult given) { result = std::move(given); });
-    if (!runUntil([&] { return result.has_value(); })) return std::unexpected(WebError{.description = "no result"});
-    return *std::move(result);
-  }
-
-  void pagePostsValue(const UIView& view, std::string_view data) override {
-    run(view, "window.postMessage(" + std::string(data) + ", '*');0");
-  }
-  void pagePostsText(const UIView& view, std::string_view text) override {
-    pagePostsValue(view, nlohmann::json(text).dump());
-  }
-
-  void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override {
-    run(view, R"({
-      window.foreignMessages = 0;
-      addEventListener("message", (event) => { if (event.origin !== origin) ++window.foreignMessages; });
-      const poster = new URL("foreign_poster.html", location.href);
-      poster.hostname = "localhost";
-      poster.hash = encodeURIComponent(JSON.stringify()" +
-                  std::string(data) + R"());
-      const frame = document.createElement("iframe");
-      frame.src = poster;
-      document.body.append(frame);
-    } 0)");
-    static_cast<void>(runUntil([&] {
-      const auto count = evaluate(view, "window.foreignMessages");
-      return count && count->integer().value_or(0) > 0;
-    }));
-  }
-
-  void pageFloods(const UIView& view, std::string_view data) override {
-    run(view,
-        "setInterval(() => { for (let i = 0; i < 50; ++i) window.postMessage(" + std::string(data) + ", '*'); }, 0);0");
-  }
-
-  bool pageCaptures(const UIView& view) override {
-    run(view, R"({
-      window.captured = null;
-      navigator.mediaDevices.getUserMedia({ video: true, audio: true })
-          .then(() => { window.captured = true; }, () => { window.captured = false; });
-    } 0)");
-    std::optional<bool> captured;
-    static_cast<void>(runUntil([&] {
-      const auto value = evaluate(view, "window.captured");
-      captured = value ? value->boolean() : std::nullopt;
-      return captured.has_value();
-    }));
-    return captured.value_or(false);
-  }
 
   void pageLosesItsProcess(const UIView&) override {
     webkit_web_view_terminate_web_process(findPage(surface_->widget()));
-  }
-
-  void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) override {
-    run(view, "agentTool.setTrouble(" + inWordsOfThePage(trouble) + ");0");
-    if (!std::holds_alternative<simulation::PageTrouble::HasNoPostAction>(trouble)) return;
-    // The page loads anew for it.
-    static_cast<void>(runUntil([&] {
-      const auto isGone = evaluate(view, "postAction === undefined && !!window.agentTool");
-      return isGone && isGone->boolean().value_or(false);
-    }));
   }
 
   std::function<Colour(int, int)> takePicture() override {
@@ -167,7 +119,27 @@ class GtkPlatform final : public RealEnginePlatform {
     };
   }
 
-  const std::shared_ptr<gtk::Surface>& surface() override { return surface_; }
+  std::function<int()> countFrames() override {
+    auto meter = std::make_shared<gtk::FrameMeter>(surface_->widget());
+    return [meter] { return meter->result().frames; };
+  }
+  void queueFrame() override { gtk_widget_queue_draw(surface_->widget()); }
+  std::unique_ptr<TestPointer> openPointer(std::string& reason) override {
+    return GtkPointer::open(surface_->widget(), reason);
+  }
+  void setSurfaceVisible(bool isVisible) override { gtk_widget_set_visible(surface_->widget(), isVisible); }
+  std::unique_ptr<TestScreen> makeScreen(bool isShown) override { return std::make_unique<GtkScreen>(isShown); }
+
+  void moveSurface(bool isAlone) override {
+    if (isAlone) {
+      gtk_overlay_remove_overlay(overlay_, surface_->widget());
+      otherWindow_ = makeHostWindow(surface_->widget());
+    } else {
+      gtk_window_set_child(otherWindow_, nullptr);
+      gtk_window_destroy(otherWindow_);
+      gtk_overlay_add_overlay(overlay_, surface_->widget());
+    }
+  }
 
   void addHostButton(const CGRect& frame, std::function<void()> clicked) override {
     GtkWidget* const button = gtk_button_new();
@@ -179,44 +151,18 @@ class GtkPlatform final : public RealEnginePlatform {
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {
     backend_->setCaptureAuthorization(mediaType, status);
   }
-  void setPromptAnswer(bool isAllowed) override { promptAnswer_ = isAllowed; }
-  int promptCount() const override { return promptCount_; }
 
  private:
-  static void run(const UIView& view, const std::string& script) {
-    findWebView(view)->evaluateJavaScript(script, [](const EvaluationResult&) {});
-  }
-
   std::unique_ptr<gtk::Backend> backend_;
-  std::unique_ptr<demo::LocalPageServer> server_;
-  std::unique_ptr<demo::LocalPageServer> agentTool_;
-  TroubleServer trouble_;
   std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
-  GtkWidget* window_ = gtk_window_new();
+  GtkOverlay* overlay_ = reinterpret_cast<GtkOverlay*>(gtk_overlay_new());
   GtkWidget* hostWidgets_ = gtk_fixed_new();
-  bool promptAnswer_ = false;
-  int promptCount_ = 0;
+  GtkWindow* window_ = nullptr;
+  GtkWindow* otherWindow_ = nullptr;
 };
 
 }  // namespace
 
-std::unique_ptr<RealEnginePlatform> RealEnginePlatform::make(std::string& reason) {
-  auto backend = gtk::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
-  if (!backend) {
-    reason = backend.error();
-    return nullptr;
-  }
-  auto server = demo::LocalPageServer::start(CORVANE_TEST_PAGES);
-  auto agentTool = demo::LocalPageServer::start(CORVANE_AGENT_TOOL);
-  if (!server || !agentTool) {
-    reason = (server ? agentTool : server).error();
-    return nullptr;
-  }
-  return std::make_unique<GtkPlatform>(*std::move(backend), *std::move(server), *std::move(agentTool));
-}
-
-PlatformMaker gtkPlatform() {
-  return {"RealEngine", [](std::string& reason) { return RealEnginePlatform::make(reason); }};
-}
+RealEngineMaker gtkEngine() { return {"RealEngine", GtkPlatform::make}; }
 
 }  // namespace corvane::contract

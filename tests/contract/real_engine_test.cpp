@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/contract/gtk_platform.h"
+#include "tests/contract/real_engine_platform.h"
 #include "tests/contract/trouble_server.h"
 
 namespace corvane::contract {
@@ -16,11 +16,11 @@ namespace {
 
 std::string token(std::string_view id) { return R"({"refreshSsoToken":{"responseId":")" + std::string(id) + "\"}}"; }
 
-class RealEngine : public testing::Test {
+class RealEngine : public testing::TestWithParam<RealEngineMaker> {
  protected:
   void SetUp() override {
     std::string reason;
-    platform_ = RealEnginePlatform::make(reason);
+    platform_ = GetParam().make(reason);
     if (platform_ == nullptr) GTEST_SKIP() << reason;
   }
   void TearDown() override { view_.reset(); }
@@ -48,7 +48,7 @@ class RealEngine : public testing::Test {
   std::vector<std::string> events_;
 };
 
-TEST_F(RealEngine, ActionsReachTheToolInThePageInItsFrameAndInAFrameOfAnotherOrigin) {
+TEST_P(RealEngine, ActionsReachTheToolInThePageInItsFrameAndInAFrameOfAnotherOrigin) {
   for (const std::string page : {"plain.html", "framed.html", "framed.html#other"}) {
     ASSERT_NO_FATAL_FAILURE(loadPage(page));
     EXPECT_TRUE(platform_->evaluate(*view_, R"(postAction({ eventType: "TEST_ACTION", data: { text: "object" } });)"));
@@ -58,7 +58,7 @@ TEST_F(RealEngine, ActionsReachTheToolInThePageInItsFrameAndInAFrameOfAnotherOri
   }
 }
 
-TEST_F(RealEngine, EvaluationGivesJsonOrTheReason) {
+TEST_P(RealEngine, EvaluationGivesJsonOrTheReason) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   EXPECT_EQ(platform_->evaluate(*view_, "({a: [1, 'ü\\u0000']})")->find("a")->size(), 2U);
   EXPECT_TRUE(platform_->evaluate(*view_, "undefined")->isNull());
@@ -74,7 +74,7 @@ TEST_F(RealEngine, EvaluationGivesJsonOrTheReason) {
   EXPECT_EQ(platform_->evaluate(*view_, "1").error().kind, WebError::Kind::processTerminated);
 }
 
-TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
+TEST_P(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   EXPECT_EQ(platform_->evaluate(*view_, "alert('stop'); print(); confirm('stop')")->boolean(), false);
   EXPECT_TRUE(platform_->evaluate(*view_, "addEventListener('beforeunload', (event) => event.preventDefault())"));
@@ -82,7 +82,7 @@ TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
   EXPECT_TRUE(waitFor(token("b2"))) << "a page cannot refuse to be left";
 }
 
-TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
+TEST_P(RealEngine, APictureThatNeverComesEndsNothing) {
   load(platform_->page("plain.html"));
   findWebView(*view_)->load({.url = platform_->page("stalled.html#" + platform_->address(PageKind::silent)),
                              .timeoutInterval = std::chrono::seconds(2)});
@@ -93,7 +93,7 @@ TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
   EXPECT_EQ(platform_->evaluate(*view_, "picture.complete")->boolean(), false) << "it is still awaited";
 }
 
-TEST_F(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
+TEST_P(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   static_cast<void>(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
   view_->loadBooking("b2");
@@ -104,7 +104,7 @@ TEST_F(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   EXPECT_FALSE(view_->error());
 }
 
-TEST_F(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
+TEST_P(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   std::vector<std::string> links;
   view_->setExternalLinkHandler([&](const ExternalLink& link) {
@@ -134,7 +134,7 @@ TEST_F(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
   expectPage("b2");
 }
 
-TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {
+TEST_P(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {
   if (!std::string_view(CORVANE_TEST_CERTIFICATE).ends_with(".pem")) GTEST_SKIP() << "openssl is missing";
   const SelfSignedServer server(CORVANE_TEST_CERTIFICATE);
   load(server.address());
@@ -143,7 +143,7 @@ TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {
   EXPECT_FALSE(view_->isLoaded());
 }
 
-TEST_F(RealEngine, AddressesThatNoEngineLoadsFail) {
+TEST_P(RealEngine, AddressesThatNoEngineLoadsFail) {
   for (const std::string address : {"", "page", "nothing:", "http://127.0.0.1:9/"}) {
     events_.clear();
     load(address);
@@ -154,7 +154,7 @@ TEST_F(RealEngine, AddressesThatNoEngineLoadsFail) {
   }
 }
 
-TEST_F(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
+TEST_P(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   view_->setFrame({{100, 200}, {200, 300}});
   const Colour page{0, 128, 0};
@@ -170,21 +170,23 @@ TEST_F(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
   EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(200, 300) != page; }));
 }
 
-TEST_F(RealEngine, TheWindowsOfSurfacesAreInOneSceneAndOneOfThemIsKey) {
+TEST_P(RealEngine, TheWindowsOfSurfacesAreInOneSceneAndOneOfThemIsKey) {
   ASSERT_EQ(UIApplication::shared().connectedScenes().size(), 1U);
   const auto scene = std::dynamic_pointer_cast<UIWindowScene>(UIApplication::shared().connectedScenes().front());
   ASSERT_NE(scene, nullptr);
-  const auto first = platform_->surface()->window();
-  auto second = gtk::Surface::create();
+  const auto first = platform_->window();
+  const auto second = platform_->makeScreen(false);
   EXPECT_EQ(scene->windows(), (std::vector{first, second->window()}));
   EXPECT_TRUE(first->isKeyWindow());
   EXPECT_FALSE(second->window()->isKeyWindow());
   second->window()->makeKey();
   EXPECT_FALSE(first->isKeyWindow());
-  second.reset();
+  second->endSurface();
   EXPECT_TRUE(first->isKeyWindow());
   EXPECT_EQ(scene->windows().size(), 1U);
 }
+
+INSTANTIATE_TEST_SUITE_P(, RealEngine, testing::ValuesIn(realEngines()), [](const auto& engine) { return engine.param.name; });
 
 }  // namespace
 }  // namespace corvane::contract

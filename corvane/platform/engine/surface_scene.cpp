@@ -1,4 +1,4 @@
-#include "corvane/platform/gtk/gtk_scene.h"
+#include "corvane/platform/engine/surface_scene.h"
 
 #include <algorithm>
 #include <memory>
@@ -6,7 +6,7 @@
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/views/ui_window_scene.h"
 
-namespace corvane::gtk {
+namespace corvane::engine {
 
 namespace {
 
@@ -38,4 +38,4 @@ void leaveScene(UIWindow& window) {
   appointKeyWindow(*scene);
 }
 
-}  // namespace corvane::gtk
+}  // namespace corvane::engine

@@ -1,0 +1,20 @@
+/// A page's wish for the camera or the microphone, from the engine's signal to the answer.
+#pragma once
+
+#include <QtWebEngineCore/QWebEnginePage>
+#include <memory>
+
+#include "corvane/platform/qt/qt_engine_context.h"
+#include "corvane/platform/web/web_engine.h"
+
+namespace corvane::qt {
+
+/// The widget over which a page's questions stand; null where the page is in no window.
+using DialogParent = std::function<QWidget*()>;
+
+/// Puts a page's wishes to the web view's client, and refuses those that are none of ours. A client that is gone
+/// refuses.
+void handleFeatureRequests(QWebEnginePage& page, DialogParent parent, std::shared_ptr<EngineContext> context,
+                           std::weak_ptr<WebEngineClient> client);
+
+}  // namespace corvane::qt

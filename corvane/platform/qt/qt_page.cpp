@@ -1,0 +1,47 @@
+#include "corvane/platform/qt/qt_page.h"
+
+#include <QtWebEngineCore/QWebEngineCertificateError>
+#include <QtWebEngineCore/QWebEngineSettings>
+
+namespace corvane::qt {
+
+Page::Page(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile, parent) {
+  QWebEngineSettings* const chosen = settings();
+  // The sound of the other side would wait for a click.
+  chosen->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, false);
+  // The engine would drop the wish for a window in silence; whoever asks the client does not.
+  chosen->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
+  // An error page of the engine's own would look like one more load.
+  chosen->setAttribute(QWebEngineSettings::ErrorPageEnabled, false);
+  // The full screen of a page would be that of the app's window.
+  chosen->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, false);
+  chosen->setAttribute(QWebEngineSettings::NavigateOnDropEnabled, false);
+  chosen->setAttribute(QWebEngineSettings::ShowScrollBars, false);
+  // Other programs are started by the host app, if by anybody.
+  chosen->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+  connect(this, &QWebEnginePage::certificateError, this,
+          [](QWebEngineCertificateError error) { error.rejectCertificate(); });
+}
+
+void Page::javaScriptConsoleMessage(JavaScriptConsoleMessageLevel, const QString& message, int, const QString&) {
+  if (const auto said = handlers_.said) said(message);
+}
+
+bool Page::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
+  const auto mayNavigate = handlers_.mayNavigate;
+  return mayNavigate && mayNavigate(url, type, isMainFrame);
+}
+
+void Page::javaScriptAlert(const QUrl&, const QString&) {}
+
+bool Page::javaScriptConfirm(const QUrl&, const QString&) {
+  const auto isBeingLeft = handlers_.isBeingLeft;
+  return isBeingLeft && isBeingLeft();
+}
+
+bool Page::javaScriptPrompt(const QUrl&, const QString&, const QString&, QString*) { return false; }
+
+// Only the host's own page could know what the user is looking at, so no dialog of the engine comes up.
+QStringList Page::chooseFiles(FileSelectionMode, const QStringList&, const QStringList&) { return {}; }
+
+}  // namespace corvane::qt

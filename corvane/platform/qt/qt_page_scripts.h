@@ -1,0 +1,54 @@
+/// What is injected into pages, and how they post to the host.
+#pragma once
+
+#include <QString>
+#include <QtWebEngineCore/QWebEnginePage>
+#include <QtWebEngineCore/QWebEngineScriptCollection>
+#include <memory>
+#include <optional>
+#include <string>
+#include <variant>
+
+#include "corvane/platform/foundation/json_value.h"
+#include "corvane/platform/web/wk_web_view_configuration.h"
+
+namespace corvane::qt {
+
+/// A new document has begun to arrive in the page.
+struct DocumentCommitted {
+  std::string url;
+};
+/// All of the page's own text is there; pictures and the like may still be on their way.
+struct DocumentArrived {};
+/// The page, or a frame of it, has posted to a channel.
+struct ChannelMessage {
+  std::string channel;
+  JsonValue body;
+};
+using PageWord = std::variant<DocumentCommitted, DocumentArrived, ChannelMessage>;
+
+/// Gives pages their channels, and reads what comes back through them.
+///
+/// Words travel as lines for the console, the only way that is open to every frame and keeps their order. Each begins
+/// with a secret of this page, so that no line of the page's own can pass for one.
+///
+/// Ownership: owned by the engine. Threads: main thread only. Failure: what is no word of ours is none.
+class PageScripts {
+ public:
+  explicit PageScripts(std::shared_ptr<WKUserContentController> controller);
+
+  /// Adds the channels and scripts in their order.
+  void install(QWebEngineScriptCollection& scripts) const;
+  [[nodiscard]] std::optional<PageWord> read(const QString& line) const;
+
+ private:
+  [[nodiscard]] QString channelScript() const;
+
+  std::shared_ptr<WKUserContentController> controller_;
+  QString secret_;
+};
+
+/// Fixes documents to their viewport, or lets them go, for the page that is there and for later ones.
+void setPageFixed(QWebEnginePage& page, bool isFixed);
+
+}  // namespace corvane::qt

@@ -1,0 +1,322 @@
+#include "corvane/platform/qt/qt_surface_input.h"
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QTouchEvent>
+#include <QVariant>
+#include <QWheelEvent>
+#include <utility>
+#include <vector>
+
+#include "corvane/platform/engine/window_drawing.h"
+#include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/qt/qt_page_view.h"
+#include "corvane/platform/qt/qt_web_engine.h"
+
+namespace corvane::qt {
+
+using engine::HeldTouches;
+using Verdict = HeldTouches::Verdict;
+
+namespace {
+
+/// The mouse's first button; fingers are counted from one on.
+constexpr std::uint64_t mouse = 0;
+
+QtWebEngine* engineOf(const WKWebView& page) { return dynamic_cast<QtWebEngine*>(&page.engine()); }
+
+QWidget* inputOf(const WKWebView& page) {
+  const QtWebEngine* engine = engineOf(page);
+  return engine != nullptr && engine->isInteractive() ? engine->view().inputTarget() : nullptr;
+}
+
+std::optional<engine::Placement> placementOf(const WKWebView& page, const UIWindow& window) {
+  if (!RunLoop::hasMain()) return std::nullopt;
+  for (const engine::Placement& placement : engine::placementsIn(window, RunLoop::main().now())) {
+    if (placement.engine == &page.engine()) return placement;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::shared_ptr<SurfaceInput> SurfaceInput::create(QWidget& widget, std::shared_ptr<UIWindow> window) {
+  return std::make_shared<SurfaceInput>(ConstructionKey{}, widget, std::move(window));
+}
+
+SurfaceInput::SurfaceInput(ConstructionKey, QWidget& widget, std::shared_ptr<UIWindow> window)
+    : widget_(&widget), window_(std::move(window)), held_(std::make_shared<HeldTouches>(window_)) {}
+
+void SurfaceInput::watchWindow() {
+  QWindow* const native = widget_ != nullptr ? widget_->window()->windowHandle() : nullptr;
+  if (native == native_) return;
+  if (native_ != nullptr) native_->removeEventFilter(this);
+  native_ = native;
+  if (native_ != nullptr) native_->installEventFilter(this);
+}
+
+void SurfaceInput::cancelAll() {
+  const auto held = held_;
+  beginning_.reset();
+  held->cancelAll();
+}
+
+bool SurfaceInput::eventFilter(QObject*, QEvent* event) {
+  const auto alive = shared_from_this();
+  if (isReplaying_ || widget_ == nullptr || !widget_->isVisible()) return false;
+  // A menu that is open takes all that happens outside of it, and closes.
+  if (QApplication::activePopupWidget() != nullptr) return false;
+  return filter(event);
+}
+
+bool SurfaceInput::filter(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseMove:
+      return handleMouse(*static_cast<QMouseEvent*>(event));
+    case QEvent::Leave:
+      leavePage();
+      return false;
+    case QEvent::Wheel:
+      return handleWheel(*static_cast<QWheelEvent*>(event));
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TouchCancel: {
+      const bool isOurs = handleTouch(*static_cast<QTouchEvent*>(event));
+      // The toolkit makes clicks of those that nobody accepts.
+      if (isOurs) event->accept();
+      return isOurs;
+    }
+    case QEvent::NativeGesture: {
+      const CGPoint point = onSurface(static_cast<QNativeGestureEvent*>(event)->position());
+      return held_->isBusy() || targetAt(point).kind != Target::Kind::host;
+    }
+    default:
+      return false;
+  }
+}
+
+bool SurfaceInput::handleMouse(const QMouseEvent& event) {
+  // A second press comes as a double click in its place.
+  const QEvent::Type type = event.type() == QEvent::MouseButtonDblClick ? QEvent::MouseButtonPress : event.type();
+  const Click click{type,
+                    event.position(),
+                    event.globalPosition(),
+                    event.button(),
+                    event.buttons(),
+                    event.modifiers(),
+                    static_cast<ulong>(event.timestamp()),
+                    event.pointingDevice()};
+  const auto held = held_;
+  const bool isPress = type == QEvent::MouseButtonPress;
+  Verdict verdict = Verdict::passes;
+  if (type != QEvent::MouseMove && click.button != Qt::LeftButton) {
+    verdict = held->handleOtherButton(click.button, isPress);
+  } else {
+    UITouchEvent touch{.identifier = mouse, .phase = TouchPhase::moved, .location = onSurface(click.onWindow)};
+    const CGPoint origin = window_->bounds().origin;
+    touch.location = {touch.location.x + origin.x, touch.location.y + origin.y};
+    if (isPress) touch.phase = TouchPhase::began;
+    if (type == QEvent::MouseButtonRelease) touch.phase = TouchPhase::ended;
+    // Without the button it is a mouse whose release has gone elsewhere.
+    if (type == QEvent::MouseMove && !click.buttons.testFlag(Qt::LeftButton)) touch.phase = TouchPhase::cancelled;
+    if (isPress) beginning_ = click;
+    verdict = held->handle(touch);
+  }
+  if (verdict == Verdict::ends) return true;
+  if (verdict == Verdict::playedFromStart && beginning_) {
+    const Click beginning = *std::exchange(beginning_, std::nullopt);
+    static_cast<void>(deliver(beginning, true));
+  }
+  return deliver(click, false);
+}
+
+bool SurfaceInput::deliver(const Click& click, bool isReplay) {
+  const Target target = pressed_ ? *pressed_ : targetAt(onSurface(click.onWindow));
+  if (click.type == QEvent::MouseButtonPress && !pressed_) pressed_ = target;
+  if (click.type == QEvent::MouseButtonRelease && click.buttons == Qt::NoButton) pressed_.reset();
+  const auto page = target.page.lock();
+  if (page != hovered_.lock()) leavePage();
+  if (target.kind == Target::Kind::host) {
+    if (isReplay) sendToHost(click);
+    return isReplay;
+  }
+  if (page != nullptr) sendToPage(*page, click);
+  return true;
+}
+
+void SurfaceInput::sendToPage(WKWebView& page, const Click& click) {
+  QtWebEngine* const engine = engineOf(page);
+  QWidget* const input = inputOf(page);
+  const auto point = onPage(page, onSurface(click.onWindow));
+  if (input == nullptr || !point) return;
+  const auto alive = std::static_pointer_cast<WKWebView>(page.shared_from_this());
+  hovered_ = alive;
+  if (click.type == QEvent::MouseButtonPress) focus(alive);
+  if (click.type != QEvent::MouseMove) engine->noteUserAction();
+  QMouseEvent event(click.type, *point, *point, click.onScreen, click.button, click.buttons, click.modifiers,
+                    click.device);
+  event.setTimestamp(click.timestamp);
+  QCoreApplication::sendEvent(input, &event);
+  if (click.type == QEvent::MouseMove) showCursorOf(engine);
+}
+
+void SurfaceInput::sendToHost(const Click& click) {
+  if (native_ == nullptr) return;
+  isReplaying_ = true;
+  QMouseEvent event(click.type, click.onWindow, click.onWindow, click.onScreen, click.button, click.buttons,
+                    click.modifiers, click.device);
+  event.setTimestamp(click.timestamp);
+  QCoreApplication::sendEvent(native_, &event);
+  isReplaying_ = false;
+}
+
+void SurfaceInput::leavePage() {
+  const auto page = hovered_.lock();
+  hovered_.reset();
+  if (page == nullptr) return;
+  showCursorOf(nullptr);
+  if (QWidget* const input = inputOf(*page)) {
+    QEvent leave(QEvent::Leave);
+    QCoreApplication::sendEvent(input, &leave);
+  }
+}
+
+void SurfaceInput::showCursorOf(const QtWebEngine* engine) {
+  if (native_ == nullptr) return;
+  const QWindow* const page = engine != nullptr ? engine->view().windowHandle() : nullptr;
+  if (page != nullptr) {
+    native_->setCursor(page->cursor());
+  } else {
+    native_->unsetCursor();
+  }
+}
+
+bool SurfaceInput::handleWheel(const QWheelEvent& event) {
+  if (held_->isBusy()) return true;
+  const CGPoint point = onSurface(event.position());
+  const Target target = targetAt(point);
+  if (target.kind == Target::Kind::host) return false;
+  const auto page = target.page.lock();
+  QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
+  const auto place = page != nullptr ? onPage(*page, point) : std::nullopt;
+  if (input == nullptr || !place) return true;
+  QWheelEvent copy(*place, event.globalPosition(), event.pixelDelta(), event.angleDelta(), event.buttons(),
+                   event.modifiers(), event.phase(), event.inverted(), event.source(), event.pointingDevice());
+  copy.setTimestamp(event.timestamp());
+  QCoreApplication::sendEvent(input, &copy);
+  return true;
+}
+
+bool SurfaceInput::handleTouch(QTouchEvent& event) {
+  if (event.type() == QEvent::TouchCancel) {
+    cancelAll();
+    return !fingers_.empty();
+  }
+  bool isOurs = false;
+  std::shared_ptr<WKWebView> page;
+  std::vector<PageFinger> beginnings;
+  std::vector<PageFinger> fingers;
+  const auto held = held_;
+  for (const QEventPoint& point : event.points()) {
+    const QPointF onWindow = point.position();
+    const CGPoint place = onSurface(onWindow);
+    const bool isPressed = point.state() == QEventPoint::Pressed;
+    const bool isReleased = point.state() == QEventPoint::Released;
+    Verdict verdict = Verdict::passes;
+    if (isPressed) fingers_[point.id()] = targetAt(place);
+    if (isPressed) fingersBeginnings_[point.id()] = onWindow;
+    if (point.state() != QEventPoint::Stationary) {
+      const CGPoint origin = window_->bounds().origin;
+      const TouchPhase phase = isPressed ? TouchPhase::began : isReleased ? TouchPhase::ended : TouchPhase::moved;
+      verdict = held->handle({static_cast<std::uint64_t>(point.id()) + 1, phase, {place.x + origin.x, place.y + origin.y}});
+    }
+    const auto found = fingers_.find(point.id());
+    if (found == fingers_.end()) continue;
+    const Target target = found->second;
+    if (target.kind != Target::Kind::host || verdict == Verdict::ends) isOurs = true;
+    if (isReleased) fingers_.erase(found);
+    const auto touched = target.page.lock();
+    if (verdict == Verdict::ends || touched == nullptr) continue;
+    page = touched;
+    const auto onIt = onPage(*touched, place);
+    if (!onIt) continue;
+    if (verdict == Verdict::playedFromStart) {
+      const auto began = onPage(*touched, onSurface(fingersBeginnings_[point.id()]));
+      beginnings.push_back({point.id(), QEventPoint::Pressed, began.value_or(*onIt)});
+    }
+    fingers.push_back({point.id(), point.state(), *onIt});
+  }
+  QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
+  if (input == nullptr) return isOurs;
+  if (event.type() == QEvent::TouchBegin || !beginnings.empty()) focus(page);
+  engineOf(*page)->noteUserAction();
+  sendTouches(*input, beginnings, event);
+  sendTouches(*input, fingers, event);
+  return true;
+}
+
+void SurfaceInput::focus(const std::shared_ptr<WKWebView>& page) {
+  const auto before = focused_.lock();
+  if (before != page && before != nullptr) {
+    QFocusEvent out(QEvent::FocusOut, Qt::MouseFocusReason);
+    static_cast<void>(handleFocused(out));
+  }
+  focused_ = page;
+  if (widget_ == nullptr) return;
+  if (!widget_->hasFocus()) return widget_->setFocus(Qt::MouseFocusReason);
+  if (before == page) return;
+  QFocusEvent in(QEvent::FocusIn, Qt::MouseFocusReason);
+  static_cast<void>(handleFocused(in));
+}
+
+bool SurfaceInput::handleFocused(QEvent& event) {
+  const auto page = focused_.lock();
+  QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
+  if (input == nullptr) return false;
+  const bool isFocus = event.type() == QEvent::FocusIn || event.type() == QEvent::FocusOut;
+  if (event.type() == QEvent::KeyPress) engineOf(*page)->noteUserAction();
+  const bool isTaken = QCoreApplication::sendEvent(input, &event);
+  // The widget's own focus is the toolkit's business, too.
+  return isTaken && !isFocus;
+}
+
+QVariant SurfaceInput::answerInputMethod(Qt::InputMethodQuery query) const {
+  const auto page = focused_.lock();
+  const QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
+  if (input == nullptr) return {};
+  const QVariant answer = input->inputMethodQuery(query);
+  const bool isPlace = answer.typeId() == QMetaType::QRect || answer.typeId() == QMetaType::QRectF;
+  const auto placement = isPlace ? placementOf(*page, *window_) : std::nullopt;
+  if (!placement) return answer;
+  const CGAffineTransform& shown = placement->transform;
+  return QTransform(shown.a, shown.b, shown.c, shown.d, shown.tx, shown.ty).mapRect(answer.toRectF()).toRect();
+}
+
+CGPoint SurfaceInput::onSurface(QPointF onWindow) const {
+  const QPointF point = widget_->mapFrom(widget_->window(), onWindow);
+  return {point.x(), point.y()};
+}
+
+SurfaceInput::Target SurfaceInput::targetAt(CGPoint onSurface) const {
+  const CGRect area{{}, {static_cast<CGFloat>(widget_->width()), static_cast<CGFloat>(widget_->height())}};
+  if (!area.contains(onSurface)) return {};
+  const CGPoint origin = window_->bounds().origin;
+  const auto view = window_->hitTest({onSurface.x + origin.x, onSurface.y + origin.y});
+  if (view == nullptr) return {};
+  auto page = std::dynamic_pointer_cast<WKWebView>(view);
+  return page != nullptr ? Target{Target::Kind::page, std::move(page)} : Target{Target::Kind::views};
+}
+
+std::optional<QPointF> SurfaceInput::onPage(const WKWebView& page, CGPoint onSurface) const {
+  const auto placement = placementOf(page, *window_);
+  const auto back = placement ? placement->transform.inverted() : std::nullopt;
+  if (!back) return std::nullopt;
+  const CGPoint point = back->apply(onSurface);
+  return QPointF(point.x, point.y);
+}
+
+}  // namespace corvane::qt

@@ -1,0 +1,53 @@
+#include "corvane/platform/qt/qt_surface_widget.h"
+
+#include <QEvent>
+#include <QVariant>
+
+namespace corvane::qt {
+
+SurfaceWidget::SurfaceWidget(SurfaceWidgetClient& client) : client_(&client) {
+  setAttribute(Qt::WA_TransparentForMouseEvents);
+  setAttribute(Qt::WA_NoSystemBackground);
+  setAttribute(Qt::WA_InputMethodEnabled);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QVariant SurfaceWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
+  const QVariant answer = client_ != nullptr ? client_->answerInputMethod(query) : QVariant();
+  return answer.isValid() ? answer : QWidget::inputMethodQuery(query);
+}
+
+bool SurfaceWidget::event(QEvent* event) {
+  if (client_ == nullptr) return QWidget::event(event);
+  switch (event->type()) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::FocusIn:
+    case QEvent::FocusOut:
+      return client_->handleInput(*event) || QWidget::event(event);
+    case QEvent::Resize:
+      client_->surfaceResized({static_cast<CGFloat>(width()), static_cast<CGFloat>(height())});
+      return true;
+    case QEvent::Show:
+      client_->surfaceShown();
+      break;
+    case QEvent::Hide:
+      client_->surfaceHidden();
+      break;
+    case QEvent::ActivationChange:
+      if (isActiveWindow()) client_->surfaceActivated();
+      break;
+    default:
+      break;
+  }
+  return QWidget::event(event);
+}
+
+void SurfaceWidget::paintEvent(QPaintEvent*) {
+  if (client_ != nullptr) client_->drawSurface();
+}
+
+}  // namespace corvane::qt

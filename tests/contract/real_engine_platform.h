@@ -1,0 +1,121 @@
+/// A real engine under test, with a window to show it in, whatever toolkit that is made with.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "demo/local_page_server.h"
+#include "tests/contract/contract_platform.h"
+#include "tests/contract/trouble_server.h"
+
+namespace corvane::contract {
+
+/// Red, green and blue, from 0 to 255.
+struct Colour {
+  int red = 0;
+  int green = 0;
+  int blue = 0;
+  bool operator==(const Colour&) const = default;
+};
+
+/// A mouse over one surface. Its events arrive some time later, so wait for what they bring about.
+class TestPointer {
+ public:
+  virtual ~TestPointer() = default;
+  virtual void move(CGPoint to) = 0;
+  virtual void press(int button = 1) = 0;
+  virtual void release(int button = 1) = 0;
+
+  void click(CGPoint at) {
+    moveTo(at);
+    press();
+    release();
+  }
+  void moveTo(CGPoint to) { move(position_ = to); }
+  /// In steps from where the pointer is; what is pressed stays so.
+  void moveInSteps(CGPoint to);
+
+ private:
+  CGPoint position_;
+};
+
+/// A surface with a window of the toolkit for itself.
+class TestScreen {
+ public:
+  virtual ~TestScreen() = default;
+  /// The surface's window of views; null after its end.
+  [[nodiscard]] virtual std::shared_ptr<UIWindow> window() = 0;
+  /// Ends the surface before its toolkit's window.
+  virtual void endSurface() = 0;
+  /// Null, and a reason, where no events can be made.
+  [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
+};
+
+/// What only a real engine offers, and how pages are made to do things: by scripts.
+class RealEnginePlatform : public ContractPlatform {
+ public:
+  std::string address(PageKind kind) override;
+  void providePages(const std::shared_ptr<UIView>&) override {}
+  bool runUntil(const std::function<bool()>& condition) override;
+  void pagePostsValue(const UIView& view, std::string_view data) override;
+  void pagePostsText(const UIView& view, std::string_view text) override;
+  void pageGetsMessageFromAnotherOrigin(const UIView& view, std::string_view data) override;
+  void pageFloods(const UIView& view, std::string_view data) override;
+  bool pageCaptures(const UIView& view) override;
+  void pageHasTrouble(const UIView& view, const simulation::PageTrouble::Value& trouble) override;
+  void setPromptAnswer(bool isAllowed) override { promptAnswer_ = isAllowed; }
+  int promptCount() const override { return promptCount_; }
+
+  /// The address of one of the test pages.
+  [[nodiscard]] std::string page(std::string_view file) const;
+  /// Runs a script in the page that a view shows, and waits for its result.
+  [[nodiscard]] EvaluationResult evaluate(const UIView& view, std::string_view script);
+  /// Takes a picture of the window; the result gives the colour of single pixels, black where there is no picture.
+  [[nodiscard]] virtual std::function<Colour(int x, int y)> takePicture() = 0;
+
+  /// Counts the frames of the surface from now on.
+  [[nodiscard]] virtual std::function<int()> countFrames() = 0;
+  /// Asks for a frame although nothing has changed.
+  virtual void queueFrame() = 0;
+  /// Null, and a reason, where there is no mouse to move.
+  [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
+  /// Puts a button of the host app under the surface.
+  virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
+  virtual void setSurfaceVisible(bool isVisible) = 0;
+  /// Puts the surface into a window of its own, or back over the host app's widgets.
+  virtual void moveSurface(bool isAlone) = 0;
+  /// Another surface; without a window on screen where `isShown` is false.
+  [[nodiscard]] virtual std::unique_ptr<TestScreen> makeScreen(bool isShown) = 0;
+
+ protected:
+  /// How the user answers; for the backend's prompt.
+  [[nodiscard]] std::function<void(const WKMediaCaptureRequest&, std::move_only_function<void(bool)>)> prompt();
+  /// Starts the servers. Empty, or a reason.
+  [[nodiscard]] std::string begin();
+
+ private:
+  std::unique_ptr<demo::LocalPageServer> server_;
+  std::unique_ptr<demo::LocalPageServer> agentTool_;
+  TroubleServer trouble_;
+  bool promptAnswer_ = false;
+  int promptCount_ = 0;
+};
+
+/// A backend with a real engine.
+struct RealEngineMaker {
+  std::string name;
+  /// Null, and a reason, where it cannot run here.
+  std::function<std::unique_ptr<RealEnginePlatform>(std::string& reason)> make;
+};
+
+inline void PrintTo(const RealEngineMaker& maker, std::ostream* out) { *out << maker.name; }
+
+/// Only where the backends are built.
+[[nodiscard]] RealEngineMaker gtkEngine();
+[[nodiscard]] RealEngineMaker qtEngine();
+/// Every one that is built.
+[[nodiscard]] std::vector<RealEngineMaker> realEngines();
+
+}  // namespace corvane::contract
