@@ -32,7 +32,7 @@ class FloatingPage : public testing::TestWithParam<RealEngineMaker> {
     page_ = WKWebView::create(whole, {});
     build();
     page_->load({.url = platform_->page("seen.html")});
-    ASSERT_TRUE(waitForPage("document.readyState === 'complete' && innerWidth === 390"));
+    ASSERT_TRUE(waitForPage("typeof seen === 'object' && document.readyState === 'complete' && innerWidth === 390"));
     ASSERT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
     forgetEvents();
   }
@@ -345,7 +345,8 @@ TEST_P(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   expectClickInPage(box_->center());
 }
 
-INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(realEngines()), [](const auto& engine) { return engine.param.name; });
+INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(realEngines()),
+                         [](const auto& engine) { return engine.param.name; });
 
 }  // namespace
 }  // namespace corvane::contract

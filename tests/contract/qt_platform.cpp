@@ -1,3 +1,5 @@
+#include <qpa/qwindowsysteminterface.h>
+#include <unistd.h>
 #include <QApplication>
 #include <QGridLayout>
 #include <QImage>
@@ -6,8 +8,6 @@
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <csignal>
 #include <filesystem>
-#include <qpa/qwindowsysteminterface.h>
-#include <unistd.h>
 #include <utility>
 
 #include "corvane/platform/qt/qt_backend.h"
@@ -53,7 +53,8 @@ class QtPointer final : public TestPointer {
   QtPointer(const QtPointer&) = delete;
   QtPointer& operator=(const QtPointer&) = delete;
   ~QtPointer() override {
-    if (buttons_ != Qt::NoButton) send(QEvent::MouseButtonRelease, buttons_.testFlag(Qt::LeftButton) ? Qt::LeftButton : Qt::MiddleButton);
+    if (buttons_ != Qt::NoButton)
+      send(QEvent::MouseButtonRelease, buttons_.testFlag(Qt::LeftButton) ? Qt::LeftButton : Qt::MiddleButton);
   }
 
   void move(CGPoint to) override {

@@ -71,7 +71,9 @@ std::string RealEnginePlatform::address(PageKind kind) {
 
 std::string RealEnginePlatform::page(std::string_view file) const { return server_->address(file); }
 
-bool RealEnginePlatform::runUntil(const std::function<bool()>& condition) { return test::runMainContextUntil(condition); }
+bool RealEnginePlatform::runUntil(const std::function<bool()>& condition) {
+  return test::runMainContextUntil(condition);
+}
 
 EvaluationResult RealEnginePlatform::evaluate(const UIView& view, std::string_view script) {
   std::optional<EvaluationResult> result;

@@ -186,7 +186,8 @@ TEST_P(RealEngine, TheWindowsOfSurfacesAreInOneSceneAndOneOfThemIsKey) {
   EXPECT_EQ(scene->windows().size(), 1U);
 }
 
-INSTANTIATE_TEST_SUITE_P(, RealEngine, testing::ValuesIn(realEngines()), [](const auto& engine) { return engine.param.name; });
+INSTANTIATE_TEST_SUITE_P(, RealEngine, testing::ValuesIn(realEngines()),
+                         [](const auto& engine) { return engine.param.name; });
 
 }  // namespace
 }  // namespace corvane::contract

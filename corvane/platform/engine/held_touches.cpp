@@ -51,9 +51,8 @@ bool HeldTouches::isOverFixedPage(CGPoint location) const {
 }
 
 bool HeldTouches::wouldPinch(const UITouchEvent& touch) const {
-  const bool isSecond = std::ranges::any_of(owners_, [&](const auto& other) {
-    return other.second == Owner::underneath && other.first != touch.identifier;
-  });
+  const bool isSecond = std::ranges::any_of(
+      owners_, [&](const auto& other) { return other.second == Owner::underneath && other.first != touch.identifier; });
   return isSecond && isOverFixedPage(touch.location);
 }
 

@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/engine/surface_scene.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
-#include "corvane/platform/engine/surface_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"

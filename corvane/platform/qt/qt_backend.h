@@ -1,4 +1,5 @@
-/// The real-engine backend in which calls can take place: Qt for the screen and the run loop, Qt WebEngine for the pages.
+/// The real-engine backend in which calls can take place: Qt for the screen and the run loop, Qt WebEngine for the
+/// pages.
 #pragma once
 
 #include <expected>

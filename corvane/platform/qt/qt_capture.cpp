@@ -55,27 +55,28 @@ void showCaptureDialog(QWidget* parent, QWebEnginePage* page, const WKMediaCaptu
 void handleFeatureRequests(QWebEnginePage& page, DialogParent parent, std::shared_ptr<EngineContext> context,
                            std::weak_ptr<WebEngineClient> client) {
   const QPointer<QWebEnginePage> weak(&page);
-  QObject::connect(
-      &page, &QWebEnginePage::featurePermissionRequested, &page,
-      [weak, parent = std::move(parent), context = std::move(context), client = std::move(client)](const QUrl& origin,
-                                                                                                Feature feature) {
-        engine::CaptureAnswer answer([weak, origin, feature](bool isAllowed) {
-          if (weak == nullptr) return;
-          weak->setFeaturePermission(origin, feature,
-                                     isAllowed ? QWebEnginePage::PermissionGrantedByUser
-                                               : QWebEnginePage::PermissionDeniedByUser);
-        });
-        const auto type = captureType(feature);
-        const auto receiver = client.lock();
-        if (!type || receiver == nullptr) return;
-        auto ask = [weak, parent, context](const WKMediaCaptureRequest& request,
-                                           std::move_only_function<void(bool)> passOn) {
-          if (const CapturePrompt prompt = context->capturePrompt) return prompt(request, std::move(passOn));
-          showCaptureDialog(parent(), weak, request, std::move(passOn));
-        };
-        const WKMediaCaptureRequest request{*type, toText(weak->url().toEncoded())};
-        receiver->engineRequestsCapture(request, engine::makeDecisionHandler(request, std::move(answer), std::move(ask)));
-      });
+  QObject::connect(&page, &QWebEnginePage::featurePermissionRequested, &page,
+                   [weak, parent = std::move(parent), context = std::move(context), client = std::move(client)](
+                       const QUrl& origin, Feature feature) {
+                     engine::CaptureAnswer answer([weak, origin, feature](bool isAllowed) {
+                       if (weak == nullptr) return;
+                       weak->setFeaturePermission(origin, feature,
+                                                  isAllowed ? QWebEnginePage::PermissionGrantedByUser
+                                                            : QWebEnginePage::PermissionDeniedByUser);
+                     });
+                     const auto type = captureType(feature);
+                     const auto receiver = client.lock();
+                     if (!type || receiver == nullptr) return;
+                     auto ask = [weak, parent, context](const WKMediaCaptureRequest& request,
+                                                        std::move_only_function<void(bool)> passOn) {
+                       if (const CapturePrompt prompt = context->capturePrompt)
+                         return prompt(request, std::move(passOn));
+                       showCaptureDialog(parent(), weak, request, std::move(passOn));
+                     };
+                     const WKMediaCaptureRequest request{*type, toText(weak->url().toEncoded())};
+                     receiver->engineRequestsCapture(
+                         request, engine::makeDecisionHandler(request, std::move(answer), std::move(ask)));
+                   });
 }
 
 }  // namespace corvane::qt

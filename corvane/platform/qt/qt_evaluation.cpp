@@ -45,8 +45,7 @@ Evaluations::Evaluations(QWebEnginePage& page, std::shared_ptr<EngineContext> co
 
 void Evaluations::run(std::string_view script, EvaluationCompletion completion) {
   if (isProcessGone_) {
-    return settleLater(std::move(completion),
-                       {WebError::Kind::processTerminated, "The page's process has ended", {}});
+    return settleLater(std::move(completion), {WebError::Kind::processTerminated, "The page's process has ended", {}});
   }
   if (!isValidUtf8(script)) return settleLater(std::move(completion), scriptFailed("The script is not valid UTF-8"));
   const std::uint64_t number = nextNumber_++;

@@ -17,8 +17,8 @@ Page::Page(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile
   chosen->setAttribute(QWebEngineSettings::FullScreenSupportEnabled, false);
   chosen->setAttribute(QWebEngineSettings::NavigateOnDropEnabled, false);
   chosen->setAttribute(QWebEngineSettings::ShowScrollBars, false);
-  // Other programs are started by the host app, if by anybody.
-  chosen->setUnknownUrlSchemePolicy(QWebEngineSettings::DisallowUnknownUrlSchemes);
+  // Only so are we asked about addresses for other programs. Those are started by the host app, if by anybody.
+  chosen->setUnknownUrlSchemePolicy(QWebEngineSettings::AllowAllUnknownUrlSchemes);
   connect(this, &QWebEnginePage::certificateError, this,
           [](QWebEngineCertificateError error) { error.rejectCertificate(); });
 }

@@ -1,6 +1,7 @@
 #include "corvane/platform/qt/qt_page_loader.h"
 
 #include <QtWebEngineCore/QWebEngineHistory>
+#include <QtWebEngineCore/QWebEngineUrlScheme>
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <algorithm>
 #include <csignal>
@@ -22,6 +23,8 @@ namespace {
 
 /// How long the page that is to be left may keep its process busy.
 constexpr std::chrono::seconds signOfLifeLimit{3};
+/// How long after one sign of life it is asked for the next.
+constexpr std::chrono::seconds signOfLifeInterval{1};
 /// How long after a click or a key the page still goes somewhere because of it.
 constexpr std::chrono::seconds userActionLength{1};
 
@@ -36,6 +39,14 @@ std::string spelling(const QUrl& url) {
 /// calls that a success.
 bool isLoadable(const std::string& text, const QUrl& url) {
   return isValidUtf8(text) && url.isValid() && !url.isRelative() && url.scheme() != QLatin1String("javascript");
+}
+
+/// Whether the engine shows what such an address leads to. It would start another program for all others.
+bool isForEngine(const QUrl& url) {
+  static const QStringList schemes{QStringLiteral("http"),       QStringLiteral("https"), QStringLiteral("about"),
+                                   QStringLiteral("data"),       QStringLiteral("blob"),  QStringLiteral("file"),
+                                   QStringLiteral("filesystem"), QStringLiteral("qrc")};
+  return schemes.contains(url.scheme()) || QWebEngineUrlScheme::schemeByName(url.scheme().toLatin1()).name() != "";
 }
 
 WebError::Kind kindOf(const QWebEngineLoadingInfo& info) {
@@ -111,16 +122,23 @@ void PageLoader::load(const URLRequest& request) {
   // What the page that is left says meanwhile is not heard, and a load that is replaced ends without a word.
   const auto alive = shared_from_this();
   page_->load(made);
-  if (connections_ != nullptr) watchPreviousPage();
+  watchPreviousPage();
 }
 
 void PageLoader::watchPreviousPage() {
+  if (signOfLifeTimer_ == nullptr) return;
   signOfLifeTimer_->stop();
   if (page_->url().isEmpty()) return;
   signOfLifeTimer_->start(signOfLifeLimit);
   evaluations_->run("0",
                     whileAlive(weak_from_this(), [number = loadNumber_](PageLoader& self, const EvaluationResult&) {
-                      if (self.loadNumber_ == number && self.signOfLifeTimer_ != nullptr) self.signOfLifeTimer_->stop();
+                      if (self.loadNumber_ != number || self.signOfLifeTimer_ == nullptr) return;
+                      self.signOfLifeTimer_->stop();
+                      self.context_->runLoop->schedule(signOfLifeInterval,
+                                                       whileAlive(self.weak_from_this(), [number](PageLoader& later) {
+                                                         if (later.loadNumber_ == number && later.isHostWaiting())
+                                                           later.watchPreviousPage();
+                                                       }));
                     }));
 }
 
@@ -146,12 +164,13 @@ bool PageLoader::mayNavigate(const QUrl& url, QWebEnginePage::NavigationType typ
   if (isMainFrame && type == QWebEnginePage::NavigationTypeTyped) {
     // Only the host's loads are of this type, and the engine forgets the older ones.
     if (tracker_.isAwaited(tracker_.hostUrl())) beginHostLoad();
-    return true;
+    return isForEngine(url);
   }
-  return isAllowed({toText(url.toEncoded()), target, isUserActive()});
+  return isAllowed({toText(url.toEncoded()), target, isUserActive()}) && isForEngine(url);
 }
 
 void PageLoader::beginHostLoad() {
+  strayUrl_.clear();
   isCommitted_ = false;
   static_cast<void>(tracker_.navigationDecided(tracker_.hostUrl()));
   tracker_.loadStarted();
@@ -164,6 +183,9 @@ void PageLoader::loadingChanged(const QWebEngineLoadingInfo& info) {
     case QWebEngineLoadingInfo::LoadStartedStatus:
       if (tracker_.isAwaited(url)) return beginHostLoad();
       if (tracker_.hostUrl() == url) return restartTimer();
+      // Of what the page begins meanwhile the engine says only how it ends.
+      if (tracker_.isHostWaiting()) strayUrl_ = url;
+      if (tracker_.isHostWaiting()) return;
       isCommitted_ = false;
       if (tracker_.loadStarted()) timeoutInterval_ = URLRequest{}.timeoutInterval;
       return restartTimer();
@@ -186,11 +208,11 @@ void PageLoader::loadFailed(const QWebEngineLoadingInfo& info) {
 }
 
 void PageLoader::loadStopped(const QWebEngineLoadingInfo& info) {
+  if (tracker_.isHostWaiting() && spelling(info.url()) == strayUrl_) return strayUrl_.clear();
   // The page began this, and it turned out to be a download, or was refused: the page is as it was.
   if (!isCommitted_ && !tracker_.isHostWaiting()) return tracker_.pageStays();
-  auto failed =
-      tracker_.loadFailed(isCommitted_ ? LoadPhase::committed : LoadPhase::provisional,
-                          {WebError::Kind::cancelled, describe(info), toText(info.url().toEncoded())});
+  auto failed = tracker_.loadFailed(isCommitted_ ? LoadPhase::committed : LoadPhase::provisional,
+                                    {WebError::Kind::cancelled, describe(info), toText(info.url().toEncoded())});
   // The engine says nothing of a load that another one replaces, so this one's end is certain.
   report(failed ? std::move(failed) : tracker_.settleCancelledLoad());
 }
@@ -221,10 +243,9 @@ void PageLoader::processTerminated(QWebEnginePage::RenderProcessTerminationStatu
     evaluations_->setProcessGone(false);
     restartTimer();
     // The engine is still about to say how the load ended with the process.
-    return context_->runLoop->post(
-        whileAlive(weak_from_this(), [number = loadNumber_, request](PageLoader& self) {
-          if (self.loadNumber_ == number) self.page_->load(request);
-        }));
+    return context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, request](PageLoader& self) {
+      if (self.loadNumber_ == number) self.page_->load(request);
+    }));
   }
   report(tracker_.processTerminated(gone.description));
 }

@@ -18,8 +18,8 @@
 
 namespace corvane::qt {
 
-/// Feeds the engine's signals to the tracker and the tracker's reports to the client, and asks the client where the page
-/// may go.
+/// Feeds the engine's signals to the tracker and the tracker's reports to the client, and asks the client where the
+/// page may go.
 ///
 /// Times out documents of which nothing comes, which the engine itself never does. A page whose process hangs or ends
 /// while the host waits for another page gives way: its process is ended, and the load begins anew in another one.
@@ -82,6 +82,8 @@ class PageLoader final : public std::enable_shared_from_this<PageLoader> {
   /// Changes with whatever makes an earlier load's end meaningless.
   std::uint64_t loadNumber_ = 0;
   bool isCommitted_ = false;
+  /// What the page has begun while the host waits for another one; empty for nothing.
+  std::string strayUrl_;
   RunLoop::Time userAction_ = RunLoop::Time::min();
   /// The host's newest, for another try in another process; none once it has had that.
   std::optional<QWebEngineHttpRequest> untriedAgain_;

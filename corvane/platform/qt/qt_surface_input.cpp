@@ -232,7 +232,8 @@ bool SurfaceInput::handleTouch(QTouchEvent& event) {
     if (point.state() != QEventPoint::Stationary) {
       const CGPoint origin = window_->bounds().origin;
       const TouchPhase phase = isPressed ? TouchPhase::began : isReleased ? TouchPhase::ended : TouchPhase::moved;
-      verdict = held->handle({static_cast<std::uint64_t>(point.id()) + 1, phase, {place.x + origin.x, place.y + origin.y}});
+      verdict =
+          held->handle({static_cast<std::uint64_t>(point.id()) + 1, phase, {place.x + origin.x, place.y + origin.y}});
     }
     const auto found = fingers_.find(point.id());
     if (found == fingers_.end()) continue;
