@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-#include "corvane/platform/engine/surface_scene.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
+#include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
@@ -42,7 +42,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void begin() {
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
-    engine::joinScene(*window_);
+    joinScene(*window_);
     realizing_ = SignalConnection::make<void(GtkWidget*)>(
         widget(), "realize",
         [enter = whileAlive(weak_from_this(), &Parts::didEnterWindow)](GtkWidget*) mutable { enter(); });
@@ -52,7 +52,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
     realizing_.reset();
     activation_.reset();
-    engine::leaveScene(*window_);
+    leaveScene(*window_);
     input_.reset();
     adoption_.reset();
     endSurfaceWidget(widget());
