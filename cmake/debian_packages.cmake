@@ -1,4 +1,4 @@
-# Debian packages: the two libraries, what is needed to build with them, and the tool. `./dev package` makes and tries them.
+# Debian packages: the libraries, what is needed to build with them, and the tool. `./dev package` makes and tries them.
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_CONTACT "Corvane developers <developers@corvane.example>")
 set(CPACK_PACKAGE_VENDOR Corvane)
@@ -6,6 +6,9 @@ set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_COMPONENTS_ALL library development tools)
 if(CORVANE_HAS_GTK)
   list(APPEND CPACK_COMPONENTS_ALL gtk)
+endif()
+if(CORVANE_HAS_QT)
+  list(APPEND CPACK_COMPONENTS_ALL qt)
 endif()
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
@@ -30,6 +33,8 @@ corvane_debian_package(library libcorvane${CORVANE_ABI} libs
   "This is the library, with a backend for tests that needs no screen.")
 corvane_debian_package(gtk libcorvane-gtk${CORVANE_ABI} libs
   "This is the backend for Linux devices with a touch screen, on GTK 4 and WebKitGTK.")
+corvane_debian_package(qt libcorvane-qt${CORVANE_ABI} libs
+  "This is the backend in which calls can take place, on Qt 6 and Qt WebEngine.")
 corvane_debian_package(development libcorvane-dev libdevel
   "These are the headers, a CMake package and pkg-config files, for apps that embed it.")
 corvane_debian_package(tools corvane-tools utils
@@ -48,9 +53,13 @@ foreach(component IN LISTS CPACK_COMPONENTS_ALL)
 endforeach()
 
 set(CPACK_DEBIAN_GTK_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
+set(CPACK_DEBIAN_QT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 if(CORVANE_HAS_GTK)
   string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libcorvane-gtk${CORVANE_ABI} ${same_version}, libgtk-4-dev")
+endif()
+if(CORVANE_HAS_QT)
+  string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libcorvane-qt${CORVANE_ABI} ${same_version}, qt6-base-dev")
 endif()
 include(CPack)

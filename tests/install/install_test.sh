@@ -14,6 +14,7 @@ mv "$work/first" "$work/prefix"
 prefix=$work/prefix
 libraries=$(dirname "$(find "$prefix" -name libcorvane.so)")
 has_gtk=$([ -e "$libraries/libcorvane-gtk.so" ] && echo yes || echo no)
+has_qt=$([ -e "$libraries/libcorvane-qt.so" ] && echo yes || echo no)
 PKG_CONFIG_PATH=$libraries/pkgconfig:${PKG_CONFIG_PATH:-}
 export PKG_CONFIG_PATH
 
@@ -34,6 +35,10 @@ fi
 # What exports must be installed: everything else in the libraries is hidden.
 cd "$here/../.."
 for header in $(grep -rl --include='*.h' CORVANE_EXPORT corvane); do
+  case $header in
+    corvane/platform/gtk/*) [ "$has_gtk" = yes ] || continue ;;
+    corvane/platform/qt/*) [ "$has_qt" = yes ] || continue ;;
+  esac
   [ -e "$prefix/include/$header" ] || fail "$header exports but is not installed"
 done
 
@@ -56,6 +61,16 @@ if [ "$has_gtk" = yes ]; then
   run "$work/consumer-gtk" || fail "the GTK consumer built with pkg-config fails"
 else
   echo "skipped: the GTK consumer, as the backend is not built"
+fi
+if [ "$has_qt" = yes ]; then
+  export QT_QPA_PLATFORM=offscreen
+  if [ "$(id -u)" = 0 ]; then export QTWEBENGINE_DISABLE_SANDBOX=1; fi
+  [ -x "$work/cmake/consumer-qt" ] || fail "the CMake package does not offer corvane::qt"
+  compile consumer-qt consumer_qt.cpp corvane-qt
+  "$work/cmake/consumer-qt" || fail "the Qt consumer built with CMake fails"
+  run "$work/consumer-qt" || fail "the Qt consumer built with pkg-config fails"
+else
+  echo "skipped: the Qt consumer, as the backend is not built"
 fi
 
 # The tool finds its library by itself.
