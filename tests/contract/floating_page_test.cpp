@@ -345,6 +345,36 @@ TEST_P(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   expectClickInPage(box_->center());
 }
 
+TEST_P(FloatingPage, FingersReachThePageAndDragTheWindowOneAtATime) {
+  std::string reason;
+  pointer_ = platform_->openFingers(reason);
+  if (pointer_ == nullptr) GTEST_SKIP() << reason;
+  page_->setScrollEnabled(false);
+  const auto expectTapInPage = [&](CGPoint point) {
+    ASSERT_NO_FATAL_FAILURE(show());
+    pointer_->click(point);
+    ASSERT_TRUE(waitForPage("seen.some((event) => event.startsWith('click'))")) << "saw only: " << seen();
+    EXPECT_EQ(kindsSeen(), "pointerdown,touchstart,pointerup,touchend,mousedown,mouseup,click") << seen();
+    const CGPoint place = onPage(point);
+    EXPECT_NEAR(evaluate("Number(seen[0].split(' ')[1])")->number().value_or(-99), place.x, 2) << seen();
+    EXPECT_NEAR(evaluate("Number(seen[0].split(' ')[2])")->number().value_or(-99), place.y, 2) << seen();
+    forgetEvents();
+  };
+  expectTapInPage({200, 700});
+  shrink();
+  expectTapInPage({309, 674});
+  ASSERT_NO_FATAL_FAILURE(beginDrag({309, 674}, {280, 640}));
+  pointer_->moveTo({260, 520});
+  pointer_->press(2);
+  pointer_->release(2);
+  pointer_->moveInSteps({180, 370});
+  pointer_->release();
+  ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
+  EXPECT_EQ(finger_, (CGPoint{180, 370}));
+  EXPECT_EQ(seen(), "") << "the page sees nothing of a drag, nor of a second finger";
+  expectTapInPage(box_->center());
+}
+
 INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(realEngines()),
                          [](const auto& engine) { return engine.param.name; });
 

@@ -3,11 +3,13 @@
 #include <QApplication>
 #include <QGridLayout>
 #include <QImage>
+#include <QPointingDevice>
 #include <QPushButton>
 #include <QWindow>
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <csignal>
 #include <filesystem>
+#include <map>
 #include <utility>
 
 #include "corvane/platform/qt/qt_backend.h"
@@ -86,6 +88,47 @@ class QtPointer final : public TestPointer {
   Qt::MouseButtons buttons_;
 };
 
+/// A touch screen with two fingers.
+class QtFingers final : public TestPointer {
+ public:
+  explicit QtFingers(QWidget* widget) : widget_(widget) {}
+
+  void move(CGPoint to) override {
+    place_ = QPointF(to.x, to.y);
+    if (!fingers_.empty()) send(fingers_.rbegin()->first, QEventPoint::Updated);
+  }
+  void press(int finger) override { send(finger, QEventPoint::Pressed); }
+  void release(int finger) override {
+    send(finger, QEventPoint::Released);
+    fingers_.erase(finger);
+  }
+
+ private:
+  static const QPointingDevice* screen() {
+    static const QPointingDevice device("fingers", 1, QInputDevice::DeviceType::TouchScreen,
+                                        QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 2, 0);
+    return &device;
+  }
+
+  void send(int finger, QEventPoint::State state) {
+    QWindow* const window = widget_->window()->windowHandle();
+    fingers_[finger] = window->mapToGlobal(widget_->mapTo(widget_->window(), place_));
+    QList<QWindowSystemInterface::TouchPoint> points;
+    for (const auto& [identifier, place] : fingers_) {
+      QWindowSystemInterface::TouchPoint point;
+      point.id = identifier;
+      point.area = QRectF(place, QSizeF());
+      point.state = identifier == finger ? state : QEventPoint::Stationary;
+      points.append(point);
+    }
+    QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::AsynchronousDelivery>(window, screen(), points);
+  }
+
+  QWidget* widget_;
+  QPointF place_;
+  std::map<int, QPointF> fingers_;
+};
+
 class QtScreen final : public TestScreen {
  public:
   explicit QtScreen(bool isShown) {
@@ -151,6 +194,9 @@ class QtPlatform final : public RealEnginePlatform {
   void queueFrame() override { surface_->widget()->update(); }
   std::unique_ptr<TestPointer> openPointer(std::string&) override {
     return std::make_unique<QtPointer>(surface_->widget());
+  }
+  std::unique_ptr<TestPointer> openFingers(std::string&) override {
+    return std::make_unique<QtFingers>(surface_->widget());
   }
   void setSurfaceVisible(bool isVisible) override { surface_->widget()->setVisible(isVisible); }
   std::unique_ptr<TestScreen> makeScreen(bool isShown) override { return std::make_unique<QtScreen>(isShown); }

@@ -81,6 +81,11 @@ class RealEnginePlatform : public ContractPlatform {
   virtual void queueFrame() = 0;
   /// Null, and a reason, where there is no mouse to move.
   [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
+  /// The same for fingers: a button is a finger, and the one that is pressed last moves.
+  [[nodiscard]] virtual std::unique_ptr<TestPointer> openFingers(std::string& reason) {
+    reason = "The toolkit takes no made-up touches";
+    return nullptr;
+  }
   /// Puts a button of the host app under the surface.
   virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
   virtual void setSurfaceVisible(bool isVisible) = 0;
