@@ -5,6 +5,8 @@
 #include <QTouchEvent>
 #include <QVariant>
 #include <QWheelEvent>
+#include <algorithm>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -211,11 +213,27 @@ bool SurfaceInput::handleWheel(const QWheelEvent& event) {
   return true;
 }
 
-bool SurfaceInput::handleTouch(QTouchEvent& event) {
-  if (event.type() == QEvent::TouchCancel) {
-    cancelAll();
-    return !fingers_.empty();
+bool SurfaceInput::cancelTouches(const QTouchEvent& event) {
+  const auto held = held_;
+  const auto cancelled = std::exchange(fingers_, {});
+  fingersBeginnings_.clear();
+  std::set<QWidget*> inputs;
+  for (const auto& [identifier, target] : cancelled) {
+    const auto verdict = held->handle({static_cast<std::uint64_t>(identifier) + 1, TouchPhase::cancelled, {}});
+    const auto page = target.page.lock();
+    if (verdict == Verdict::passes && page != nullptr) inputs.insert(inputOf(*page));
   }
+  inputs.erase(nullptr);
+  for (QWidget* const input : inputs) {
+    QTouchEvent copy(QEvent::TouchCancel, event.pointingDevice(), event.modifiers(), {});
+    QCoreApplication::sendEvent(input, &copy);
+  }
+  const auto isOurs = [](const auto& finger) { return finger.second.kind != Target::Kind::host; };
+  return std::ranges::any_of(cancelled, isOurs);
+}
+
+bool SurfaceInput::handleTouch(QTouchEvent& event) {
+  if (event.type() == QEvent::TouchCancel) return cancelTouches(event);
   bool isOurs = false;
   std::shared_ptr<WKWebView> page;
   std::vector<PageFinger> beginnings;
@@ -251,6 +269,7 @@ bool SurfaceInput::handleTouch(QTouchEvent& event) {
     }
     fingers.push_back({point.id(), point.state(), *onIt});
   }
+  std::erase_if(fingersBeginnings_, [this](const auto& beginning) { return !fingers_.contains(beginning.first); });
   QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
   if (input == nullptr) return isOurs;
   if (event.type() == QEvent::TouchBegin || !beginnings.empty()) focus(page);

@@ -78,6 +78,7 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   [[nodiscard]] bool handleMouse(const QMouseEvent& event);
   [[nodiscard]] bool handleWheel(const QWheelEvent& event);
   [[nodiscard]] bool handleTouch(QTouchEvent& event);
+  [[nodiscard]] bool cancelTouches(const QTouchEvent& event);
   /// Whether the event ends here.
   [[nodiscard]] bool deliver(const Click& click, bool isReplay);
   void sendToPage(WKWebView& page, const Click& click);
