@@ -83,13 +83,20 @@ TEST_F(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
 }
 
 TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
-  load(platform_->page("plain.html"));
-  findWebView(*view_)->load({.url = platform_->page("stalled.html#" + platform_->address(PageKind::silent)),
-                             .timeoutInterval = std::chrono::seconds(2)});
-  ASSERT_TRUE(waitFor(token("stalled")));
-  const auto end = RunLoop::main().now() + std::chrono::milliseconds(2500);
+  const std::string address = platform_->page("stalled.html#" + platform_->address(PageKind::silent));
+  load(address);
+  // A busy machine may be too slow for the shorter ones.
+  std::chrono::milliseconds limit(500);
+  for (bool isThere = false; !isThere && limit < std::chrono::seconds(30); limit *= 2) {
+    events_.clear();
+    findWebView(*view_)->load({.url = address, .timeoutInterval = limit});
+    ASSERT_TRUE(platform_->runUntil([&] { return !events_.empty(); }));
+    isThere = events_.front() == token("stalled");
+  }
+  events_.clear();
+  const auto end = RunLoop::main().now() + limit;
   ASSERT_TRUE(platform_->runUntil([&] { return RunLoop::main().now() > end; }));
-  EXPECT_FALSE(view_->error());
+  EXPECT_EQ(events_, std::vector<std::string>{});
   EXPECT_EQ(platform_->evaluate(*view_, "picture.complete")->boolean(), false) << "it is still awaited";
 }
 

@@ -44,10 +44,9 @@ bool PageNavigation::mayShow(WebKitResponsePolicyDecision* answer, const std::st
 }
 
 void PageNavigation::hostPageCommitted() {
-  WebKitBackForwardList* const history = webkit_web_view_get_back_forward_list(webView_);
-  WebKitBackForwardListItem* const page = webkit_back_forward_list_get_current_item(history);
-  hostPage_ = page != nullptr ? GObjectHandle<WebKitBackForwardListItem>::retain(page)
-                              : GObjectHandle<WebKitBackForwardListItem>();
+  // The history may not have it yet, so the address must do.
+  const char* url = webkit_web_view_get_uri(webView_);
+  hostPage_ = url != nullptr ? url : "";
 }
 
 bool PageNavigation::leadsToFormerPage(WebKitNavigationAction* action, const std::string& url) const {
@@ -58,7 +57,7 @@ bool PageNavigation::leadsToFormerPage(WebKitNavigationAction* action, const std
   }
   for (int place = 0; auto* const item = webkit_back_forward_list_get_nth_item(history, place); --place) {
     if (hasUrl(item, url)) return false;
-    if (item == hostPage_.get()) return true;
+    if (hasUrl(item, hostPage_)) return true;
   }
   return true;
 }

@@ -41,7 +41,8 @@ class PageNavigation {
   WebKitWebView* webView_;
   std::shared_ptr<EngineContext> context_;
   std::weak_ptr<WebEngineClient> client_;
-  GObjectHandle<WebKitBackForwardListItem> hostPage_;
+  /// Where the host's page has come to be, redirections included.
+  std::string hostPage_;
   /// Of the navigation that began last.
   bool isUserInitiated_ = false;
 };
