@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -25,6 +26,7 @@ void VelnorAgentView::Parts::evaluate(std::string_view script, EvaluationComplet
 
 void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
   error = scriptError;
+  diagnose(Diagnostic::Kind::scriptFailed, [&] { return "an action was not posted: " + scriptError.description; });
   emitEvent(AgentEvent::Error{});
 }
 

@@ -12,6 +12,7 @@
 #include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
@@ -99,7 +100,11 @@ void VelnorAgentView::loadBooking(std::string connectId) {
                                    .organisationId = parts.organisationId,
                                    .connectId = *parts.connectId,
                                    .enableSSO = parts.enableSSO});
-  if (!parts.callUrl) return;
+  if (!parts.callUrl) {
+    return diagnose(Diagnostic::Kind::addressRefused, [] {
+      return std::string("loadBooking: no address can be made of this region, organisation and booking");
+    });
+  }
   parts.error.reset();
   parts.callState.callSessionStatus = CallSessionStatus::disconnected;
   parts.webView->load({.url = *parts.callUrl,

@@ -83,8 +83,7 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
 
   /// The page plays. Each of these calls its receivers before it returns, and may end this engine.
   ///
-  /// From a load until its page commits, which it does by finishing at the latest, no message is delivered.
-  void commitLoad() { isPageHeard_ = true; }
+  /// What posts is the page that was asked for last; a previous one is gone as soon as that is.
   void finishLoad();
   /// The page wants to go somewhere by itself; whether it may.
   bool navigate(const WKNavigationAction& action);
@@ -111,7 +110,6 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   std::weak_ptr<WebEngineClient> client_;
   std::vector<Record> records_;
   std::string pageUrl_;
-  bool isPageHeard_ = true;
   /// Shared with the evaluations that wait for the run loop; they outlive the engine.
   std::shared_ptr<Evaluator> evaluator_ = std::make_shared<Evaluator>();
   LoadObserver loadObserver_;
