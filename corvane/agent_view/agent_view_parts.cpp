@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "corvane/platform/foundation/diagnostics.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -28,6 +29,24 @@ void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
   error = scriptError;
   diagnose(Diagnostic::Kind::scriptFailed, [&] { return "an action was not posted: " + scriptError.description; });
   emitEvent(AgentEvent::Error{});
+}
+
+void VelnorAgentView::Parts::tell(PageIncident incident) const {
+  if (const auto handler = pageIncidentHandler) handler(incident);
+}
+
+void VelnorAgentView::Parts::pageWasLost() {
+  const auto alive = agentView();
+  tell(PageIncident::processEnded);
+  const auto now = RunLoop::main().now();
+  const bool isEarly = lastReload && now - *lastReload < std::chrono::minutes(1);
+  if (!reloadsLostPage || isEarly || !connectId) return;
+  lastReload = now;
+  // The engine is in the middle of telling.
+  RunLoop::main().post(whileAlive(std::weak_ptr(alive), [](VelnorAgentView& view) {
+    view.loadBooking(*view.connectId());
+    AgentViewAccess::parts(view).tell(PageIncident::reloaded);
+  }));
 }
 
 std::shared_ptr<VelnorAgentView> VelnorAgentView::Parts::agentView() {

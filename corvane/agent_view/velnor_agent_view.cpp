@@ -195,6 +195,38 @@ void VelnorAgentView::setExternalLinkHandler(ExternalLinkHandler handler) {
   parts_->externalLinkHandler = std::move(handler);
 }
 
+CaptureState VelnorAgentView::captureState(AVMediaType mediaType) const {
+  return parts_->webView->captureState(mediaType);
+}
+
+void VelnorAgentView::setCaptureHandler(std::function<void()> handler) {
+  assertMainThread();
+  parts_->captureHandler = std::move(handler);
+}
+
+void VelnorAgentView::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  assertMainThread();
+  parts_->webView->setCaptureMuted(mediaType, isMuted);
+}
+
+void VelnorAgentView::setPageIncidentHandler(PageIncidentHandler handler) {
+  assertMainThread();
+  parts_->pageIncidentHandler = std::move(handler);
+}
+
+void VelnorAgentView::setReloadsLostPage(bool reloads) {
+  assertMainThread();
+  parts_->reloadsLostPage = reloads;
+}
+
+void VelnorAgentView::webViewDidChangeResponsiveness(WKWebView& /*webView*/, bool isResponding) {
+  parts_->tell(isResponding ? PageIncident::respondsAgain : PageIncident::stoppedResponding);
+}
+
+void VelnorAgentView::webViewDidChangeCapture(WKWebView& /*webView*/) {
+  if (const auto handler = parts_->captureHandler) handler();
+}
+
 bool VelnorAgentView::webViewMayNavigate(WKWebView& /*webView*/, const WKNavigationAction& action) {
   if (parts_->navigation.allows(action, parts_->callUrl.value_or(std::string()))) return true;
   const auto self = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
@@ -212,8 +244,10 @@ void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {
 }
 
 void VelnorAgentView::webViewDidFail(WKWebView& /*webView*/, const WebError& error) {
+  const auto alive = shared_from_this();
   parts_->error = error;
   parts_->emitEvent(AgentEvent::Error{});
+  if (error.kind == WebError::Kind::processTerminated) parts_->pageWasLost();
 }
 
 void VelnorAgentView::webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) {

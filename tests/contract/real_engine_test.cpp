@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "corvane/platform/web/engine_capabilities.h"
 #include "tests/contract/gtk_platform.h"
 #include "tests/contract/trouble_server.h"
 
@@ -139,6 +140,26 @@ TEST_F(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
   ASSERT_TRUE(waitFor(token("b2")));
   EXPECT_TRUE(platform_->evaluate(*view_, "history.back()"));
   expectPage("b2");
+}
+
+TEST_F(RealEngine, WhatItCanDoIsKnownBeforeAPageIsLoadedAndCaptureCanBeMuted) {
+  std::optional<EngineCapabilities> found;
+  queryEngineCapabilities([&](const EngineCapabilities& capabilities) { found = capabilities; });
+  ASSERT_TRUE(platform_->runUntil([&] { return found.has_value(); }));
+  EXPECT_TRUE(found->hasCamera && found->hasMicrophone) << "the made-up ones";
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  EXPECT_EQ(platform_->evaluate(*view_, "typeof RTCPeerConnection === 'function'")->boolean(),
+            found->hasPeerConnections);
+  platform_->setPromptAnswer(true);
+  ASSERT_TRUE(platform_->pageCaptures(*view_));
+  const auto becomes = [&](CaptureState state) {
+    return platform_->runUntil([&] { return view_->captureState(AVMediaType::audio) == state; });
+  };
+  EXPECT_TRUE(becomes(CaptureState::active));
+  view_->setCaptureMuted(AVMediaType::audio, true);
+  EXPECT_TRUE(becomes(CaptureState::muted));
+  view_->setCaptureMuted(AVMediaType::audio, false);
+  EXPECT_TRUE(becomes(CaptureState::active));
 }
 
 TEST_F(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {

@@ -11,6 +11,7 @@
 
 #include "corvane/platform/capture/stored_authorization.h"
 #include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/gtk/gtk_capabilities.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
 #include "corvane/platform/views/ui_window_scene.h"
@@ -38,6 +39,10 @@ class EngineFactory final : public WebEngineFactory {
   std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
                                         std::weak_ptr<WebEngineClient> client) override {
     return std::make_unique<GtkWebEngine>(configuration, std::move(client), context_);
+  }
+
+  void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion) override {
+    findCapabilities(context_, hasGraphicsProcessor(), std::move(completion));
   }
 
  private:

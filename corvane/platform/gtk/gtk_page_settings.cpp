@@ -69,6 +69,8 @@ SignalConnection addChannel(WebKitUserContentManager* manager, const WKUserConte
 GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configuration, const BackendOptions& options) {
   auto settings = GObjectHandle<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_media_stream(settings.get(), TRUE);
+  // Off at first, also in engines that were built with it.
+  webkit_settings_set_enable_webrtc(settings.get(), TRUE);
   webkit_settings_set_enable_mock_capture_devices(settings.get(), options.usesMockCaptureDevices);
   webkit_settings_set_media_playback_allows_inline(settings.get(), configuration.allowsInlineMediaPlayback);
   // The full screen of a page would be that of the app's window.

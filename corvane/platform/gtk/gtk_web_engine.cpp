@@ -85,11 +85,23 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader);
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
       parts.webView.get(), "permission-request",
-      [context = parts.context, client = std::move(client)](WebKitWebView* webView, WebKitPermissionRequest* request) {
+      [context = parts.context, client](WebKitWebView* webView, WebKitPermissionRequest* request) {
         return handlePermissionRequest(webView, request, context, client) ? TRUE : FALSE;
       }));
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
       parts.webView.get(), "script-dialog", answerDialog));
+  const auto notify = [&](const char* signal, auto tell) {
+    parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
+        parts.webView.get(), signal, [client, tell](WebKitWebView* webView, GParamSpec*) {
+          if (const auto receiver = client.lock()) tell(*receiver, webView);
+        }));
+  };
+  const auto tellOfCapture = [](WebEngineClient& receiver, WebKitWebView*) { receiver.engineDidChangeCapture(); };
+  notify("notify::camera-capture-state", tellOfCapture);
+  notify("notify::microphone-capture-state", tellOfCapture);
+  notify("notify::is-web-process-responsive", [](WebEngineClient& receiver, WebKitWebView* webView) {
+    receiver.engineDidChangeResponsiveness(webkit_web_view_get_is_web_process_responsive(webView) != FALSE);
+  });
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
       parts.webView.get(), "print", refusePrinting));
 }
@@ -132,6 +144,28 @@ void GtkWebEngine::setScrollEnabled(bool isEnabled) {
     style = makeFixedPageStyle();
     webkit_user_content_manager_add_style_sheet(parts_->manager.get(), style.get());
   }
+}
+
+CaptureState GtkWebEngine::captureState(AVMediaType mediaType) const {
+  WebKitWebView* const webView = parts_->webView.get();
+  switch (mediaType == AVMediaType::video ? webkit_web_view_get_camera_capture_state(webView)
+                                          : webkit_web_view_get_microphone_capture_state(webView)) {
+    case WEBKIT_MEDIA_CAPTURE_STATE_NONE:
+      return CaptureState::none;
+    case WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE:
+      return CaptureState::active;
+    case WEBKIT_MEDIA_CAPTURE_STATE_MUTED:
+      return CaptureState::muted;
+  }
+  return CaptureState::none;
+}
+
+void GtkWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  // The engine takes the other states for a wish to begin or to end the capture.
+  if (captureState(mediaType) == CaptureState::none) return;
+  const auto set = mediaType == AVMediaType::video ? webkit_web_view_set_camera_capture_state
+                                                   : webkit_web_view_set_microphone_capture_state;
+  set(parts_->webView.get(), isMuted ? WEBKIT_MEDIA_CAPTURE_STATE_MUTED : WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE);
 }
 
 GtkWidget* GtkWebEngine::widget() const { return objectCast<GtkWidget>(parts_->webView.get()); }

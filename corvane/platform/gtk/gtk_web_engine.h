@@ -34,6 +34,8 @@ class GtkWebEngine final : public WebEngine {
   void setInteractionEnabled(bool isEnabled) override;
   /// Works on the page that is there and on later ones. Scripts of the page can still scroll it.
   void setScrollEnabled(bool isEnabled) override;
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const override;
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted) override;
 
   /// The WebKit view.
   [[nodiscard]] GtkWidget* widget() const;

@@ -91,6 +91,24 @@ void HeadlessWebEngine::requestCapture(WKMediaCaptureType type, std::function<vo
                                 [once = std::move(once)](WKPermissionDecision decision) mutable { once(decision); });
 }
 
+CaptureState HeadlessWebEngine::captureState(AVMediaType mediaType) const {
+  return mediaType == AVMediaType::video ? video_ : audio_;
+}
+
+void HeadlessWebEngine::setCapture(AVMediaType mediaType, CaptureState state) {
+  if (std::exchange(mediaType == AVMediaType::video ? video_ : audio_, state) == state) return;
+  if (const auto client = client_.lock()) client->engineDidChangeCapture();
+}
+
+void HeadlessWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  if (captureState(mediaType) == CaptureState::none) return;
+  setCapture(mediaType, isMuted ? CaptureState::muted : CaptureState::active);
+}
+
+void HeadlessWebEngine::setResponding(bool isResponding) {
+  if (const auto client = client_.lock()) client->engineDidChangeResponsiveness(isResponding);
+}
+
 void HeadlessWebEngine::setEvaluator(Evaluator evaluator) { *evaluator_ = std::move(evaluator); }
 void HeadlessWebEngine::setLoadObserver(LoadObserver observer) { loadObserver_ = std::move(observer); }
 

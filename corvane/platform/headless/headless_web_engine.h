@@ -96,6 +96,11 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// Asks for capture. The answer comes to the handler, `deny` if nobody gives one.
   void requestCapture(WKMediaCaptureType type, std::function<void(WKPermissionDecision)> answer);
 
+  /// The page opens or closes the camera or the microphone.
+  void setCapture(AVMediaType mediaType, CaptureState state);
+  /// The page's process hangs, or goes on.
+  void setResponding(bool isResponding);
+
   /// By default every script evaluates to null. The evaluator runs, and the completion is called, when the run loop
   /// comes to it, in the order of the calls.
   void setEvaluator(Evaluator evaluator);
@@ -105,6 +110,8 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   void evaluate(std::string_view script, EvaluationCompletion completion) override;
   void setInteractionEnabled(bool isEnabled) override;
   void setScrollEnabled(bool isEnabled) override;
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const override;
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted) override;
 
  private:
   std::weak_ptr<WebEngineClient> client_;
@@ -113,6 +120,8 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// Shared with the evaluations that wait for the run loop; they outlive the engine.
   std::shared_ptr<Evaluator> evaluator_ = std::make_shared<Evaluator>();
   LoadObserver loadObserver_;
+  CaptureState video_ = CaptureState::none;
+  CaptureState audio_ = CaptureState::none;
 };
 
 }  // namespace corvane::headless
