@@ -351,6 +351,53 @@ TEST_F(FloatingPage, ThePageIsShownInWhateverWindowItsSurfaceIsPut) {
   EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(195, 422) == pageColour; }));
 }
 
+TEST_F(FloatingPage, AQuestionAboutCaptureEndsWithItsPage) {
+  platform_->useOwnCaptureDialog();
+  const auto dialogs = [] {
+    GListModel* const windows = gtk_window_get_toplevels();
+    int count = 0;
+    for (guint place = 0; place < g_list_model_get_n_items(windows); ++place) {
+      auto* const window = static_cast<GObject*>(g_list_model_get_item(windows, place));
+      if (g_type_is_a(G_OBJECT_TYPE(window), g_type_from_name("GtkMessageDialog")) != FALSE) ++count;
+      g_object_unref(window);
+    }
+    return count;
+  };
+  for (int load = 0; load < 2; ++load) {
+    static_cast<void>(evaluate("navigator.mediaDevices.getUserMedia({ video: true }); 0"));
+    ASSERT_TRUE(platform_->runUntil([&] { return dialogs() == 1; }));
+    page_->load({.url = platform_->page("seen.html?" + std::to_string(load))});
+    ASSERT_TRUE(platform_->runUntil([&] { return dialogs() == 0; }));
+    ASSERT_TRUE(
+        waitForPage("document.readyState === 'complete' && location.search === '?" + std::to_string(load) + "'"));
+  }
+}
+
+TEST_F(FloatingPage, WhatIsDroppedOnThePageReplacesNothing) {
+  GtkWidget* const shelf = platform_->addHostButton({{0, 0}, {100, 100}}, [] {});
+  auto* const source = gtk_drag_source_new();
+  const std::string link = platform_->page("plain.html") + "\r\n";
+  GBytes* const bytes = g_bytes_new(link.data(), link.size());
+  gtk_drag_source_set_content(source, gdk_content_provider_new_for_bytes("text/uri-list", bytes));
+  g_bytes_unref(bytes);
+  gtk_event_controller_set_propagation_phase(reinterpret_cast<GtkEventController*>(source), GTK_PHASE_CAPTURE);
+  gtk_widget_add_controller(shelf, reinterpret_cast<GtkEventController*>(source));
+  box_->setFrame({{150, 0}, {240, 844}});
+  ASSERT_NO_FATAL_FAILURE(show());
+  static_cast<void>(evaluate("addEventListener('dragover', () => { window.wasOver = true; }); 0"));
+  pointer_->move({50, 50});
+  pointer_->press();
+  for (int step = 1; step <= 20; ++step) {
+    pointer_->move({50.0 + step * 10, 50.0 + step * 10});
+    ASSERT_NO_FATAL_FAILURE(show());
+  }
+  ASSERT_TRUE(waitForPage("window.wasOver === true"));
+  pointer_->release();
+  const auto end = RunLoop::main().now() + 1s;
+  ASSERT_TRUE(platform_->runUntil([&] { return RunLoop::main().now() > end; }));
+  EXPECT_TRUE(waitForPage("window.wasOver === true")) << "it is another page";
+}
+
 TEST_F(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   shrink();
   ASSERT_NO_FATAL_FAILURE(show());

@@ -169,11 +169,14 @@ class GtkPlatform final : public RealEnginePlatform {
 
   const std::shared_ptr<gtk::Surface>& surface() override { return surface_; }
 
-  void addHostButton(const CGRect& frame, std::function<void()> clicked) override {
+  void useOwnCaptureDialog() override { backend_->setCapturePrompt({}); }
+
+  GtkWidget* addHostButton(const CGRect& frame, std::function<void()> clicked) override {
     GtkWidget* const button = gtk_button_new();
     gtk_widget_set_size_request(button, static_cast<int>(frame.size.width), static_cast<int>(frame.size.height));
     gtk::connectForLife<void(GtkButton*)>(button, "clicked", [clicked = std::move(clicked)](GtkButton*) { clicked(); });
     gtk_fixed_put(reinterpret_cast<GtkFixed*>(hostWidgets_), button, frame.minX(), frame.minY());
+    return button;
   }
 
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {

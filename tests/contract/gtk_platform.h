@@ -34,8 +34,10 @@ class RealEnginePlatform : public ContractPlatform {
 
   /// The surface that shows the views; it lies over the host app's own widgets.
   [[nodiscard]] virtual const std::shared_ptr<gtk::Surface>& surface() = 0;
+  /// Lets the backend's own dialog ask the user.
+  virtual void useOwnCaptureDialog() = 0;
   /// Puts a button of the host app under the surface.
-  virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
+  virtual GtkWidget* addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
 };
 
 }  // namespace corvane::contract

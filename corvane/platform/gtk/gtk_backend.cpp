@@ -81,6 +81,10 @@ void Backend::setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStat
   parts_->authorization.set(mediaType, status);
 }
 
+void Backend::setCaptureDialogTexts(CaptureDialogTexts texts) {
+  parts_->context->captureDialogTexts = std::move(texts);
+}
+
 void Backend::setCapturePrompt(CapturePrompt prompt) { parts_->context->capturePrompt = std::move(prompt); }
 
 }  // namespace corvane::gtk

@@ -26,6 +26,14 @@ struct BackendOptions {
   bool allowsDeveloperTools = false;
 };
 
+/// The words of the dialog that asks whether a page may capture, for apps in other languages. What is empty is English.
+struct CaptureDialogTexts {
+  /// Makes the question. The site is the host name of the page, or empty.
+  std::function<std::string(const std::string& site, WKMediaCaptureType type)> question;
+  std::string allow;
+  std::string refuse;
+};
+
 /// Asks the user whether a page may capture; hands the answer to the function once. A function that is dropped
 /// uncalled refuses.
 using CapturePrompt = std::function<void(const WKMediaCaptureRequest&, std::move_only_function<void(bool)>)>;
@@ -57,7 +65,9 @@ class CORVANE_EXPORT Backend {
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
   /// Replaces the dialog that asks the user when a page's request is answered with `prompt`. An empty function brings
   /// the dialog back. The dialog stands over the web view's window; a web view in no window is refused.
+  /// It ends, with a refusal, when its page does.
   void setCapturePrompt(CapturePrompt prompt);
+  void setCaptureDialogTexts(CaptureDialogTexts texts);
 
  private:
   struct Parts;

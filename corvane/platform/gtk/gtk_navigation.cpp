@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "corvane/platform/gtk/glib_source.h"
+
 namespace corvane::gtk {
 
 namespace {
@@ -22,7 +24,7 @@ bool hasUrl(WebKitBackForwardListItem* item, std::string_view url) {
 
 bool PageNavigation::mayBegin(WebKitNavigationAction* action) {
   const std::string url = urlOf(action);
-  if (leadsToFormerPage(action, url)) return false;
+  if (leadsToFormerPage(action, url) || comesOfDropping(action)) return false;
   isUserInitiated_ = isUserGesture(action);
   return isAllowed({url, WKNavigationTarget::subframe, isUserInitiated_});
 }
@@ -41,6 +43,15 @@ bool PageNavigation::mayShow(WebKitResponsePolicyDecision* answer, const std::st
   const char* url = webkit_uri_request_get_uri(webkit_response_policy_decision_get_request(answer));
   if (url == nullptr || hostUrl == url) return true;
   return isAllowed({url, WKNavigationTarget::mainFrame, isUserInitiated_});
+}
+
+void PageNavigation::somethingWasDropped() { droppedAt_ = monotonicTime(); }
+
+bool PageNavigation::comesOfDropping(WebKitNavigationAction* action) const {
+  // The engine says of neither these nor of a script's that they are anything in particular.
+  constexpr std::chrono::seconds longest{2};
+  const bool isRecent = droppedAt_ != std::chrono::nanoseconds::min() && monotonicTime() - droppedAt_ < longest;
+  return isRecent && webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_OTHER;
 }
 
 void PageNavigation::hostPageCommitted() {

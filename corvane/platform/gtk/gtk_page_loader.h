@@ -36,6 +36,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void end();
   void load(const URLRequest& request);
   [[nodiscard]] bool mayOpenWindow(WebKitNavigationAction* action) const { return navigation_.mayOpenWindow(action); }
+  void somethingWasDropped() { navigation_.somethingWasDropped(); }
   /// Whether what the present document posts is for the host.
   [[nodiscard]] bool isPageHeard() const { return tracker_.isPageHeard(); }
 

@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/gtk/gtk_surface_drawing.h"
+#include "corvane/platform/gtk/gtk_web_engine.h"
 #include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane::gtk {
@@ -76,6 +78,9 @@ bool SurfaceInput::handle(GdkEvent* event) {
     case GDK_TOUCH_END:
     case GDK_TOUCH_CANCEL:
       break;
+    case GDK_DROP_START:
+      noteDrop(event);
+      return false;
     case GDK_GRAB_BROKEN:
       cancelAll();
       return false;
@@ -171,6 +176,12 @@ bool SurfaceInput::isBusy(std::optional<std::uint64_t> besides) const {
     const bool isWanted = touch.second.owner == Touch::Owner::undecided || touch.second.owner == Touch::Owner::views;
     return isWanted && touch.first != besides;
   });
+}
+
+void SurfaceInput::noteDrop(GdkEvent* event) const {
+  const auto view = window_->hitTest(locationOf(event));
+  GtkWebEngine* const engine = view != nullptr ? engineOf(*view) : nullptr;
+  if (engine != nullptr) engine->somethingWasDropped();
 }
 
 bool SurfaceInput::isOverFixedPage(CGPoint location) const {

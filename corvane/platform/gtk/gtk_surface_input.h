@@ -59,6 +59,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
   /// Whether a recognizer has, or may yet have, a touch other than this one.
   [[nodiscard]] bool isBusy(std::optional<std::uint64_t> besides = {}) const;
   /// Whether there is a page that may not be scrolled. Two fingers would zoom it, and it would stay like that.
+  void noteDrop(GdkEvent* event) const;
   [[nodiscard]] bool isOverFixedPage(CGPoint location) const;
   [[nodiscard]] bool wouldPinch(const UITouchEvent& touch) const;
   void cancelAll();

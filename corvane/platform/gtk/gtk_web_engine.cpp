@@ -178,6 +178,8 @@ void GtkWebEngine::moveTo(GtkWidget* parent) {
   if (std::exchange(parts_->hadParent, true)) redraw(widget());
 }
 
+void GtkWebEngine::somethingWasDropped() { parts_->loader->somethingWasDropped(); }
+
 void GtkWebEngine::redraw(GtkWidget* widget) {
   webkit_web_view_evaluate_javascript(objectCast<WebKitWebView>(widget), redrawScript, -1, nullptr, nullptr, nullptr,
                                       nullptr, nullptr);

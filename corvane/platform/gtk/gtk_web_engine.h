@@ -39,6 +39,7 @@ class GtkWebEngine final : public WebEngine {
 
   /// The WebKit view.
   [[nodiscard]] GtkWidget* widget() const;
+  void somethingWasDropped();
   /// Makes a page hand over a picture again. One that has come into another window has lost its own.
   static void redraw(GtkWidget* widget);
   /// Makes the widget a child of this parent. A widget that had another one comes without its picture, so the page is

@@ -19,8 +19,8 @@ struct EngineCapabilities {
   bool operator==(const EngineCapabilities&) const = default;
 };
 
-/// Finds out, which takes a fraction of a second, and calls the completion later on the main thread, once. The answer is
-/// all false where nothing could be found out. A backend must be installed; its end drops the completion.
+/// Finds out, which takes a fraction of a second, and calls the completion later on the main thread, once. The answer
+/// is all false where nothing could be found out. A backend must be installed; its end drops the completion.
 CORVANE_EXPORT void queryEngineCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion);
 
 }  // namespace corvane
