@@ -87,7 +87,7 @@ void VelnorAgentView::setTransform(const CGAffineTransform& transform) {
 }
 
 void VelnorAgentView::superviewDidResize(CGSize from) {
-  if (isMinimized()) return parts_->floating->containerDidResize(from);
+  if (isMinimized()) return parts_->floating->superviewDidResize(from);
   UIView::superviewDidResize(from);
 }
 

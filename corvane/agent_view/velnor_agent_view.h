@@ -117,12 +117,12 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// Signs the agent out; only while a call is running, and nothing otherwise.
   void signOut();
   /// Grows a minimized view back to its full size, tells the page, and raises `DidMaximize` when the page knows. Does
-  /// nothing for a view that is not minimized.
+  /// nothing for a view that is not minimized, nor from inside `WillMaximize`.
   void maximizeView();
 
   /// True while the view is shrunk to a floating window, which the page asks for. That is from the start of the
   /// shrinking to the start of the growing back. Frame and transform then keep their values, whatever is written to
-  /// them.
+  /// them. When its superview gets another size, the view comes to rest inside it again.
   [[nodiscard]] bool isMinimized() const;
   /// Where the view goes when it is minimized. This and the size are read after `WillMinimize` has been told.
   [[nodiscard]] MinimizedOrigin minimizedOrigin() const;
@@ -131,7 +131,8 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// the view's own size.
   [[nodiscard]] std::optional<CGSize> minimizedSize() const;
   void setMinimizedSize(std::optional<CGSize> size);
-  /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly. Set
+  /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly:
+  /// a container that this view is in and the view keep each other alive, until the view leaves it or null is set. Set
   /// while the view is minimized, it counts for the drags from then on.
   [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const CORVANE_LIFETIMEBOUND;
   void setMinimizedSuperview(std::shared_ptr<UIView> view);

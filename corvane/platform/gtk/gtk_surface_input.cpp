@@ -22,6 +22,21 @@ std::uint64_t identifierOf(GdkEvent* event) {
   return reinterpret_cast<std::uintptr_t>(gdk_event_get_event_sequence(event));
 }
 
+/// A page that has moved from under a finger sees the finger leave, but makes no click of it. This is not for the
+/// mouse: the same gestures tell the page that its button is up.
+void denyTap(const TouchAnchor& anchor, GdkEvent* event) {
+  GdkEventSequence* const finger = gdk_event_get_event_sequence(event);
+  const auto view = anchor.view();
+  const GtkWebEngine* const engine = view != nullptr ? engineOf(*view) : nullptr;
+  if (finger == nullptr || engine == nullptr || !anchor.hasMoved()) return;
+  const auto controllers = GObjectHandle<GListModel>::adopt(gtk_widget_observe_controllers(engine->widget()));
+  for (guint i = 0; i < g_list_model_get_n_items(controllers.get()); ++i) {
+    const auto controller = GObjectHandle<GtkEventController>::adopt(g_list_model_get_item(controllers.get(), i));
+    if (GTK_IS_GESTURE(controller.get()) == FALSE) continue;
+    gtk_gesture_set_sequence_state(objectCast<GtkGesture>(controller.get()), finger, GTK_EVENT_SEQUENCE_DENIED);
+  }
+}
+
 /// The toolkit's newer versions call this old and offer nothing in its found.
 void putBack(GdkEvent* event) {
   G_GNUC_BEGIN_IGNORE_DEPRECATIONS
@@ -141,7 +156,8 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   if (isBeginning) {
     // Gestures have one finger. A page that saw only the others would make a gesture of them.
     const bool isNobodys = isBusy(identifier) || wouldPinch(touch);
-    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event))};
+    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event)),
+                            TouchAnchor(*window_, touch.location)};
   }
   if (!touches_.contains(identifier)) return propagate(event);
   const TouchOutcome outcome = window_->sendTouch(touch);
@@ -159,6 +175,7 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   // Nobody has seen anything yet of a touch that is cancelled while it is held.
   if (wasUndecided && outcome == TouchOutcome::ignored) owner = isBeginning ? Owner::underneath : Owner::nobody;
   const bool goesOn = owner == Owner::underneath;
+  if (goesOn && touch.phase == TouchPhase::ended) denyTap(found->second.anchor, event);
   if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) touches_.erase(found);
   return !goesOn || propagate(event);
 }

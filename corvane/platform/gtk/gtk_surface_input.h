@@ -12,6 +12,7 @@
 
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/signal_connection.h"
+#include "corvane/platform/views/touch_anchor.h"
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane::gtk {
@@ -46,6 +47,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
     };
     Owner owner = Owner::undecided;
     EventHandle beginning;
+    TouchAnchor anchor;
   };
 
   void begin();

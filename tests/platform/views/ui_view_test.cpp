@@ -84,8 +84,14 @@ TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
     EXPECT_EQ(child->frame(), row.expected) << static_cast<int>(row.mask);
     parent->setFrame({{7, 7}, {20, 20}});
     EXPECT_TRUE(child->frame().size.width >= 0 && child->frame().size.height >= 0);
+    parent->setFrame({{7, 7}, {0, 0}});
     parent->setFrame({{7, 7}, {200, 200}});
     EXPECT_EQ(child->frame(), row.expected) << "turned back";
+    const auto other = UIView::create({{0, 0}, {300, 300}});
+    other->addSubview(child);
+    other->setFrame({{0, 0}, {310, 300}});
+    const CGRect anew = autoresizedFrame(row.expected, row.mask, {300, 300}, {310, 300});
+    EXPECT_NEAR(child->frame().maxX(), anew.maxX(), 1e-9);
   }
 }
 
