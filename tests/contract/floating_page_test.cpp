@@ -260,7 +260,7 @@ TEST_F(FloatingPage, OtherButtonsAndManyClicksReachThePageInOrder) {
   forgetEvents();
   pointer_->press(2);
   pointer_->release(2);
-  EXPECT_TRUE(waitForPage("seen.some((event) => event.startsWith('pointerup'))")) << seen();
+  EXPECT_TRUE(waitForPage("seen.some((event) => event.startsWith('mouseup'))")) << seen();
 }
 
 TEST_F(FloatingPage, WhatCannotBeDrawnIsLeftOutUntilItCan) {
@@ -297,6 +297,9 @@ TEST_F(FloatingPage, AnActionMayEndTheSurface) {
   ASSERT_TRUE(platform_->runUntil([&] { return surface->window()->bounds().size.width > 0; }));
   std::string reason;
   const auto pointer = demo::PointerInput::open(surface->widget(), reason);
+  // A window gets input once it has drawn something.
+  const gtk::FrameMeter meter(surface->widget());
+  ASSERT_TRUE(platform_->runUntil([&] { return meter.result().frames > 0; }));
   pointer->click({100, 100});
   EXPECT_TRUE(platform_->runUntil([&] { return surface == nullptr; }));
   gtk_window_destroy(hostWindow);
