@@ -16,6 +16,7 @@
 #include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
+#include "corvane/platform/gtk/gtk_surface_keyboard.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
 #include "corvane/platform/gtk/gtk_transform.h"
 
@@ -41,12 +42,16 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void begin() {
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
+    keyboard_ = SurfaceKeyboard::create(widget(), window_);
     joinScene(*window_);
+    activity_ = ActiveWindowFollower::create(widget(), window_);
   }
 
   void end() {
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
+    activity_.reset();
     leaveScene(*window_);
+    keyboard_.reset();
     input_.reset();
     adoption_.reset();
     endSurfaceWidget(widget());
@@ -70,10 +75,14 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     window_->layoutIfNeeded();
     for (const Placement& placement : placementsIn(*window_, frameTime())) place(placement);
     isAllocating_ = false;
+    if (keyboard_ != nullptr) keyboard_->viewsDidChange();
     followAnimations();
   }
 
-  void draw(GtkSnapshot* snapshot) override { drawWindow(snapshot, widget(), *window_, frameTime()); }
+  void draw(GtkSnapshot* snapshot) override {
+    drawWindow(snapshot, widget(), *window_, frameTime());
+    if (keyboard_ != nullptr) keyboard_->drawFocus(snapshot);
+  }
 
   bool takesTouchAt(CGPoint point) override { return viewAt(point) != nullptr; }
 
@@ -152,6 +161,8 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   std::shared_ptr<UIWindow> window_;
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<SurfaceInput> input_;
+  std::shared_ptr<SurfaceKeyboard> keyboard_;
+  std::shared_ptr<ActiveWindowFollower> activity_;
   bool isAllocating_ = false;
   guint tick_ = 0;
   /// Calls `adoptWebViews` once the present change is over.

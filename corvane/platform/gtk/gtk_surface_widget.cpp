@@ -61,6 +61,7 @@ void initializeSurfaceClass(gpointer surfaceClass, gpointer) noexcept {
   widgetClass->snapshot = drawSnapshot;
   widgetClass->contains = containsPoint;
   gtk_widget_class_set_css_name(widgetClass, "corvane-surface");
+  gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GROUP);
 }
 
 GType surfaceWidgetType() {
