@@ -14,6 +14,7 @@ TEST_F(FloatingPage, FingersTapThePageAndDragTheWindowAndNothingElse) {
   ASSERT_NO_FATAL_FAILURE(show());
   const auto expectTap = [&] {
     forgetEvents();
+    ASSERT_NO_FATAL_FAILURE(show());
     const CGPoint middle{std::round(box_->center().x), std::round(box_->center().y)};
     pointer_->touch(0, began, middle);
     pointer_->touch(0, ended, middle);
@@ -90,6 +91,8 @@ TEST_F(FloatingPage, TheKeyWindowIsThatOfTheActiveOne) {
   gtk_window_present(hostWindow);
   EXPECT_TRUE(platform_->runUntil([&] { return other->window()->isKeyWindow(); }));
   gtk_window_destroy(hostWindow);
+  // On a bare X server nobody hands the focus on.
+  if (!pointer_->hasFingers()) return;
   EXPECT_TRUE(platform_->runUntil([&] { return first->isKeyWindow(); }));
 }
 
@@ -130,13 +133,16 @@ TEST_F(FloatingPage, KeysGoToWhatTheUserSees) {
   expectWay(GDK_KEY_Up, [](CGPoint center) { return center.y < 100; });
   expectWay(GDK_KEY_Right, [](CGPoint center) { return center.x > 300; });
   expectWay(GDK_KEY_Down, [](CGPoint center) { return center.y > 700; });
+  const auto besideButton = [&] {
+    return gtk_widget_pick(reinterpret_cast<GtkWidget*>(gtk_widget_get_root(widget)), 70, 102, GTK_PICK_DEFAULT);
+  };
   int taps = 0;
   box_->addGestureRecognizer(UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { ++taps; }));
   pointer_->type({GDK_KEY_Return});
   EXPECT_TRUE(platform_->runUntil([&] { return taps == 1; }));
-  tabTo([&] { return focus() != widget; });
+  tabTo([&] { return focus() == besideButton(); });
   pointer_->type({GDK_KEY_space});
-  EXPECT_TRUE(platform_->runUntil([&] { return beside + covered == 1; }));
+  EXPECT_TRUE(platform_->runUntil([&] { return beside == 1; }));
 }
 
 }  // namespace

@@ -29,7 +29,8 @@ namespace corvane::gtk {
 /// Keys follow what the user sees. Widgets that views cover wholly are left out when the focus moves. When what has the
 /// focus gets covered, the focus goes into the page that covers it. A view with a pan recognizer, such as a call that
 /// floats, is a stop of the Tab key. There the arrow keys drag it towards a side, and Enter or space taps it; where no
-/// recognizer takes the tap, the focus goes into its page.
+/// recognizer takes the tap, the focus goes into its page. Assistive technology knows the widget as a group with the
+/// label "Call", which the app may change on the widget, and each page by its title.
 ///
 /// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
 ///            a container, the widget stays there and shows nothing.

@@ -179,6 +179,8 @@ void SurfaceKeyboard::placeFocus() {
   const bool isFloating = floatingView() != nullptr;
   if ((gtk_widget_get_focusable(widget_.get()) != FALSE) != isFloating) {
     gtk_widget_set_focusable(widget_.get(), isFloating);
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget_.get()), GTK_ACCESSIBLE_PROPERTY_KEY_SHORTCUTS,
+                                   isFloating ? "Left Right Up Down Enter" : "", -1);
   }
   if (!root_ || gtk_widget_get_mapped(widget_.get()) == FALSE) return;
   GtkWidget* const focus = gtk_root_get_focus(objectCast<GtkRoot>(root_.get()));

@@ -102,6 +102,12 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
         if (!std::exchange(*isLost, false)) return;
         webkit_web_view_evaluate_javascript(webView, redrawScript, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
       }));
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
+      parts.webView.get(), "notify::title", [](WebKitWebView* webView, GParamSpec*) {
+        const char* const title = webkit_web_view_get_title(webView);
+        gtk_accessible_update_property(GTK_ACCESSIBLE(webView), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                       title != nullptr ? title : "", -1);
+      }));
   // The engine's widget for input methods is a stop of the Tab key that nobody sees, and that lets nobody go on.
   for (GtkWidget* child = gtk_widget_get_first_child(widget()); child != nullptr;
        child = gtk_widget_get_next_sibling(child)) {
