@@ -160,9 +160,11 @@ class GtkPlatform final : public RealEnginePlatform {
     const std::shared_ptr<GdkPixbuf> picture(gdk_pixbuf_new_from_file(file.c_str(), nullptr), &g_object_unref);
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
-    return [picture](int x, int y) {
-      const guchar* const pixel = gdk_pixbuf_read_pixels(picture.get()) + y * gdk_pixbuf_get_rowstride(picture.get()) +
-                                  x * gdk_pixbuf_get_n_channels(picture.get());
+    const int scale = gtk_widget_get_scale_factor(surface_->widget());
+    return [picture, scale](int x, int y) {
+      const guchar* const pixel = gdk_pixbuf_read_pixels(picture.get()) +
+                                  scale * y * gdk_pixbuf_get_rowstride(picture.get()) +
+                                  scale * x * gdk_pixbuf_get_n_channels(picture.get());
       return Colour{pixel[0], pixel[1], pixel[2]};
     };
   }

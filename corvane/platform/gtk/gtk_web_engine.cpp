@@ -31,7 +31,8 @@ StyleSheetHandle makeFixedPageStyle() {
 
 /// Any change that the eye does not see makes the page hand over a new picture.
 constexpr const char* redrawScript =
-    "(() => { const style = document.documentElement.style, before = style.opacity; style.opacity = '0.999';"
+    "(() => { const style = document.documentElement.style, before = style.opacity;"
+    " if (before === '0.999') return; style.opacity = '0.999';"
     " requestAnimationFrame(() => requestAnimationFrame(() => { style.opacity = before; })); })();0";
 
 /// A page's dialog stops its scripts, the host's among them, until somebody answers it. Nobody can in a view that
@@ -67,7 +68,8 @@ struct GtkWebEngine::Parts {
   std::vector<SignalConnection> connections;
   std::vector<SignalConnection> windows;
   StyleSheetHandle fixedPageStyle;
-  bool hadParent = false;
+  /// Whether the widget has been taken apart since it last showed the page.
+  bool isPictureLost = false;
 };
 
 GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
@@ -104,6 +106,25 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   });
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
       parts.webView.get(), "print", refusePrinting));
+  // Wherever in the app's widgets something is moved to another place, all that is inside is taken apart.
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*)>(
+      parts.webView.get(), "unrealize", [isLost = &parts.isPictureLost](WebKitWebView*) { *isLost = true; }));
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*)>(
+      parts.webView.get(), "map", [isLost = &parts.isPictureLost](WebKitWebView* webView) {
+        if (!std::exchange(*isLost, false)) return;
+        webkit_web_view_evaluate_javascript(webView, redrawScript, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+      }));
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
+      parts.webView.get(), "notify::title", [](WebKitWebView* webView, GParamSpec*) {
+        const char* const title = webkit_web_view_get_title(webView);
+        gtk_accessible_update_property(GTK_ACCESSIBLE(webView), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                       title != nullptr ? title : "", -1);
+      }));
+  // The engine's widget for input methods is a stop of the Tab key that nobody sees, and that lets nobody go on.
+  for (GtkWidget* child = gtk_widget_get_first_child(widget()); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    gtk_widget_set_can_focus(child, FALSE);
+  }
 }
 
 GtkWebEngine::~GtkWebEngine() {
@@ -175,14 +196,8 @@ void GtkWebEngine::moveTo(GtkWidget* parent) {
   if (present == parent) return;
   if (present != nullptr) gtk_widget_unparent(widget());
   gtk_widget_set_parent(widget(), parent);
-  if (std::exchange(parts_->hadParent, true)) redraw(widget());
 }
 
 void GtkWebEngine::somethingWasDropped() { parts_->loader->somethingWasDropped(); }
-
-void GtkWebEngine::redraw(GtkWidget* widget) {
-  webkit_web_view_evaluate_javascript(objectCast<WebKitWebView>(widget), redrawScript, -1, nullptr, nullptr, nullptr,
-                                      nullptr, nullptr);
-}
 
 }  // namespace corvane::gtk

@@ -40,10 +40,8 @@ class GtkWebEngine final : public WebEngine {
   /// The WebKit view.
   [[nodiscard]] GtkWidget* widget() const;
   void somethingWasDropped();
-  /// Makes a page hand over a picture again. One that has come into another window has lost its own.
-  static void redraw(GtkWidget* widget);
-  /// Makes the widget a child of this parent. A widget that had another one comes without its picture, so the page is
-  /// made to draw itself again.
+  /// Makes the widget a child of this parent. A widget that was taken apart loses its picture, here or by a move of
+  /// something around it. The page is made to draw itself again when it is next seen.
   void moveTo(GtkWidget* parent);
 
  private:
