@@ -4,6 +4,7 @@
 #include <chrono>
 #include <cstdint>
 #include <limits>
+#include <ranges>
 #include <utility>
 
 #include "corvane/platform/foundation/while_alive.h"
@@ -135,11 +136,11 @@ void SurfaceKeyboard::viewsDidChange() {
 
 std::shared_ptr<UIView> SurfaceKeyboard::floatingView() const {
   const auto find = [this](const auto& self, const UIView& view) -> std::shared_ptr<UIView> {
-    for (auto at = view.subviews().rbegin(); at != view.subviews().rend(); ++at) {
-      if (auto found = self(self, **at)) return found;
-      if (!canBeDragged(**at) || fills(**at, *window_)) continue;
-      const auto hit = window_->hitTest(middleOf(**at));
-      if (hit != nullptr && hit->isDescendantOf(**at)) return *at;
+    for (const auto& subview : std::views::reverse(view.subviews())) {
+      if (auto found = self(self, *subview)) return found;
+      if (!canBeDragged(*subview) || fills(*subview, *window_)) continue;
+      const auto hit = window_->hitTest(middleOf(*subview));
+      if (hit != nullptr && hit->isDescendantOf(*subview)) return subview;
     }
     return nullptr;
   };
