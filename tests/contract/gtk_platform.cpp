@@ -206,7 +206,11 @@ class GtkPlatform final : public RealEnginePlatform {
 }  // namespace
 
 std::unique_ptr<RealEnginePlatform> RealEnginePlatform::make(std::string& reason) {
-  auto backend = gtk::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
+  auto backend = gtk::Backend::install({.usesMockCaptureDevices = true,
+                                        .isEphemeral = true,
+                                        .userAgentSuffix = "Shop/2.1",
+                                        .languages = {"rm-CH"},
+                                        .longestMessage = 4'000'000});
   if (!backend) {
     reason = backend.error();
     return nullptr;

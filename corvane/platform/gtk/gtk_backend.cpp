@@ -85,6 +85,19 @@ void Backend::setCaptureDialogTexts(CaptureDialogTexts texts) {
   parts_->context->captureDialogTexts = std::move(texts);
 }
 
+void Backend::clearPageData(std::function<void()> completion) {
+  WebKitWebsiteDataManager* const data =
+      webkit_network_session_get_website_data_manager(parts_->context->networkSession.get());
+  webkit_website_data_manager_clear(
+      data, WEBKIT_WEBSITE_DATA_ALL, 0, nullptr,
+      [](GObject* manager, GAsyncResult* result, gpointer given) noexcept {
+        const std::unique_ptr<std::function<void()>> done(static_cast<std::function<void()>*>(given));
+        webkit_website_data_manager_clear_finish(objectCast<WebKitWebsiteDataManager>(manager), result, nullptr);
+        if (*done) (*done)();
+      },
+      std::make_unique<std::function<void()>>(std::move(completion)).release());
+}
+
 void Backend::setCapturePrompt(CapturePrompt prompt) { parts_->context->capturePrompt = std::move(prompt); }
 
 }  // namespace corvane::gtk

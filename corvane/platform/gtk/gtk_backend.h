@@ -1,13 +1,17 @@
 /// The real-engine backend: GTK for the screen, WebKitGTK for the pages, the GLib main context for the run loop.
 #pragma once
 
+#include <cstddef>
 #include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "corvane/export.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/views/ui_color.h"
 #include "corvane/platform/web/wk_ui_delegate.h"
 
 namespace corvane::gtk {
@@ -22,6 +26,21 @@ struct BackendOptions {
   /// Opens what a page opens in a window of its own, such as a sign-in, in a plain window with the same cookies.
   /// Otherwise the host app gets the address.
   bool opensPopups = false;
+  /// Where cookies, storage and caches of the pages live. Empty for a folder below the user's that has the program's
+  /// name.
+  std::string dataFolder{};
+  /// Lets pages play sound and pictures before the user has clicked anything.
+  bool playsWithoutClick = false;
+  /// What is put behind the engine's own name of itself, such as "Shop/2.1".
+  std::string userAgentSuffix{};
+  /// What pages are asked for, such as "de-CH", the dearest first. Empty for the system's.
+  std::vector<std::string> languages{};
+  /// The address of a proxy for all pages, such as "http://proxy.example:3128". Empty for the system's.
+  std::string proxy{};
+  /// What is seen of a page before it has painted anything.
+  std::optional<UIColor> pageBackground{};
+  /// How many bytes of JSON a message of a page may have. A longer one is dropped.
+  std::size_t longestMessage = std::size_t{16} << 20U;
   /// Offers the web inspector in the pages' context menu.
   bool allowsDeveloperTools = false;
 };
@@ -68,6 +87,8 @@ class CORVANE_EXPORT Backend {
   /// It ends, with a refusal, when its page does.
   void setCapturePrompt(CapturePrompt prompt);
   void setCaptureDialogTexts(CaptureDialogTexts texts);
+  /// Forgets the cookies, storage and caches of all pages, and calls the completion later. Agents are signed out.
+  void clearPageData(std::function<void()> completion);
 
  private:
   struct Parts;

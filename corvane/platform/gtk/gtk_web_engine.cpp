@@ -51,9 +51,19 @@ gboolean refusePrinting(WebKitWebView*, WebKitPrintOperation*) { return TRUE; }
 GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configuration, const EngineContext& context,
                                          WebKitUserContentManager* manager) {
   const auto settings = makeSettings(configuration, context.options);
-  return GObjectHandle<WebKitWebView>::sink(
-      g_object_new(surfaceWebViewType(), "web-context", context.webContext.get(), "network-session",
-                   context.networkSession.get(), "user-content-manager", manager, "settings", settings.get(), nullptr));
+  const BackendOptions& options = context.options;
+  const auto policies = GObjectHandle<WebKitWebsitePolicies>::adopt(webkit_website_policies_new_with_policies(
+      "autoplay", options.playsWithoutClick ? WEBKIT_AUTOPLAY_ALLOW : WEBKIT_AUTOPLAY_ALLOW_WITHOUT_SOUND, nullptr));
+  auto webView = GObjectHandle<WebKitWebView>::sink(g_object_new(
+      surfaceWebViewType(), "web-context", context.webContext.get(), "network-session", context.networkSession.get(),
+      "user-content-manager", manager, "settings", settings.get(), "website-policies", policies.get(), nullptr));
+  if (options.pageBackground) {
+    const UIColor& color = *options.pageBackground;
+    const GdkRGBA rgba{static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue),
+                       static_cast<float>(color.alpha)};
+    webkit_web_view_set_background_color(webView.get(), &rgba);
+  }
+  return webView;
 }
 
 }  // namespace
@@ -84,7 +94,8 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
   parts.loader->begin();
   parts.windows = installPageWindows(parts.webView.get(), parts.loader);
-  parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader);
+  parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader,
+                                      parts.context->options.longestMessage);
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
       parts.webView.get(), "permission-request",
       [context = parts.context, client](WebKitWebView* webView, WebKitPermissionRequest* request) {
