@@ -13,6 +13,7 @@
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
+#include "corvane/platform/gtk/gtk_resting_pointer.h"
 #include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
@@ -43,6 +44,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
     keyboard_ = SurfaceKeyboard::create(widget(), window_);
+    pointer_ = RestingPointer::create(widget(), window_);
     joinScene(*window_);
     activity_ = ActiveWindowFollower::create(widget(), window_);
   }
@@ -51,6 +53,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
     activity_.reset();
     leaveScene(*window_);
+    pointer_.reset();
     keyboard_.reset();
     input_.reset();
     adoption_.reset();
@@ -76,6 +79,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     for (const Placement& placement : placementsIn(*window_, frameTime())) place(placement);
     isAllocating_ = false;
     if (keyboard_ != nullptr) keyboard_->viewsDidChange();
+    if (pointer_ != nullptr) pointer_->viewsDidChange();
     followAnimations();
   }
 
@@ -162,6 +166,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<SurfaceInput> input_;
   std::shared_ptr<SurfaceKeyboard> keyboard_;
+  std::shared_ptr<RestingPointer> pointer_;
   std::shared_ptr<ActiveWindowFollower> activity_;
   bool isAllocating_ = false;
   guint tick_ = 0;

@@ -37,14 +37,30 @@ void denyTap(const TouchAnchor& anchor, GdkEvent* event) {
   }
 }
 
-/// The toolkit's newer versions call this old and offer nothing in its found.
+}  // namespace
+
+// The toolkit's newer versions call this old and offer nothing in its stead.
 void putBack(GdkEvent* event) {
   G_GNUC_BEGIN_IGNORE_DEPRECATIONS
   gdk_display_put_event(gdk_event_get_display(event), event);
   G_GNUC_END_IGNORE_DEPRECATIONS
 }
 
-}  // namespace
+CGPoint locationIn(GtkWidget* widget, const UIWindow& window, GdkEvent* event) {
+  double x = 0;
+  double y = 0;
+  // Asked of the native's origin, since the widget under the finger may move with the finger.
+  GtkNative* native = gtk_widget_get_native(widget);
+  if (native == nullptr || gdk_event_get_position(event, &x, &y) == FALSE) return {};
+  double left = 0;
+  double top = 0;
+  gtk_native_get_surface_transform(native, &left, &top);
+  const graphene_point_t onNative{static_cast<float>(x - left), static_cast<float>(y - top)};
+  graphene_point_t point{0, 0};
+  if (!gtk_widget_compute_point(objectCast<GtkWidget>(native), widget, &onNative, &point)) return {};
+  const CGPoint origin = window.bounds().origin;
+  return {point.x + origin.x, point.y + origin.y};
+}
 
 std::shared_ptr<SurfaceInput> SurfaceInput::create(GtkWidget* widget, std::shared_ptr<UIWindow> window) {
   auto input = std::make_shared<SurfaceInput>(ConstructionKey{}, widget, std::move(window));
@@ -133,21 +149,7 @@ std::optional<UITouchEvent> SurfaceInput::touchOf(GdkEvent* event) const {
   }
 }
 
-CGPoint SurfaceInput::locationOf(GdkEvent* event) const {
-  double x = 0;
-  double y = 0;
-  // Asked of the native's origin, since the widget under the finger may move with the finger.
-  GtkNative* native = gtk_widget_get_native(widget_.get());
-  if (native == nullptr || gdk_event_get_position(event, &x, &y) == FALSE) return {};
-  double left = 0;
-  double top = 0;
-  gtk_native_get_surface_transform(native, &left, &top);
-  const graphene_point_t onNative{static_cast<float>(x - left), static_cast<float>(y - top)};
-  graphene_point_t point{0, 0};
-  if (!gtk_widget_compute_point(objectCast<GtkWidget>(native), widget_.get(), &onNative, &point)) return {};
-  const CGPoint origin = window_->bounds().origin;
-  return {point.x + origin.x, point.y + origin.y};
-}
+CGPoint SurfaceInput::locationOf(GdkEvent* event) const { return locationIn(widget_.get(), *window_, event); }
 
 bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   using Owner = Touch::Owner;

@@ -17,6 +17,11 @@
 
 namespace corvane::gtk {
 
+/// Where an event is, in the coordinates of the window that a widget shows.
+[[nodiscard]] CGPoint locationIn(GtkWidget* widget, const UIWindow& window, GdkEvent* event);
+/// Lets the toolkit meet an event once more.
+void putBack(GdkEvent* event);
+
 /// Brings what comes down on a surface widget to its window, and keeps it from the page while a recognizer may want
 /// it. A press that none wants is played again from its beginning. A page that had seen the beginning of what turns
 /// out to be a drag would never see an end of it.
