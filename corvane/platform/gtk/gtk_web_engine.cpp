@@ -202,7 +202,7 @@ void GtkWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
 
 GtkWidget* GtkWebEngine::widget() const { return objectCast<GtkWidget>(parts_->webView.get()); }
 
-void GtkWebEngine::moveTo(GtkWidget* parent) {
+void GtkWebEngine::moveTo(GtkWidget* parent) const {
   GtkWidget* present = gtk_widget_get_parent(widget());
   if (present == parent) return;
   if (present != nullptr) gtk_widget_unparent(widget());

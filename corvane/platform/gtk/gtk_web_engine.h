@@ -42,7 +42,7 @@ class GtkWebEngine final : public WebEngine {
   void somethingWasDropped();
   /// Makes the widget a child of this parent. A widget that was taken apart loses its picture, here or by a move of
   /// something around it. The page is made to draw itself again when it is next seen.
-  void moveTo(GtkWidget* parent);
+  void moveTo(GtkWidget* parent) const;
 
  private:
   struct Parts;
