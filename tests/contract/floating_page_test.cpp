@@ -214,7 +214,7 @@ TEST_F(FloatingPage, AQuestionAboutCaptureEndsWithItsPage) {
     return count;
   };
   for (int load = 0; load < 2; ++load) {
-    static_cast<void>(evaluate("navigator.mediaDevices.getUserMedia({ video: true }); 0"));
+    EXPECT_TRUE(evaluate("navigator.mediaDevices.getUserMedia({ video: true }); 0"));
     ASSERT_TRUE(platform_->runUntil([&] { return dialogs() == 1; }));
     page_->load({.url = platform_->page("seen.html?" + std::to_string(load))});
     ASSERT_TRUE(platform_->runUntil([&] { return dialogs() == 0; }));
@@ -234,7 +234,7 @@ TEST_F(FloatingPage, WhatIsDroppedOnThePageReplacesNothing) {
   gtk_widget_add_controller(shelf, reinterpret_cast<GtkEventController*>(source));
   box_->setFrame({{150, 0}, {240, 844}});
   ASSERT_NO_FATAL_FAILURE(show());
-  static_cast<void>(evaluate("addEventListener('dragover', () => { window.wasOver = true; }); 0"));
+  EXPECT_TRUE(evaluate("addEventListener('dragover', () => { window.wasOver = true; }); 0"));
   pointer_->move({50, 50});
   pointer_->press();
   for (int step = 1; step <= 20; ++step) {

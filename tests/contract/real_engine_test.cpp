@@ -103,7 +103,7 @@ TEST_F(RealEngine, APictureThatNeverComesEndsNothing) {
 
 TEST_F(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
-  static_cast<void>(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
+  EXPECT_TRUE(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
   view_->loadBooking("b2");
   EXPECT_TRUE(waitFor(token("b2")));
   view_->loadBooking("b3");
@@ -146,7 +146,7 @@ TEST_F(RealEngine, WhatTheHostChoseReachesThePage) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   EXPECT_TRUE(platform_->evaluate(*view_, "navigator.userAgent")->string()->ends_with(" Shop/2.1"));
   EXPECT_EQ(platform_->evaluate(*view_, "navigator.language")->string(), "rm-CH");
-  static_cast<void>(platform_->evaluate(*view_, "post('x'.repeat(4000000)); post('short'); 0"));
+  EXPECT_TRUE(platform_->evaluate(*view_, "post('x'.repeat(4000000)); post('short'); 0"));
   EXPECT_TRUE(waitFor(token("short")));
   EXPECT_EQ(events_.back(), token("short"));
   EXPECT_LT(std::ranges::max(events_, {}, &std::string::size).size(), 1000U) << "the long one is dropped";

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "corvane/platform/foundation/json_value.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/gtk_evaluation.h"
 #include "corvane/platform/gtk/gtk_page_settings.h"
@@ -40,6 +41,11 @@ class CapabilityQuery : public std::enable_shared_from_this<CapabilityQuery> {
         webView_.get(), "load-changed", [self = shared_from_this()](WebKitWebView*, WebKitLoadEvent event) mutable {
           if (event == WEBKIT_LOAD_FINISHED && self != nullptr) std::exchange(self, nullptr)->ask();
         });
+    connectForLife<void(WebKitWebView*, WebKitWebProcessTerminationReason)>(
+        webView_.get(), "web-process-terminated",
+        whileAlive(weak_from_this(), [](CapabilityQuery& self, WebKitWebView*, WebKitWebProcessTerminationReason) {
+          self.finish(JsonValue());
+        }));
     webkit_web_view_load_html(webView_.get(), page, pageUrl);
   }
 
@@ -58,6 +64,9 @@ class CapabilityQuery : public std::enable_shared_from_this<CapabilityQuery> {
   }
 
   void finish(const JsonValue& answer) {
+    auto completion = std::exchange(completion_, nullptr);
+    // The backend may have ended meanwhile.
+    if (!completion || PlatformInstallation::findPlatform() == nullptr) return;
     const auto has = [&](const char* name) {
       const auto member = answer.find(name);
       return member && member->boolean().value_or(false);
@@ -65,7 +74,7 @@ class CapabilityQuery : public std::enable_shared_from_this<CapabilityQuery> {
     found_.hasPeerConnections = has("peers");
     found_.hasCamera = has("camera");
     found_.hasMicrophone = has("microphone");
-    completion_(found_);
+    completion(found_);
   }
 
   std::shared_ptr<EngineContext> context_;
