@@ -7,11 +7,13 @@
 #include <cstdint>
 #include <cstdlib>
 #include <ctime>
+#include <memory>
 #include <set>
 #include <sstream>
 #include <string>
 
 // The library exports these, and its package leaves their header out.
+// NOLINTBEGIN(readability-identifier-naming): the names are the compositor's
 extern "C" {
 void weston_seat_init(weston_seat* seat, weston_compositor* compositor, const char* name);
 int weston_seat_init_pointer(weston_seat* seat);
@@ -28,6 +30,7 @@ void notify_touch_normalized(weston_touch_device* device, const timespec* time, 
                              const weston_point2d_device_normalized* normalized, int kind);
 void notify_touch_frame(weston_touch_device* device);
 }
+// NOLINTEND(readability-identifier-naming)
 
 namespace {
 
@@ -117,9 +120,10 @@ class VirtualInput {
 }  // namespace
 
 /// The compositor ends with its program, and the input with it.
+// NOLINTNEXTLINE(readability-identifier-naming,readability-non-const-parameter): the compositor looks for it
 extern "C" __attribute__((visibility("default"))) int wet_module_init(weston_compositor* compositor, int*, char**) {
   const char* const pipe = std::getenv("CORVANE_INPUT");
   if (pipe == nullptr || mkfifo(pipe, 0600) != 0) return -1;
-  static VirtualInput input(compositor, pipe);
+  static const auto input = std::make_unique<VirtualInput>(compositor, pipe);
   return 0;
 }
