@@ -132,7 +132,7 @@ TEST_F(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
             (std::vector<std::string>{"mailto:a@shop.example", "https://shop.example/ window", "http://localhost:"}));
   const auto expectPage = [&](const std::string& booking) {
     EXPECT_TRUE(platform_->evaluate(*view_, "post(new URLSearchParams(location.search).get('connectId') + '!')"));
-    EXPECT_TRUE(waitFor(token(booking + "!")));
+    EXPECT_TRUE(waitFor(token(booking + "!"))) << testing::PrintToString(events_);
     EXPECT_FALSE(view_->error());
   };
   expectPage("b1");

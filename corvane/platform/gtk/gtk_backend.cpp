@@ -63,7 +63,7 @@ struct Backend::Parts {
                                      .scene = UIWindowScene::create()}};
 };
 
-std::expected<std::unique_ptr<Backend>, std::string> Backend::install(BackendOptions options) {
+std::expected<std::unique_ptr<Backend>, std::string> Backend::install(const BackendOptions& options) {
   if (auto refusal = PlatformInstallation::refusal(); !refusal.empty()) return std::unexpected(std::move(refusal));
   if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
   // Without a display the toolkit would crash as soon as a web view is made.

@@ -73,7 +73,7 @@ class CORVANE_EXPORT Backend {
  public:
   /// Initialises the toolkit and installs run loop, web engine and capture authorisation. Fails with a text for
   /// developers when there is no display to show anything on, or while another backend is installed.
-  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install(BackendOptions options = {});
+  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install(const BackendOptions& options = {});
   Backend(const Backend&) = delete;
   Backend& operator=(const Backend&) = delete;
   /// Uninstalls everything. Tasks that have not run are destroyed unrun.

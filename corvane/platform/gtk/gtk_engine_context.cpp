@@ -49,6 +49,7 @@ EngineContext::EngineContext(const BackendOptions& chosen)
           [](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); })) {
   if (!options.languages.empty()) {
     std::vector<const char*> languages;
+    languages.reserve(options.languages.size() + 1);
     for (const std::string& language : options.languages) languages.push_back(language.c_str());
     languages.push_back(nullptr);
     webkit_web_context_set_preferred_languages(webContext.get(), languages.data());
