@@ -63,10 +63,10 @@ void PageNavigation::hostPageCommitted() {
 bool PageNavigation::leadsToFormerPage(WebKitNavigationAction* action, const std::string& url) const {
   if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_BACK_FORWARD) return false;
   WebKitBackForwardList* const history = webkit_web_view_get_back_forward_list(webView_);
-  for (int place = 1; auto* const item = webkit_back_forward_list_get_nth_item(history, place); ++place) {
-    if (hasUrl(item, url)) return false;
-  }
-  for (int place = 0; auto* const item = webkit_back_forward_list_get_nth_item(history, place); --place) {
+  // The engine moves on to the entry before it asks, or after: entries count from the newest, not from the current one.
+  int place = 0;
+  while (webkit_back_forward_list_get_nth_item(history, place + 1) != nullptr) ++place;
+  for (; auto* const item = webkit_back_forward_list_get_nth_item(history, place); --place) {
     if (hasUrl(item, url)) return false;
     if (hasUrl(item, hostPage_)) return true;
   }
