@@ -38,15 +38,20 @@ void VelnorAgentView::Parts::tell(PageIncident incident) const {
 void VelnorAgentView::Parts::pageWasLost() {
   const auto alive = agentView();
   tell(PageIncident::processEnded);
+  if (!reloadsLostPage) return;
+  // The engine is in the middle of telling.
+  RunLoop::main().post(
+      whileAlive(std::weak_ptr(alive), [](VelnorAgentView& view) { AgentViewAccess::parts(view).reloadLostPage(); }));
+}
+
+void VelnorAgentView::Parts::reloadLostPage() {
   const auto now = RunLoop::main().now();
   const bool isEarly = lastReload && now - *lastReload < std::chrono::minutes(1);
-  if (!reloadsLostPage || isEarly || !connectId) return;
+  // A handler may have loaded something in the meantime.
+  if (!isPageLost || isEarly || !connectId) return;
   lastReload = now;
-  // The engine is in the middle of telling.
-  RunLoop::main().post(whileAlive(std::weak_ptr(alive), [](VelnorAgentView& view) {
-    view.loadBooking(*view.connectId());
-    AgentViewAccess::parts(view).tell(PageIncident::reloaded);
-  }));
+  agentView()->loadBooking(*connectId);
+  if (!isPageLost) tell(PageIncident::reloaded);
 }
 
 std::shared_ptr<VelnorAgentView> VelnorAgentView::Parts::agentView() {

@@ -64,10 +64,13 @@ class VelnorAgentView::Parts final : public PageMessageReceiver,
   std::function<void()> captureHandler;
   PageIncidentHandler pageIncidentHandler;
   bool reloadsLostPage = false;
+  /// Whether the process of the page that was loaded last has ended.
+  bool isPageLost = false;
   std::optional<std::chrono::nanoseconds> lastReload;
 
   /// Tells of a lost process and loads the booking again, if that is wanted.
   void pageWasLost();
+  void reloadLostPage();
   void tell(PageIncident incident) const;
 
  private:

@@ -106,6 +106,7 @@ void VelnorAgentView::loadBooking(std::string connectId) {
     });
   }
   parts.error.reset();
+  parts.isPageLost = false;
   parts.callState.callSessionStatus = CallSessionStatus::disconnected;
   parts.webView->load({.url = *parts.callUrl,
                        .cachePolicy = URLRequestCachePolicy::useProtocolCachePolicy,
@@ -245,9 +246,11 @@ void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {
 
 void VelnorAgentView::webViewDidFail(WKWebView& /*webView*/, const WebError& error) {
   const auto alive = shared_from_this();
+  const bool isLost = error.kind == WebError::Kind::processTerminated;
   parts_->error = error;
+  parts_->isPageLost = isLost;
   parts_->emitEvent(AgentEvent::Error{});
-  if (error.kind == WebError::Kind::processTerminated) parts_->pageWasLost();
+  if (isLost) parts_->pageWasLost();
 }
 
 void VelnorAgentView::webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) {

@@ -160,6 +160,10 @@ TEST_F(VelnorAgentViewTest, TheHostHearsOfCaptureAndOfItsPagesProcess) {
   }
   EXPECT_EQ(takeLog(), (Log{"2", "2", "3", "2", "2", "3"})) << "once a minute";
   EXPECT_EQ(engine().recordsOf<Engine::LoadRequested>().size(), 3U);
+  view_->setEventHandler([this](const AgentEvent&) { view_->loadBooking("b2"); });
+  engine().terminateProcess();
+  loop().runUntilIdle();
+  EXPECT_EQ(engine().recordsOf<Engine::LoadRequested>().size(), 4U) << "the host has loaded something itself";
 }
 
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
