@@ -47,8 +47,8 @@ void VelnorAgentView::Parts::pageWasLost() {
 void VelnorAgentView::Parts::reloadLostPage() {
   const auto now = RunLoop::main().now();
   const bool isEarly = lastReload && now - *lastReload < std::chrono::minutes(1);
-  // A handler may have loaded something in the meantime.
-  if (!isPageLost || isEarly || !connectId) return;
+  // A handler may have loaded something in the meantime, or wish for no reloading any more.
+  if (!reloadsLostPage || !isPageLost || isEarly || !connectId) return;
   lastReload = now;
   agentView()->loadBooking(*connectId);
   if (!isPageLost) tell(PageIncident::reloaded);
