@@ -27,6 +27,7 @@
 #include "corvane/platform/declarative/view_mount.h"
 #include "corvane/platform/declarative/z_stack.h"
 #include "corvane/platform/foundation/coding_error.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/views/ui_application.h"

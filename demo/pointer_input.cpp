@@ -1,91 +1,59 @@
 #include "demo/pointer_input.h"
 
-#include <X11/extensions/XTest.h>
-#include <gdk/x11/gdkx.h>
 #include <gtk/gtk.h>
 
-#include <cmath>
-#include <set>
+#include <ranges>
 #include <utility>
+
+#include "demo/input_device.h"
 
 namespace corvane::demo {
 
-/// A connection of its own, as that of another program would be.
-struct PointerInput::Connection {
-  Display* display;
-  GtkWidget* widget;
-  CGPoint position{};
-  std::set<int> pressed{};
+namespace {
 
-  Connection(Display* opened, GtkWidget* reference) : display(opened), widget(reference) {}
-  Connection(const Connection&) = delete;
-  Connection& operator=(const Connection&) = delete;
-  ~Connection() {
-    for (const int button : pressed) XTestFakeButtonEvent(display, static_cast<unsigned>(button), False, CurrentTime);
-    XCloseDisplay(display);
-  }
-};
-
-std::unique_ptr<PointerInput> PointerInput::open(GtkWidget* widget, std::string& reason) {
-  GdkDisplay* const gdkDisplay = gtk_widget_get_display(widget);
-  Display* const display = GDK_IS_X11_DISPLAY(gdkDisplay) ? XOpenDisplay(gdk_display_get_name(gdkDisplay)) : nullptr;
-  if (display == nullptr) {
-    reason = "The display is no X server";
-    return nullptr;
-  }
-  auto connection = std::make_unique<Connection>(display, widget);
-  int event = 0;
-  int error = 0;
-  int major = 0;
-  int minor = 0;
-  if (XTestQueryExtension(display, &event, &error, &major, &minor) == False) {
-    reason = "The X server lacks the test extension";
-    return nullptr;
-  }
-  return std::unique_ptr<PointerInput>(new PointerInput(std::move(connection)));
-}
-
-PointerInput::PointerInput(std::unique_ptr<Connection> connection) : connection_(std::move(connection)) {}
-
-PointerInput::~PointerInput() = default;
-
-void PointerInput::move(CGPoint to) {
-  Display* const display = connection_->display;
-  GtkNative* const native = gtk_widget_get_native(connection_->widget);
-  GdkSurface* const surface = gtk_native_get_surface(native);
+/// From the widget's coordinates to those of its window's surface.
+CGPoint onSurface(GtkWidget* widget, CGPoint point) {
+  GtkNative* const native = gtk_widget_get_native(widget);
   double left = 0;
   double top = 0;
   gtk_native_get_surface_transform(native, &left, &top);
   graphene_point_t onNative{};
-  const graphene_point_t point{static_cast<float>(to.x), static_cast<float>(to.y)};
-  if (!gtk_widget_compute_point(connection_->widget, reinterpret_cast<GtkWidget*>(native), &point, &onNative)) return;
-  const int scale = gdk_surface_get_scale_factor(surface);
-  const auto pixel = [&](double position) { return static_cast<int>(std::lround(position * scale)); };
-  int x = 0;
-  int y = 0;
-  Window ignored = 0;
-  XTranslateCoordinates(display, GDK_SURFACE_XID(surface), DefaultRootWindow(display), pixel(onNative.x + left),
-                        pixel(onNative.y + top), &x, &y, &ignored);
-  XTestFakeMotionEvent(display, -1, x, y, CurrentTime);
-  XFlush(display);
-  connection_->position = to;
+  const graphene_point_t own{static_cast<float>(point.x), static_cast<float>(point.y)};
+  if (!gtk_widget_compute_point(widget, reinterpret_cast<GtkWidget*>(native), &own, &onNative)) return point;
+  return {onNative.x + left, onNative.y + top};
 }
 
-void PointerInput::moveBy(CGPoint way) {
-  const CGPoint from = connection_->position;
-  move({from.x + way.x, from.y + way.y});
+}  // namespace
+
+std::unique_ptr<PointerInput> PointerInput::open(GtkWidget* widget, std::string& reason) {
+  auto device = openWaylandInput();
+  if (device == nullptr) device = openX11Input(gtk_widget_get_display(widget), reason);
+  if (device == nullptr) return nullptr;
+  return std::unique_ptr<PointerInput>(new PointerInput(widget, std::move(device)));
 }
+
+PointerInput::PointerInput(GtkWidget* widget, std::unique_ptr<InputDevice> device)
+    : widget_(widget), device_(std::move(device)) {}
+
+PointerInput::~PointerInput() {
+  for (const int button : pressed_) device_->setButton(button, false);
+}
+
+void PointerInput::move(CGPoint to) {
+  device_->move(gtk_native_get_surface(gtk_widget_get_native(widget_)), onSurface(widget_, to));
+  position_ = to;
+}
+
+void PointerInput::moveBy(CGPoint way) { move({position_.x + way.x, position_.y + way.y}); }
 
 void PointerInput::press(int button) {
-  XTestFakeButtonEvent(connection_->display, static_cast<unsigned>(button), True, CurrentTime);
-  XFlush(connection_->display);
-  connection_->pressed.insert(button);
+  device_->setButton(button, true);
+  pressed_.insert(button);
 }
 
 void PointerInput::release(int button) {
-  XTestFakeButtonEvent(connection_->display, static_cast<unsigned>(button), False, CurrentTime);
-  XFlush(connection_->display);
-  connection_->pressed.erase(button);
+  device_->setButton(button, false);
+  pressed_.erase(button);
 }
 
 void PointerInput::click(CGPoint at) {
@@ -95,11 +63,22 @@ void PointerInput::click(CGPoint at) {
 }
 
 void PointerInput::moveInSteps(CGPoint to, int steps) {
-  const CGPoint from = connection_->position;
+  const CGPoint from = position_;
   for (int step = 1; step <= steps; ++step) {
     const double part = static_cast<double>(step) / steps;
     move({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});
   }
+}
+
+void PointerInput::type(std::initializer_list<unsigned> chord) {
+  for (const unsigned key : chord) device_->setKey(key, true);
+  for (const unsigned key : std::views::reverse(chord)) device_->setKey(key, false);
+}
+
+bool PointerInput::hasFingers() const { return device_->hasFingers(); }
+
+void PointerInput::touch(int finger, TouchPhase phase, CGPoint at) {
+  device_->touch(finger, phase, onSurface(widget_, at));
 }
 
 }  // namespace corvane::demo

@@ -1,22 +1,28 @@
-/// A mouse that tests and tours move: real events of the X server, so that everything from there on is what users get.
+/// A mouse, keys and fingers that tests and tours move: real events of the display's server, so that everything from
+/// there on is what users get.
 #pragma once
 
+#include <initializer_list>
 #include <memory>
+#include <set>
 #include <string>
 
 #include "corvane/platform/geometry/geometry.h"
+#include "corvane/platform/views/touch_event.h"
 
 struct _GtkWidget;
 using GtkWidget = _GtkWidget;
 
 namespace corvane::demo {
 
+class InputDevice;
+
 /// The events arrive some time later, so wait for what they bring about. There is one pointer on a display: tests that
 /// use it run alone on theirs.
 class PointerInput {
  public:
-  /// Points are in the coordinates of the widget, which is on screen. Null, and a reason, where there is no X server
-  /// with the test extension.
+  /// Points are in the coordinates of the widget, which is on screen. Null, and a reason, where there is neither an X
+  /// server with the test extension nor a compositor with our input module.
   [[nodiscard]] static std::unique_ptr<PointerInput> open(GtkWidget* widget, std::string& reason);
   PointerInput(const PointerInput&) = delete;
   PointerInput& operator=(const PointerInput&) = delete;
@@ -31,11 +37,20 @@ class PointerInput {
   /// Moves there in steps from where the pointer is; what is pressed stays so.
   void moveInSteps(CGPoint to, int steps = 8);
 
- private:
-  struct Connection;
-  explicit PointerInput(std::unique_ptr<Connection> connection);
+  /// Presses keys one after the other and releases them in the opposite order. They are the toolkit's key values.
+  void type(std::initializer_list<unsigned> chord);
 
-  std::unique_ptr<Connection> connection_;
+  [[nodiscard]] bool hasFingers() const;
+  /// The system takes all fingers away where one is cancelled.
+  void touch(int finger, TouchPhase phase, CGPoint at = {});
+
+ private:
+  PointerInput(GtkWidget* widget, std::unique_ptr<InputDevice> device);
+
+  GtkWidget* widget_;
+  std::unique_ptr<InputDevice> device_;
+  CGPoint position_;
+  std::set<int> pressed_;
 };
 
 }  // namespace corvane::demo

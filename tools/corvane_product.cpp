@@ -11,9 +11,11 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/foundation/coding_error.h"
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
 #include "corvane/product/product_size.h"
+#include "corvane/product/product_spec_error.h"
 #include "tools/catalogue_files.h"
 #include "tools/printable_text.h"
 #include "tools/product_reader.h"
@@ -85,6 +87,13 @@ std::expected<std::string, std::string> checkedText(const std::string& text) {
     return encodeJson(product);
   } catch (const std::bad_alloc&) {
     return std::unexpected("The product takes more memory than there is.");
+    // Names in a catalogue may contain a NUL, at which what() ends.
+  } catch (const DecodingError& error) {
+    return std::unexpected(error.text());
+  } catch (const EncodingError& error) {
+    return std::unexpected(error.text());
+  } catch (const ProductSpecError& error) {
+    return std::unexpected(error.debugDescription());
   } catch (const std::exception& error) {
     return std::unexpected(error.what());
   }

@@ -79,6 +79,7 @@ void AgentOperations::removeProductInCart(std::string sku, AgentErrorCompletion 
 }
 
 void AgentOperations::decrementProductInCart(std::string sku, AgentErrorCompletion completion) {
+  assertMainThread();
   RequestChannel* const channel = requestChannel();
   if (channel == nullptr) return;
   // The update goes to the view that the status was asked of, whatever a holder holds by then.

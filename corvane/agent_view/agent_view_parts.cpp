@@ -2,6 +2,8 @@
 
 #include <utility>
 
+#include "corvane/platform/foundation/diagnostics.h"
+#include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -25,7 +27,31 @@ void VelnorAgentView::Parts::evaluate(std::string_view script, EvaluationComplet
 
 void VelnorAgentView::Parts::scriptDidFail(const WebError& scriptError) {
   error = scriptError;
+  diagnose(Diagnostic::Kind::scriptFailed, [&] { return "an action was not posted: " + scriptError.description; });
   emitEvent(AgentEvent::Error{});
+}
+
+void VelnorAgentView::Parts::tell(PageIncident incident) const {
+  if (const auto handler = pageIncidentHandler) handler(incident);
+}
+
+void VelnorAgentView::Parts::pageWasLost() {
+  const auto alive = agentView();
+  tell(PageIncident::processEnded);
+  if (!reloadsLostPage) return;
+  // The engine is in the middle of telling.
+  RunLoop::main().post(
+      whileAlive(std::weak_ptr(alive), [](VelnorAgentView& view) { AgentViewAccess::parts(view).reloadLostPage(); }));
+}
+
+void VelnorAgentView::Parts::reloadLostPage() {
+  const auto now = RunLoop::main().now();
+  const bool isEarly = lastReload && now - *lastReload < std::chrono::minutes(1);
+  // A handler may have loaded something in the meantime, or wish for no reloading any more.
+  if (!reloadsLostPage || !isPageLost || isEarly || !connectId) return;
+  lastReload = now;
+  agentView()->loadBooking(*connectId);
+  if (!isPageLost) tell(PageIncident::reloaded);
 }
 
 std::shared_ptr<VelnorAgentView> VelnorAgentView::Parts::agentView() {

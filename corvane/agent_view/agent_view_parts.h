@@ -1,6 +1,8 @@
 /// What an agent view is made of, for the framework's own code and its tests.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -59,6 +61,17 @@ class VelnorAgentView::Parts final : public PageMessageReceiver,
   std::shared_ptr<FloatingPresentation> floating;
   NavigationPolicy navigation;
   ExternalLinkHandler externalLinkHandler;
+  std::function<void()> captureHandler;
+  PageIncidentHandler pageIncidentHandler;
+  bool reloadsLostPage = false;
+  /// Whether the process of the page that was loaded last has ended.
+  bool isPageLost = false;
+  std::optional<std::chrono::nanoseconds> lastReload;
+
+  /// Tells of a lost process and loads the booking again, if that is wanted.
+  void pageWasLost();
+  void reloadLostPage();
+  void tell(PageIncident incident) const;
 
  private:
   /// Shared so that a handler may replace itself, and be called without copying what it captured.

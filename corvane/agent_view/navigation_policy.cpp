@@ -26,6 +26,12 @@ bool isMadeByThePage(std::string_view scheme) {
   return std::ranges::find(schemes, scheme) != schemes.end();
 }
 
+/// A page that comes with the app, from a file or by a scheme of its own, has no origin to compare.
+bool isOfTheSameApp(std::string_view url, std::string_view pageUrl) {
+  const std::string scheme = schemeOf(url);
+  return !scheme.empty() && !webOrigin(pageUrl) && scheme == schemeOf(pageUrl);
+}
+
 }  // namespace
 
 std::optional<std::string> webOrigin(std::string_view url) {
@@ -51,6 +57,7 @@ void NavigationPolicy::setAllowedOrigins(std::optional<std::vector<std::string>>
 }
 
 bool NavigationPolicy::allows(const WKNavigationAction& action, std::string_view pageUrl) const {
+  if (action.target != WKNavigationTarget::newWindow && isOfTheSameApp(action.url, pageUrl)) return true;
   const auto origin = webOrigin(action.url);
   if (action.target == WKNavigationTarget::subframe) return origin.has_value() || isMadeByThePage(schemeOf(action.url));
   if (action.target == WKNavigationTarget::newWindow || !origin) return false;

@@ -7,6 +7,7 @@
 #include "corvane/agent_view/script_bridge.h"
 #include "corvane/bridge/callback.h"
 #include "corvane/bridge/event_message.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 
@@ -121,9 +122,14 @@ void RequestChannel::post(const Actionable& record, EvaluationCompletion complet
 void RequestChannel::handleCallbackEvent(JsonView data) {
   const auto callback = tryDecodeFromJsonObject<Callback>(data);
   const auto delegate = delegate_.lock();
+  if (!callback) {
+    diagnose(Diagnostic::Kind::messageDropped, [] { return std::string("an answer without a readable _id or error"); });
+  }
   if (!callback || delegate == nullptr) return;
   const auto found = std::ranges::find_if(sentCallbackActions_, isAnsweredBy(callback->_id));
-  if (found == sentCallbackActions_.end()) return;
+  if (found == sentCallbackActions_.end()) {
+    return diagnose(Diagnostic::Kind::messageDropped, [] { return std::string("an answer to nobody's request"); });
+  }
   // The completion may drop the view, and be asked to answer again.
   const auto self = shared_from_this();
   const auto record = *found;  // NOLINT(performance-unnecessary-copy-initialization): it may leave the list

@@ -12,6 +12,7 @@
 #include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
@@ -86,7 +87,7 @@ void VelnorAgentView::setTransform(const CGAffineTransform& transform) {
 }
 
 void VelnorAgentView::superviewDidResize(CGSize from) {
-  if (isMinimized()) return parts_->floating->containerDidResize(from);
+  if (isMinimized()) return parts_->floating->superviewDidResize(from);
   UIView::superviewDidResize(from);
 }
 
@@ -99,8 +100,13 @@ void VelnorAgentView::loadBooking(std::string connectId) {
                                    .organisationId = parts.organisationId,
                                    .connectId = *parts.connectId,
                                    .enableSSO = parts.enableSSO});
-  if (!parts.callUrl) return;
+  if (!parts.callUrl) {
+    return diagnose(Diagnostic::Kind::addressRefused, [] {
+      return std::string("loadBooking: no address can be made of this region, organisation and booking");
+    });
+  }
   parts.error.reset();
+  parts.isPageLost = false;
   parts.callState.callSessionStatus = CallSessionStatus::disconnected;
   parts.webView->load({.url = *parts.callUrl,
                        .cachePolicy = URLRequestCachePolicy::useProtocolCachePolicy,
@@ -190,6 +196,38 @@ void VelnorAgentView::setExternalLinkHandler(ExternalLinkHandler handler) {
   parts_->externalLinkHandler = std::move(handler);
 }
 
+CaptureState VelnorAgentView::captureState(AVMediaType mediaType) const {
+  return parts_->webView->captureState(mediaType);
+}
+
+void VelnorAgentView::setCaptureHandler(std::function<void()> handler) {
+  assertMainThread();
+  parts_->captureHandler = std::move(handler);
+}
+
+void VelnorAgentView::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  assertMainThread();
+  parts_->webView->setCaptureMuted(mediaType, isMuted);
+}
+
+void VelnorAgentView::setPageIncidentHandler(PageIncidentHandler handler) {
+  assertMainThread();
+  parts_->pageIncidentHandler = std::move(handler);
+}
+
+void VelnorAgentView::setReloadsLostPage(bool reloads) {
+  assertMainThread();
+  parts_->reloadsLostPage = reloads;
+}
+
+void VelnorAgentView::webViewDidChangeResponsiveness(WKWebView& /*webView*/, bool isResponding) {
+  parts_->tell(isResponding ? PageIncident::respondsAgain : PageIncident::stoppedResponding);
+}
+
+void VelnorAgentView::webViewDidChangeCapture(WKWebView& /*webView*/) {
+  if (const auto handler = parts_->captureHandler) handler();
+}
+
 bool VelnorAgentView::webViewMayNavigate(WKWebView& /*webView*/, const WKNavigationAction& action) {
   if (parts_->navigation.allows(action, parts_->callUrl.value_or(std::string()))) return true;
   const auto self = std::static_pointer_cast<VelnorAgentView>(shared_from_this());
@@ -207,8 +245,12 @@ void VelnorAgentView::webViewDidFinish(WKWebView& /*webView*/) {
 }
 
 void VelnorAgentView::webViewDidFail(WKWebView& /*webView*/, const WebError& error) {
+  const auto alive = shared_from_this();
+  const bool isLost = error.kind == WebError::Kind::processTerminated;
   parts_->error = error;
+  parts_->isPageLost = isLost;
   parts_->emitEvent(AgentEvent::Error{});
+  if (isLost) parts_->pageWasLost();
 }
 
 void VelnorAgentView::webViewDidFailProvisionalNavigation(WKWebView& webView, const WebError& error) {

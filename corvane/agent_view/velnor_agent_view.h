@@ -1,6 +1,7 @@
 /// The view that shows a sales agent the agent tool.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -13,6 +14,8 @@
 #include "corvane/bridge/call_session_status.h"
 #include "corvane/export.h"
 #include "corvane/minimized/minimized_origin.h"
+#include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/capture/capture_state.h"
 #include "corvane/platform/views/ui_view.h"
 #include "corvane/platform/web/web_error.h"
 #include "corvane/platform/web/wk_navigation_delegate.h"
@@ -33,6 +36,15 @@ struct ExternalLink {
   bool operator==(const ExternalLink&) const = default;
 };
 using ExternalLinkHandler = std::function<void(const ExternalLink&)>;
+
+/// What has happened to the process that runs the page, besides what the event `Error` tells.
+enum class PageIncident : std::uint8_t {
+  stoppedResponding,  ///< the page hangs; `loadBooking` leaves it
+  respondsAgain,
+  processEnded,  ///< nothing of the page is left; the event `Error` has come before
+  reloaded,      ///< the booking is being loaded again, as the host app wished
+};
+using PageIncidentHandler = std::function<void(PageIncident)>;
 
 /// Holds video-shopping calls inside the host app. Loads the agent tool page, tells the host app what happens in it,
 /// and keeps the state of the call.
@@ -88,18 +100,29 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// Called on the run loop's next turn for what the page may not open in the view. Without a handler nothing happens.
   void setExternalLinkHandler(ExternalLinkHandler handler);
 
+  /// Whether the page is capturing now. An app that has to show it does so with this.
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const;
+  /// Called after each change of what the page captures.
+  void setCaptureHandler(std::function<void()> handler);
+  /// Mutes or unmutes what the page has open, without asking it; nothing where it has nothing open.
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted);
+
+  void setPageIncidentHandler(PageIncidentHandler handler);
+  /// Whether a booking whose page has lost its process is loaded again by itself, at most once a minute. Off at first.
+  void setReloadsLostPage(bool reloads);
+
   /// Hands over the token that the event `RefreshSsoToken` asked for, with the identifier that came with it. Sent in
   /// every state of the call.
   void refreshSsoToken(std::string ssoToken, std::string responseId);
   /// Signs the agent out; only while a call is running, and nothing otherwise.
   void signOut();
   /// Grows a minimized view back to its full size, tells the page, and raises `DidMaximize` when the page knows. Does
-  /// nothing for a view that is not minimized.
+  /// nothing for a view that is not minimized, nor from inside `WillMaximize`.
   void maximizeView();
 
   /// True while the view is shrunk to a floating window, which the page asks for. That is from the start of the
   /// shrinking to the start of the growing back. Frame and transform then keep their values, whatever is written to
-  /// them.
+  /// them. When its superview gets another size, the view comes to rest inside it again.
   [[nodiscard]] bool isMinimized() const;
   /// Where the view goes when it is minimized. This and the size are read after `WillMinimize` has been told.
   [[nodiscard]] MinimizedOrigin minimizedOrigin() const;
@@ -108,7 +131,8 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   /// the view's own size.
   [[nodiscard]] std::optional<CGSize> minimizedSize() const;
   void setMinimizedSize(std::optional<CGSize> size);
-  /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly. Set
+  /// The view in which it floats; null for its window, or its superview where it is in no window. Held strongly:
+  /// a container that this view is in and the view keep each other alive, until the view leaves it or null is set. Set
   /// while the view is minimized, it counts for the drags from then on.
   [[nodiscard]] const std::shared_ptr<UIView>& minimizedSuperview() const CORVANE_LIFETIMEBOUND;
   void setMinimizedSuperview(std::shared_ptr<UIView> view);
@@ -123,6 +147,10 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;
   /// The page wants to go somewhere; called by the web view.
   [[nodiscard]] bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action) override;
+  /// The page hangs, or goes on; called by the web view.
+  void webViewDidChangeResponsiveness(WKWebView& webView, bool isResponding) override;
+  /// The page captures something else; called by the web view.
+  void webViewDidChangeCapture(WKWebView& webView) override;
   /// The page has loaded; called by the web view.
   void webViewDidFinish(WKWebView& webView) override;
   /// The page has failed; called by the web view.

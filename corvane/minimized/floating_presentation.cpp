@@ -3,7 +3,6 @@
 #include <chrono>
 #include <utility>
 
-#include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_store.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/views/autoresizing.h"
@@ -140,6 +139,7 @@ void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
   switch (sender.state()) {
     using enum UIGestureRecognizerState;
     case began:
+      wasResizedWhileDragged_ = false;
       prevDragLocation_ = location;
       return;
     case changed:
@@ -147,38 +147,57 @@ void FloatingPresentation::drag(const UIPanGestureRecognizer& sender) {
           {view.center().x + (location.x - prevDragLocation_.x), view.center().y + (location.y - prevDragLocation_.y)});
       prevDragLocation_ = location;
       return;
-    case ended:
-      return snap(view, container, container->frame().size);
-    case possible:
+    case ended: {
+      const CGSize size = container->frame().size;
+      return snap(view, snapTarget(view.frame(), view.center().y, size), size.width);
+    }
     case cancelled:
+      // It may lie outside by now, where no finger reaches it.
+      if (const auto superview = view.superview(); superview != nullptr && wasResizedWhileDragged_) {
+        settle(view, superview->bounds().size);
+      }
+      return;
+    case possible:
     case failed:
       return;
   }
 }
 
-void FloatingPresentation::containerDidResize(CGSize from) {
+bool FloatingPresentation::isDragged(const UIView& view) const {
+  const auto state = panGestureRecognizer_->state();
+  const bool isGoingOn = state == UIGestureRecognizerState::began || state == UIGestureRecognizerState::changed;
+  return isGoingOn && panGestureRecognizer_->view().get() == &view;
+}
+
+void FloatingPresentation::superviewDidResize(CGSize from) {
   const auto delegate = delegate_.lock();
   if (delegate == nullptr || !isMinimized_) return;
   UIView& view = delegate->view();
-  const auto container = this->container(view);
-  // A finger that holds it brings it to rest itself.
-  const bool isHeld = panGestureRecognizer_->state() != UIGestureRecognizerState::possible;
-  if (container != nullptr && container == view.superview() && !isHeld) snap(view, container, from);
+  wasResizedWhileDragged_ = isDragged(view);
+  if (!wasResizedWhileDragged_) settle(view, from);
 }
 
-void FloatingPresentation::snap(UIView& view, const std::shared_ptr<UIView>& container, CGSize sidesOf) {
-  const HorizontalSide side = snapTarget(view.frame(), view.center().y, sidesOf).side;
-  const SnapTarget target{side, snapTarget(view.frame(), view.center().y, container->frame().size).centerY};
+void FloatingPresentation::settle(UIView& view, CGSize sidesOf) {
+  const auto superview = view.superview();
+  if (superview == nullptr) return;
+  const CGSize size = superview->bounds().size;
+  SnapTarget target = snapTarget(view.frame(), view.center().y, size);
+  const bool isAtRest = rest_ && rest_->center == view.center();
+  target.side = isAtRest ? rest_->side : snapTarget(view.frame(), view.center().y, sidesOf).side;
+  snap(view, target, size.width);
+}
+
+void FloatingPresentation::snap(UIView& view, const SnapTarget& target, CGFloat containerWidth) {
   UIView::animate({.duration = snapDuration,
                    .usingSpringWithDamping = 1.0,
                    .initialSpringVelocity = 1.0,
                    .options = UIViewAnimationOptions::curveEaseIn,
                    .animations = [&] {
-                     const CGFloat x =
-                         snappedCenterX(target.side, view.frame().size.width, container->frame().size.width);
-                     view.setCenter({x, view.center().y});
+                     view.setCenter(
+                         {snappedCenterX(target.side, view.frame().size.width, containerWidth), view.center().y});
                      view.setCenter({view.center().x, target.centerY});
                    }});
+  rest_ = {target.side, view.center()};
 }
 
 std::move_only_function<void(bool)> FloatingPresentation::afterwards(Step step, std::function<void()> completion) {

@@ -3,8 +3,10 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "corvane/bridge/agent_event.h"
+#include "corvane/minimized/minimized_geometry.h"
 #include "corvane/minimized/minimized_settings.h"
 #include "corvane/platform/geometry/geometry.h"
 #include "corvane/platform/views/ui_pan_gesture_recognizer.h"
@@ -48,8 +50,9 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
 
   /// Shrinks the view and calls the completion when it can be dragged.
   void minimize(std::function<void()> completion);
-  /// The container that the view floats in has another size: the view comes to rest inside again, at its side.
-  void containerDidResize(CGSize from);
+  /// The view's superview has another size: a view that floats comes to rest inside again, at its side. A finger that
+  /// drags it does that itself, and if the drag is cancelled instead, the view comes to rest then.
+  void superviewDidResize(CGSize from);
   /// Grows the view back and calls the completion when it is back where the host app wants it.
   void maximize(std::function<void()> completion);
 
@@ -78,8 +81,10 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   void didShrink(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
   void didGrow(FloatingPresentationDelegate& delegate, const std::function<void()>& completion);
   void drag(const UIPanGestureRecognizer& sender);
-  /// `sidesOf` is the size of the container when the view came to its side.
-  void snap(UIView& view, const std::shared_ptr<UIView>& container, CGSize sidesOf);
+  [[nodiscard]] bool isDragged(const UIView& view) const;
+  /// Brings the view to rest inside its superview, which had another size when the view came to its side.
+  void settle(UIView& view, CGSize sidesOf);
+  void snap(UIView& view, const SnapTarget& target, CGFloat containerWidth);
   /// A completion that runs a step, and what follows it, if the view still lives by then; the view lives on until both
   /// have returned.
   using Step = void (FloatingPresentation::*)(FloatingPresentationDelegate&, const std::function<void()>&);
@@ -91,6 +96,14 @@ class FloatingPresentation final : public std::enable_shared_from_this<FloatingP
   bool isAnnouncing_ = false;
   OriginalPlace original_;
   CGPoint prevDragLocation_;
+  /// Whether the superview has got another size in the drag that goes on.
+  bool wasResizedWhileDragged_ = false;
+  /// Where the view came to rest last. In a container narrower than the view its place does not tell its side.
+  struct Rest {
+    HorizontalSide side;
+    CGPoint center;
+  };
+  std::optional<Rest> rest_;
   std::shared_ptr<UIPanGestureRecognizer> panGestureRecognizer_;
   std::shared_ptr<UITapGestureRecognizer> tapGestureRecognizer_;
 };

@@ -223,8 +223,6 @@ void SimulatedAgentTool::postText(std::string_view text, Origin origin) {
 void SimulatedAgentTool::postValue(std::string_view jsonText, Origin origin) {
   auto* const engine = this->engine();
   if (engine == nullptr || origin == Origin::another || !hasForwarder_) return;
-  // A page that posts is there, whatever of it is still to come.
-  engine->commitLoad();
   engine->postMessage(agentEventChannel, jsonText);
 }
 

@@ -82,7 +82,20 @@ TEST_F(MinimizedStateTest, TheKeyWindowIsThatOfTheFirstWindowScene) {
   second->setWindowScene(std::dynamic_pointer_cast<UIWindowScene>(scenes[1]));
   second->makeKey();
   EXPECT_EQ(sceneKeyWindow(), second);
+  const auto first = std::dynamic_pointer_cast<UIWindowScene>(scenes[1]);
+  window_->makeKey();
+  EXPECT_EQ(sceneKeyWindow(), window_);
+  EXPECT_FALSE(second->isKeyWindow());
+  hidden->setWindowScene(first);
+  EXPECT_FALSE(hidden->isKeyWindow()) << "the scene has one";
+  EXPECT_EQ(hidden->windowScene(), first);
+  EXPECT_EQ(first->windows(), (std::vector{window_, second, hidden}));
+  second->setWindowScene(nullptr);
+  EXPECT_EQ(first->windows(), (std::vector{window_, hidden}));
+  application.connect(scenes[1]);
+  EXPECT_EQ(application.connectedScenes().size(), 3U) << "it is there already";
   for (const auto& scene : scenes) application.disconnect(scene);
+  EXPECT_TRUE(application.connectedScenes().empty());
 }
 
 }  // namespace

@@ -27,6 +27,11 @@ TEST(NavigationPolicy, LetsThePageGoToItsOwnOriginAndThoseThatTheHostNames) {
   EXPECT_FALSE(allows("https://tool.example/", newWindow));
   EXPECT_TRUE(allows("blob:https://tool.example/1", subframe) && allows("https://ads.example/", subframe));
   EXPECT_FALSE(allows("tel:1", subframe));
+  const auto appAllows = [&](std::string url) {
+    return policy.allows({std::move(url), mainFrame, true}, "app://page");
+  };
+  EXPECT_TRUE(appAllows("APP://page#x") && appAllows("https://anywhere.example/"));
+  EXPECT_FALSE(appAllows("mailto:a@b") || appAllows("file:///etc/passwd"));
   policy.setAllowedOrigins({{"https://SSO.example:443", "nonsense"}});
   EXPECT_TRUE(allows("https://tool.example:443/b") && allows("https://sso.example/login"));
   EXPECT_FALSE(allows("http://tool.example/") || allows("https://sso.example.evil.example/") || allows("nonsense"));

@@ -1,6 +1,7 @@
 // The agent view's operations against a simulated page.
 
 #include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/simulation/simulated_agent_tool.h"
 #include "tests/support/headless_test.h"
@@ -71,6 +72,23 @@ TEST_F(AgentViewRequests, DecrementingPassesEveryFailureOn) {
   const std::size_t actions = page_->receivedActions().size();
   EXPECT_EQ(decrement(), Log{"error noActiveCall"});
   EXPECT_EQ(page_->receivedActions().size(), actions) << "the page is not asked";
+}
+
+TEST_F(AgentViewRequests, WhatIsDroppedIsToldToDevelopersWhoAsk) {
+  setDiagnosticsHandler([this](const Diagnostic& diagnostic) { log_.push_back(diagnostic.text); });
+  page_->postText(R"({"eventType":"SDK_NEWS"})");
+  page_->postText(R"({"eventType":3})");
+  page_->postText(R"({"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CART_CALLBACK","data":{"_id":"x"}})");
+  page_->postText(R"({"eventType":"SDK_INTERNAL_GET_PRODUCTS_IN_CART_CALLBACK"})");
+  view_->loadBooking("\xff");
+  const auto unplayed = VelnorAgentView::create(Region::custom("http://h"), "o", false);
+  unplayed->loadBooking("b");
+  EXPECT_EQ(log_.size(), 6U);
+  EXPECT_EQ(log_[0], R"(message "SDK_NEWS": an unknown type, or data that it cannot have)");
+  EXPECT_TRUE(log_[5].starts_with("nobody plays http://h?"));
+  setDiagnosticsHandler(nullptr);
+  unplayed->loadBooking("c");
+  EXPECT_EQ(takeLog().size(), 6U);
 }
 
 TEST_F(AgentViewRequests, ADecrementKeepsItsViewUntilItIsDone) {

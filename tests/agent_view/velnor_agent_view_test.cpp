@@ -133,6 +133,39 @@ TEST_F(VelnorAgentViewTest, HandlersSeeTheNewStateInOrderAndAreReadWhenTheyAreCa
   EXPECT_EQ(view_->callSessionStatus(), CallSessionStatus::paused) << "the state follows without any handler";
 }
 
+TEST_F(VelnorAgentViewTest, TheHostHearsOfCaptureAndOfItsPagesProcess) {
+  view_->setCaptureHandler([this] {
+    log_.push_back("camera " + std::to_string(static_cast<int>(view_->captureState(AVMediaType::video))));
+  });
+  view_->setCaptureMuted(AVMediaType::video, true);
+  engine().setCapture(AVMediaType::video, CaptureState::active);
+  view_->setCaptureMuted(AVMediaType::video, true);
+  EXPECT_EQ(takeLog(), (Log{"camera 1", "camera 2"}));
+
+  view_->setEventHandler(nullptr);
+  parts().setInternalEventHandler(nullptr);
+  view_->setPageIncidentHandler(
+      [this](PageIncident incident) { log_.push_back(std::to_string(static_cast<int>(incident))); });
+  view_->loadBooking("b1");
+  engine().setResponding(false);
+  engine().setResponding(true);
+  engine().terminateProcess();
+  loop().runUntilIdle();
+  EXPECT_EQ(takeLog(), (Log{"0", "1", "2"}));
+  view_->setReloadsLostPage(true);
+  for (int minute = 0; minute < 2; ++minute) {
+    engine().terminateProcess();
+    engine().terminateProcess();
+    loop().advance(std::chrono::minutes(1));
+  }
+  EXPECT_EQ(takeLog(), (Log{"2", "2", "3", "2", "2", "3"})) << "once a minute";
+  EXPECT_EQ(engine().recordsOf<Engine::LoadRequested>().size(), 3U);
+  view_->setEventHandler([this](const AgentEvent&) { view_->loadBooking("b2"); });
+  engine().terminateProcess();
+  loop().runUntilIdle();
+  EXPECT_EQ(engine().recordsOf<Engine::LoadRequested>().size(), 4U) << "the host has loaded something itself";
+}
+
 TEST_F(VelnorAgentViewTest, NothingOfTheWebViewKeepsTheViewAlive) {
   const auto webView = parts().webView;
   view_.reset();

@@ -11,7 +11,7 @@
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "demo/pointer_input.h"
-#include "tests/contract/real_engine_platform.h"
+#include "tests/contract/gtk_platform.h"
 
 namespace corvane::contract {
 
@@ -43,13 +43,22 @@ class GtkPointer final : public TestPointer {
   }
   explicit GtkPointer(std::unique_ptr<demo::PointerInput> input) : input_(std::move(input)) {}
 
-  void move(CGPoint to) override { input_->move(to); }
   void press(int button) override { input_->press(button); }
   void release(int button) override { input_->release(button); }
+  bool hasFingers() const override { return input_->hasFingers(); }
+  void touch(int finger, TouchPhase phase, CGPoint at) override { input_->touch(finger, phase, at); }
+  void type(std::initializer_list<unsigned> chord) override { input_->type(chord); }
 
  private:
+  void moveNow(CGPoint to) override { input_->move(to); }
+
   std::unique_ptr<demo::PointerInput> input_;
 };
+
+std::function<int()> frameCounter(GtkWidget* widget) {
+  auto meter = std::make_shared<gtk::FrameMeter>(widget);
+  return [meter] { return meter->result().frames; };
+}
 
 class GtkScreen final : public TestScreen {
  public:
@@ -67,16 +76,21 @@ class GtkScreen final : public TestScreen {
   std::unique_ptr<TestPointer> openPointer(std::string& reason) override {
     return GtkPointer::open(surface_->widget(), reason);
   }
+  std::function<int()> countFrames() override { return frameCounter(surface_->widget()); }
 
  private:
   std::shared_ptr<gtk::Surface> surface_ = gtk::Surface::create();
   GtkWindow* host_ = nullptr;
 };
 
-class GtkPlatform final : public RealEnginePlatform {
+class GtkPlatform final : public GtkEnginePlatform {
  public:
   static std::unique_ptr<RealEnginePlatform> make(std::string& reason) {
-    auto backend = gtk::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
+    auto backend = gtk::Backend::install({.usesMockCaptureDevices = true,
+                                          .isEphemeral = true,
+                                          .userAgentSuffix = userAgentSuffix,
+                                          .languages = {pageLanguage},
+                                          .longestMessage = longestMessage});
     if (!backend) reason = backend.error();
     if (!backend) return nullptr;
     auto platform = std::make_unique<GtkPlatform>(*std::move(backend));
@@ -112,17 +126,16 @@ class GtkPlatform final : public RealEnginePlatform {
     const std::shared_ptr<GdkPixbuf> picture(gdk_pixbuf_new_from_file(file.c_str(), nullptr), &g_object_unref);
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
-    return [picture](int x, int y) {
-      const guchar* const pixel = gdk_pixbuf_read_pixels(picture.get()) + y * gdk_pixbuf_get_rowstride(picture.get()) +
-                                  x * gdk_pixbuf_get_n_channels(picture.get());
+    const int scale = gtk_widget_get_scale_factor(surface_->widget());
+    return [picture, scale](int x, int y) {
+      const guchar* const pixel = gdk_pixbuf_read_pixels(picture.get()) +
+                                  scale * y * gdk_pixbuf_get_rowstride(picture.get()) +
+                                  scale * x * gdk_pixbuf_get_n_channels(picture.get());
       return Colour{pixel[0], pixel[1], pixel[2]};
     };
   }
 
-  std::function<int()> countFrames() override {
-    auto meter = std::make_shared<gtk::FrameMeter>(surface_->widget());
-    return [meter] { return meter->result().frames; };
-  }
+  std::function<int()> countFrames() override { return frameCounter(surface_->widget()); }
   void queueFrame() override { gtk_widget_queue_draw(surface_->widget()); }
   std::unique_ptr<TestPointer> openPointer(std::string& reason) override {
     return GtkPointer::open(surface_->widget(), reason);
@@ -142,10 +155,17 @@ class GtkPlatform final : public RealEnginePlatform {
   }
 
   void addHostButton(const CGRect& frame, std::function<void()> clicked) override {
+    static_cast<void>(addButton(frame, std::move(clicked)));
+  }
+
+  GtkWidget* surface() override { return surface_->widget(); }
+  void useOwnCaptureDialog() override { backend_->setCapturePrompt({}); }
+  GtkWidget* addButton(const CGRect& frame, std::function<void()> clicked) override {
     GtkWidget* const button = gtk_button_new();
     gtk_widget_set_size_request(button, static_cast<int>(frame.size.width), static_cast<int>(frame.size.height));
     gtk::connectForLife<void(GtkButton*)>(button, "clicked", [clicked = std::move(clicked)](GtkButton*) { clicked(); });
     gtk_fixed_put(reinterpret_cast<GtkFixed*>(hostWidgets_), button, frame.minX(), frame.minY());
+    return button;
   }
 
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {

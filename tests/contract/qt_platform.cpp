@@ -55,14 +55,11 @@ class QtPointer final : public TestPointer {
   QtPointer(const QtPointer&) = delete;
   QtPointer& operator=(const QtPointer&) = delete;
   ~QtPointer() override {
-    if (buttons_ != Qt::NoButton)
+    if (buttons_ != Qt::NoButton) {
       send(QEvent::MouseButtonRelease, buttons_.testFlag(Qt::LeftButton) ? Qt::LeftButton : Qt::MiddleButton);
+    }
   }
 
-  void move(CGPoint to) override {
-    place_ = QPointF(to.x, to.y);
-    send(QEvent::MouseMove, Qt::NoButton);
-  }
   void press(int button) override {
     buttons_.setFlag(buttonOf(button), true);
     send(QEvent::MouseButtonPress, buttonOf(button));
@@ -72,62 +69,74 @@ class QtPointer final : public TestPointer {
     send(QEvent::MouseButtonRelease, buttonOf(button));
   }
 
+  bool hasFingers() const override { return true; }
+  void touch(int finger, TouchPhase phase, CGPoint at) override {
+    if (phase == TouchPhase::cancelled) {
+      fingers_.clear();
+      QWindowSystemInterface::handleTouchCancelEvent<QWindowSystemInterface::AsynchronousDelivery>(nativeWindow(),
+                                                                                                   screen());
+      return;
+    }
+    QEventPoint::State state = QEventPoint::Released;
+    if (phase == TouchPhase::began) state = QEventPoint::Pressed;
+    if (phase == TouchPhase::moved) state = QEventPoint::Updated;
+    // A finger goes up where it was.
+    if (phase != TouchPhase::ended) fingers_[finger] = nativeWindow()->mapToGlobal(onWindow({at.x, at.y}));
+    QList<QWindowSystemInterface::TouchPoint> points;
+    for (const auto& [identifier, place] : fingers_) {
+      QWindowSystemInterface::TouchPoint point;
+      point.id = identifier;
+      point.area = QRectF(place, QSizeF(0, 0));
+      point.state = identifier == finger ? state : QEventPoint::Stationary;
+      points.append(point);
+    }
+    QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::AsynchronousDelivery>(nativeWindow(), screen(),
+                                                                                           points);
+    if (phase == TouchPhase::ended) fingers_.erase(finger);
+  }
+
+  void type(std::initializer_list<unsigned> chord) override {
+    const auto sendKey = [this](QEvent::Type kind, unsigned key) {
+      const bool isLetter = key >= Qt::Key_A && key <= Qt::Key_Z;
+      const QString text = isLetter ? QString(QChar(static_cast<char16_t>(key))).toLower() : QString();
+      QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::AsynchronousDelivery>(
+          nativeWindow(), kind, static_cast<int>(key), Qt::NoModifier, text);
+    };
+    for (const unsigned key : chord) sendKey(QEvent::KeyPress, key);
+    for (auto key = std::rbegin(chord); key != std::rend(chord); ++key) sendKey(QEvent::KeyRelease, *key);
+  }
+
  private:
   static Qt::MouseButton buttonOf(int number) { return number == 1 ? Qt::LeftButton : Qt::MiddleButton; }
-
-  void send(QEvent::Type type, Qt::MouseButton button) {
-    QWindow* const window = widget_->window()->windowHandle();
-    const QPointF onWindow = widget_->mapTo(widget_->window(), place_);
-    // Presses in quick succession would count as one double click.
-    QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
-        window, onWindow, window->mapToGlobal(onWindow), buttons_, button, type, Qt::NoModifier);
-  }
-
-  QWidget* widget_;
-  QPointF place_;
-  Qt::MouseButtons buttons_;
-};
-
-/// A touch screen with two fingers.
-class QtFingers final : public TestPointer {
- public:
-  explicit QtFingers(QWidget* widget) : widget_(widget) {}
-
-  void move(CGPoint to) override {
-    place_ = QPointF(to.x, to.y);
-    if (!fingers_.empty()) send(fingers_.rbegin()->first, QEventPoint::Updated);
-  }
-  void press(int finger) override { send(finger, QEventPoint::Pressed); }
-  void release(int finger) override {
-    send(finger, QEventPoint::Released);
-    fingers_.erase(finger);
-  }
-
- private:
   static const QPointingDevice* screen() {
     static const QPointingDevice device("fingers", 1, QInputDevice::DeviceType::TouchScreen,
                                         QPointingDevice::PointerType::Finger, QInputDevice::Capability::Position, 2, 0);
     return &device;
   }
 
-  void send(int finger, QEventPoint::State state) {
-    QWindow* const window = widget_->window()->windowHandle();
-    fingers_[finger] = window->mapToGlobal(widget_->mapTo(widget_->window(), place_));
-    QList<QWindowSystemInterface::TouchPoint> points;
-    for (const auto& [identifier, place] : fingers_) {
-      QWindowSystemInterface::TouchPoint point;
-      point.id = identifier;
-      point.area = QRectF(place, QSizeF());
-      point.state = identifier == finger ? state : QEventPoint::Stationary;
-      points.append(point);
-    }
-    QWindowSystemInterface::handleTouchEvent<QWindowSystemInterface::AsynchronousDelivery>(window, screen(), points);
+  void moveNow(CGPoint to) override {
+    place_ = QPointF(to.x, to.y);
+    send(QEvent::MouseMove, Qt::NoButton);
   }
+  void send(QEvent::Type type, Qt::MouseButton button) {
+    // Presses in quick succession would count as one double click.
+    QWindowSystemInterface::handleMouseEvent<QWindowSystemInterface::AsynchronousDelivery>(
+        nativeWindow(), onWindow(place_), nativeWindow()->mapToGlobal(onWindow(place_)), buttons_, button, type,
+        Qt::NoModifier);
+  }
+  QWindow* nativeWindow() const { return widget_->window()->windowHandle(); }
+  QPointF onWindow(QPointF onWidget) const { return widget_->mapTo(widget_->window(), onWidget); }
 
   QWidget* widget_;
   QPointF place_;
+  Qt::MouseButtons buttons_;
   std::map<int, QPointF> fingers_;
 };
+
+std::function<int()> frameCounter(QWidget* widget) {
+  auto meter = std::make_shared<qt::FrameMeter>(widget);
+  return [meter] { return meter->result().frames; };
+}
 
 class QtScreen final : public TestScreen {
  public:
@@ -140,6 +149,7 @@ class QtScreen final : public TestScreen {
   std::unique_ptr<TestPointer> openPointer(std::string&) override {
     return std::make_unique<QtPointer>(surface_->widget());
   }
+  std::function<int()> countFrames() override { return frameCounter(surface_->widget()); }
 
  private:
   std::unique_ptr<QWidget> host_ = makeHostWindow();
@@ -150,7 +160,11 @@ class QtPlatform final : public RealEnginePlatform {
  public:
   static std::unique_ptr<RealEnginePlatform> make(std::string& reason) {
     makeApplication();
-    auto backend = qt::Backend::install({.usesMockCaptureDevices = true, .isEphemeral = true});
+    auto backend = qt::Backend::install({.usesMockCaptureDevices = true,
+                                         .isEphemeral = true,
+                                         .userAgentSuffix = userAgentSuffix,
+                                         .languages = {pageLanguage},
+                                         .longestMessage = longestMessage});
     if (!backend) reason = backend.error();
     if (!backend) return nullptr;
     auto platform = std::make_unique<QtPlatform>(*std::move(backend));
@@ -187,16 +201,10 @@ class QtPlatform final : public RealEnginePlatform {
     };
   }
 
-  std::function<int()> countFrames() override {
-    auto meter = std::make_shared<qt::FrameMeter>(surface_->widget());
-    return [meter] { return meter->result().frames; };
-  }
+  std::function<int()> countFrames() override { return frameCounter(surface_->widget()); }
   void queueFrame() override { surface_->widget()->update(); }
   std::unique_ptr<TestPointer> openPointer(std::string&) override {
     return std::make_unique<QtPointer>(surface_->widget());
-  }
-  std::unique_ptr<TestPointer> openFingers(std::string&) override {
-    return std::make_unique<QtFingers>(surface_->widget());
   }
   void setSurfaceVisible(bool isVisible) override { surface_->widget()->setVisible(isVisible); }
   std::unique_ptr<TestScreen> makeScreen(bool isShown) override { return std::make_unique<QtScreen>(isShown); }

@@ -33,7 +33,7 @@ void TestPointer::moveInSteps(CGPoint to) {
   const CGPoint from = position_;
   for (int step = 1; step <= steps; ++step) {
     const double part = static_cast<double>(step) / steps;
-    moveTo({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});
+    move({from.x + (to.x - from.x) * part, from.y + (to.y - from.y) * part});
   }
 }
 

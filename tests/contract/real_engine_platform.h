@@ -2,10 +2,12 @@
 #pragma once
 
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <string>
 #include <string_view>
 
+#include "corvane/platform/views/touch_event.h"
 #include "demo/local_page_server.h"
 #include "tests/contract/contract_platform.h"
 #include "tests/contract/trouble_server.h"
@@ -20,24 +22,30 @@ struct Colour {
   bool operator==(const Colour&) const = default;
 };
 
-/// A mouse over one surface. Its events arrive some time later, so wait for what they bring about.
+/// A mouse, fingers and keys over one surface. Their events arrive some time later, so wait for what they bring about.
 class TestPointer {
  public:
   virtual ~TestPointer() = default;
-  virtual void move(CGPoint to) = 0;
   virtual void press(int button = 1) = 0;
   virtual void release(int button = 1) = 0;
+  [[nodiscard]] virtual bool hasFingers() const = 0;
+  /// All fingers are taken away where one is cancelled.
+  virtual void touch(int finger, TouchPhase phase, CGPoint at = {}) = 0;
+  /// Presses keys one after the other and releases them in the opposite order. They are the toolkit's key values.
+  virtual void type(std::initializer_list<unsigned> chord) = 0;
 
+  void move(CGPoint to) { moveNow(position_ = to); }
   void click(CGPoint at) {
-    moveTo(at);
+    move(at);
     press();
     release();
   }
-  void moveTo(CGPoint to) { move(position_ = to); }
   /// In steps from where the pointer is; what is pressed stays so.
   void moveInSteps(CGPoint to);
 
  private:
+  virtual void moveNow(CGPoint to) = 0;
+
   CGPoint position_;
 };
 
@@ -51,6 +59,8 @@ class TestScreen {
   virtual void endSurface() = 0;
   /// Null, and a reason, where no events can be made.
   [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
+  /// Counts the frames of the surface from now on.
+  [[nodiscard]] virtual std::function<int()> countFrames() = 0;
 };
 
 /// What only a real engine offers, and how pages are made to do things: by scripts.
@@ -81,11 +91,6 @@ class RealEnginePlatform : public ContractPlatform {
   virtual void queueFrame() = 0;
   /// Null, and a reason, where there is no mouse to move.
   [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
-  /// The same for fingers: a button is a finger, and the one that is pressed last moves.
-  [[nodiscard]] virtual std::unique_ptr<TestPointer> openFingers(std::string& reason) {
-    reason = "The toolkit takes no made-up touches";
-    return nullptr;
-  }
   /// Puts a button of the host app under the surface.
   virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
   virtual void setSurfaceVisible(bool isVisible) = 0;
@@ -107,6 +112,11 @@ class RealEnginePlatform : public ContractPlatform {
   bool promptAnswer_ = false;
   int promptCount_ = 0;
 };
+
+/// What backends of both kinds are asked for, to be seen again in the pages.
+inline constexpr const char* userAgentSuffix = "Shop/2.1";
+inline constexpr const char* pageLanguage = "rm-CH";
+inline constexpr std::size_t longestMessage = 4'000'000;
 
 /// A backend with a real engine.
 struct RealEngineMaker {

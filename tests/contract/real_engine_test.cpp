@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "corvane/platform/web/engine_capabilities.h"
 #include "tests/contract/real_engine_platform.h"
 #include "tests/contract/trouble_server.h"
 
@@ -83,24 +84,31 @@ TEST_P(RealEngine, NothingThatAPageAsksItsUserHoldsTheHostUp) {
 }
 
 TEST_P(RealEngine, APictureThatNeverComesEndsNothing) {
-  load(platform_->page("plain.html"));
-  findWebView(*view_)->load({.url = platform_->page("stalled.html#" + platform_->address(PageKind::silent)),
-                             .timeoutInterval = std::chrono::seconds(2)});
-  ASSERT_TRUE(waitFor(token("stalled")));
-  const auto end = RunLoop::main().now() + std::chrono::milliseconds(2500);
+  const std::string address = platform_->page("stalled.html#" + platform_->address(PageKind::silent));
+  load(address);
+  // A busy machine may be too slow for the shorter ones.
+  std::chrono::milliseconds limit(500);
+  for (bool isThere = false; !isThere && limit < std::chrono::seconds(30); limit *= 2) {
+    events_.clear();
+    findWebView(*view_)->load({.url = address, .timeoutInterval = limit});
+    ASSERT_TRUE(platform_->runUntil([&] { return !events_.empty(); }));
+    isThere = events_.front() == token("stalled");
+  }
+  events_.clear();
+  const auto end = RunLoop::main().now() + limit;
   ASSERT_TRUE(platform_->runUntil([&] { return RunLoop::main().now() > end; }));
-  EXPECT_FALSE(view_->error());
+  EXPECT_EQ(events_, std::vector<std::string>{});
   EXPECT_EQ(platform_->evaluate(*view_, "picture.complete")->boolean(), false) << "it is still awaited";
 }
 
 TEST_P(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
-  static_cast<void>(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
+  EXPECT_TRUE(platform_->evaluate(*view_, "setTimeout(() => { for (;;); })"));
   view_->loadBooking("b2");
   EXPECT_TRUE(waitFor(token("b2")));
   view_->loadBooking("b3");
   platform_->pageLosesItsProcess(*view_);
-  EXPECT_TRUE(waitFor(token("b3")));
+  EXPECT_TRUE(waitFor(token("b3"))) << testing::PrintToString(events_);
   EXPECT_FALSE(view_->error());
 }
 
@@ -124,7 +132,7 @@ TEST_P(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
             (std::vector<std::string>{"mailto:a@shop.example", "https://shop.example/ window", "http://localhost:"}));
   const auto expectPage = [&](const std::string& booking) {
     EXPECT_TRUE(platform_->evaluate(*view_, "post(new URLSearchParams(location.search).get('connectId') + '!')"));
-    EXPECT_TRUE(waitFor(token(booking + "!")));
+    EXPECT_TRUE(waitFor(token(booking + "!"))) << testing::PrintToString(events_);
     EXPECT_FALSE(view_->error());
   };
   expectPage("b1");
@@ -132,6 +140,36 @@ TEST_P(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
   ASSERT_TRUE(waitFor(token("b2")));
   EXPECT_TRUE(platform_->evaluate(*view_, "history.back()"));
   expectPage("b2");
+}
+
+TEST_P(RealEngine, WhatTheHostChoseReachesThePage) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  EXPECT_TRUE(platform_->evaluate(*view_, "navigator.userAgent")->string()->ends_with(" Shop/2.1"));
+  EXPECT_EQ(platform_->evaluate(*view_, "navigator.language")->string(), "rm-CH");
+  EXPECT_TRUE(platform_->evaluate(*view_, "post('x'.repeat(4000000)); post('short'); 0"));
+  EXPECT_TRUE(waitFor(token("short")));
+  EXPECT_EQ(events_.back(), token("short"));
+  EXPECT_LT(std::ranges::max(events_, {}, &std::string::size).size(), 1000U) << "the long one is dropped";
+}
+
+TEST_P(RealEngine, WhatItCanDoIsKnownBeforeAPageIsLoadedAndCaptureCanBeMuted) {
+  std::optional<EngineCapabilities> found;
+  queryEngineCapabilities([&](const EngineCapabilities& capabilities) { found = capabilities; });
+  ASSERT_TRUE(platform_->runUntil([&] { return found.has_value(); }));
+  EXPECT_TRUE(found->hasCamera && found->hasMicrophone) << "the made-up ones";
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  EXPECT_EQ(platform_->evaluate(*view_, "typeof RTCPeerConnection === 'function'")->boolean(),
+            found->hasPeerConnections);
+  platform_->setPromptAnswer(true);
+  ASSERT_TRUE(platform_->pageCaptures(*view_));
+  const auto becomes = [&](CaptureState state) {
+    return platform_->runUntil([&] { return view_->captureState(AVMediaType::audio) == state; });
+  };
+  EXPECT_TRUE(becomes(CaptureState::active));
+  view_->setCaptureMuted(AVMediaType::audio, true);
+  EXPECT_TRUE(becomes(CaptureState::muted));
+  view_->setCaptureMuted(AVMediaType::audio, false);
+  EXPECT_TRUE(becomes(CaptureState::active));
 }
 
 TEST_P(RealEngine, AServerThatNobodyTrustsIsToldAsSuch) {

@@ -13,14 +13,16 @@ template <class Condition>
   const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(30);
   // Wakes the context up when nothing else does, so that waiting can be given up.
   const guint ticker = g_timeout_add(50, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
-  while (!condition() && std::chrono::steady_clock::now() < end) {
+  bool holds = condition();
+  while (!holds && std::chrono::steady_clock::now() < end) {
     // A condition that takes long must not keep the rest of the loop from its turns.
     g_main_context_iteration(nullptr, TRUE);
     for (int turn = 0; turn < 50 && g_main_context_iteration(nullptr, FALSE) != FALSE; ++turn) {
     }
+    holds = condition();
   }
   g_source_remove(ticker);
-  return condition();
+  return holds;
 }
 
 }  // namespace corvane::test

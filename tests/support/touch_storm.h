@@ -29,6 +29,7 @@ class TouchStorm {
       view = UIView::create({{at(), at()}, {at() * 2, at() * 2}});
       container->addSubview(view);
       view->setTransform(CGAffineTransform::makeScale(pick(8) * 0.25, 1));
+      view->setAutoresizingMask(static_cast<UIViewAutoresizing>(pick(64)));
       view->setClipsToBounds(pick(2) == 0);
       view->setCornerRadius(at());
     }
@@ -47,7 +48,7 @@ class TouchStorm {
   ~TouchStorm() = default;
 
   void step() {
-    const int choice = pick(16);
+    const int choice = pick(18);
     if (choice < 12) {
       sendTouch();
     } else {
@@ -126,9 +127,18 @@ class TouchStorm {
         // Seldom, or soon nothing would be left.
         if (pick(8) == 0) return view->removeFromSuperview();
         [[fallthrough]];
-      default: {
+      case 15: {
         const auto container = parent();
         if (!container->isDescendantOf(*view)) container->addSubview(view);
+        break;
+      }
+      default: {
+        const auto container = parent();
+        container->setFrame({container->frame().origin, {at(), at()}});
+        for (const auto& each : views_) {
+          const CGSize size = each->bounds().size;
+          require(size.width >= 0 && size.height >= 0, "a view has less than no size");
+        }
       }
     }
   }

@@ -12,7 +12,7 @@
 namespace corvane {
 
 /// The base of objects with published values. A view value whose body reads one of them is evaluated again after it
-/// has changed.
+/// has changed, also where the body was evaluated while the change was being told.
 ///
 /// Threads: main thread only.
 class CORVANE_EXPORT ObservableObject {

@@ -16,7 +16,8 @@ namespace corvane {
 /// - `using UIViewType`, the type of the platform view;
 /// - `makeUIView() const` returns the platform view, a new one or one that is in use elsewhere, which then comes here.
 ///   It is called once, when the value is mounted; values that take its place later update the view that it made. The
-///   view fills its container and goes on doing so;
+///   view fills its container and goes on doing so. One that takes no frame when it comes, as an agent view that
+///   floats, stays as large as it is; what it does later is its own affair;
 /// - `updateUIView(UIViewType&) const` is called after that, and whenever the value is evaluated again;
 /// - a static `dismantleUIView(UIViewType&)`, which may be missing, is called when the value goes.
 ///

@@ -38,6 +38,8 @@ class CORVANE_EXPORT DecodingError : public std::exception {
   [[nodiscard]] const CodingPath& codingPath() const noexcept { return codingPath_; }
   [[nodiscard]] const std::string& debugDescription() const noexcept { return debugDescription_; }
   /// The description, preceded by the coding path where there is one.
+  [[nodiscard]] const std::string& text() const noexcept { return what_; }
+  /// The same up to the first NUL, which names and values may contain.
   [[nodiscard]] const char* what() const noexcept override { return what_.c_str(); }
 
  private:
@@ -58,6 +60,9 @@ class CORVANE_EXPORT EncodingError : public std::exception {
   [[nodiscard]] Kind kind() const noexcept { return kind_; }
   [[nodiscard]] const CodingPath& codingPath() const noexcept { return codingPath_; }
   [[nodiscard]] const std::string& debugDescription() const noexcept { return debugDescription_; }
+  /// The description, preceded by the coding path where there is one.
+  [[nodiscard]] const std::string& text() const noexcept { return what_; }
+  /// The same up to the first NUL.
   [[nodiscard]] const char* what() const noexcept override { return what_.c_str(); }
 
  private:

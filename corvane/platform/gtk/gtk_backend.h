@@ -1,13 +1,17 @@
 /// The real-engine backend: GTK for the screen, WebKitGTK for the pages, the GLib main context for the run loop.
 #pragma once
 
+#include <cstddef>
 #include <expected>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "corvane/export.h"
 #include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/views/ui_color.h"
 #include "corvane/platform/web/wk_ui_delegate.h"
 
 namespace corvane::gtk {
@@ -22,8 +26,31 @@ struct BackendOptions {
   /// Opens what a page opens in a window of its own, such as a sign-in, in a plain window with the same cookies.
   /// Otherwise the host app gets the address.
   bool opensPopups = false;
+  /// Where cookies, storage and caches of the pages live. Empty for a folder below the user's that has the program's
+  /// name.
+  std::string dataFolder{};
+  /// Lets pages play sound and pictures before the user has clicked anything.
+  bool playsWithoutClick = false;
+  /// What is put behind the engine's own name of itself, such as "Shop/2.1".
+  std::string userAgentSuffix{};
+  /// What pages are asked for, such as "de-CH", the dearest first. Empty for the system's.
+  std::vector<std::string> languages{};
+  /// The address of a proxy for all pages, such as "http://proxy.example:3128". Empty for the system's.
+  std::string proxy{};
+  /// What is seen of a page before it has painted anything.
+  std::optional<UIColor> pageBackground{};
+  /// How many bytes of JSON a message of a page may have. A longer one is dropped.
+  std::size_t longestMessage = std::size_t{16} << 20U;
   /// Offers the web inspector in the pages' context menu.
   bool allowsDeveloperTools = false;
+};
+
+/// The words of the dialog that asks whether a page may capture, for apps in other languages. What is empty is English.
+struct CaptureDialogTexts {
+  /// Makes the question. The site is the host name of the page, or empty.
+  std::function<std::string(const std::string& site, WKMediaCaptureType type)> question;
+  std::string allow;
+  std::string refuse;
 };
 
 /// Asks the user whether a page may capture; hands the answer to the function once. A function that is dropped
@@ -46,7 +73,7 @@ class CORVANE_EXPORT Backend {
  public:
   /// Initialises the toolkit and installs run loop, web engine and capture authorisation. Fails with a text for
   /// developers when there is no display to show anything on, or while another backend is installed.
-  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install(BackendOptions options = {});
+  [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install(const BackendOptions& options = {});
   Backend(const Backend&) = delete;
   Backend& operator=(const Backend&) = delete;
   /// Uninstalls everything. Tasks that have not run are destroyed unrun.
@@ -57,7 +84,11 @@ class CORVANE_EXPORT Backend {
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
   /// Replaces the dialog that asks the user when a page's request is answered with `prompt`. An empty function brings
   /// the dialog back. The dialog stands over the web view's window; a web view in no window is refused.
+  /// It ends, with a refusal, when its page does.
   void setCapturePrompt(CapturePrompt prompt);
+  void setCaptureDialogTexts(CaptureDialogTexts texts);
+  /// Forgets the cookies, storage and caches of all pages, and calls the completion later. Agents are signed out.
+  void clearPageData(std::function<void()> completion);
 
  private:
   struct Parts;

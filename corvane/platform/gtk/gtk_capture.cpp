@@ -50,7 +50,8 @@ WKPermissionDecisionHandler makeDecisionHandler(WebKitWebView* webView, WebKitPe
     if (decision != WKPermissionDecision::prompt) return pending.answer(decision == WKPermissionDecision::grant);
     auto answer = [pending = std::move(pending)](bool isAllowed) mutable { pending.answer(isAllowed); };
     if (const CapturePrompt prompt = context->capturePrompt) return prompt(request, std::move(answer));
-    if (const auto shown = view->lock()) showCaptureDialog(shown.get(), request, std::move(answer));
+    if (const auto shown = view->lock())
+      showCaptureDialog(shown.get(), context->captureDialogTexts, request, std::move(answer));
   };
 }
 

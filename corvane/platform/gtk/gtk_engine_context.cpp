@@ -2,6 +2,7 @@
 
 #include <filesystem>
 #include <system_error>
+#include <vector>
 
 namespace corvane::gtk {
 
@@ -21,11 +22,12 @@ std::filesystem::path folderOfApp(const char* userFolder) {
   return std::filesystem::path(userFolder) / appName() / "pages";
 }
 
-GObjectHandle<WebKitNetworkSession> makeNetworkSession(bool isEphemeral) {
+GObjectHandle<WebKitNetworkSession> makeNetworkSession(const BackendOptions& options) {
   using Session = GObjectHandle<WebKitNetworkSession>;
-  if (isEphemeral) return Session::adopt(webkit_network_session_new_ephemeral());
-  const std::filesystem::path data = folderOfApp(g_get_user_data_dir());
-  const std::filesystem::path cache = folderOfApp(g_get_user_cache_dir());
+  if (options.isEphemeral) return Session::adopt(webkit_network_session_new_ephemeral());
+  const std::filesystem::path chosen = options.dataFolder;
+  const std::filesystem::path data = chosen.empty() ? folderOfApp(g_get_user_data_dir()) : chosen / "data";
+  const std::filesystem::path cache = chosen.empty() ? folderOfApp(g_get_user_cache_dir()) : chosen / "cache";
   Session session = Session::adopt(webkit_network_session_new(data.c_str(), cache.c_str()));
   // Unlike everything else the engine stores, cookies stay in memory until they are given a file.
   webkit_cookie_manager_set_persistent_storage(webkit_network_session_get_cookie_manager(session.get()),
@@ -40,10 +42,23 @@ EngineContext::EngineContext(const BackendOptions& chosen)
     : options(chosen),
       runLoop(std::make_shared<GlibRunLoop>()),
       webContext(GObjectHandle<WebKitWebContext>::adopt(webkit_web_context_new())),
-      networkSession(makeNetworkSession(chosen.isEphemeral)),
+      networkSession(makeNetworkSession(chosen)),
       // Left alone, the engine saves every download into the user's download folder without a word.
       downloads(SignalConnection::make<void(WebKitNetworkSession*, WebKitDownload*)>(
           networkSession.get(), "download-started",
-          [](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); })) {}
+          [](WebKitNetworkSession*, WebKitDownload* download) { webkit_download_cancel(download); })) {
+  if (!options.languages.empty()) {
+    std::vector<const char*> languages;
+    languages.reserve(options.languages.size() + 1);
+    for (const std::string& language : options.languages) languages.push_back(language.c_str());
+    languages.push_back(nullptr);
+    webkit_web_context_set_preferred_languages(webContext.get(), languages.data());
+  }
+  if (!options.proxy.empty()) {
+    const CHandle<WebKitNetworkProxySettings, webkit_network_proxy_settings_free> proxy(
+        webkit_network_proxy_settings_new(options.proxy.c_str(), nullptr));
+    webkit_network_session_set_proxy_settings(networkSession.get(), WEBKIT_NETWORK_PROXY_MODE_CUSTOM, proxy.get());
+  }
+}
 
 }  // namespace corvane::gtk

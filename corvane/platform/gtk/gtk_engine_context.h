@@ -26,6 +26,7 @@ struct EngineContext {
   SignalConnection downloads;
   /// Empty for the dialog that the backend brings.
   CapturePrompt capturePrompt;
+  CaptureDialogTexts captureDialogTexts;
 };
 
 }  // namespace corvane::gtk

@@ -15,8 +15,12 @@ WebError processGoneError() { return {WebError::Kind::processTerminated, "The pa
 
 std::optional<JsonValue> jsonOf(JSCValue* value) {
   const GTextHandle text(jsc_value_to_json(value, 0));
+  return jsonOf(text.get());
+}
+
+std::optional<JsonValue> jsonOf(const char* text) {
   if (text == nullptr) return std::nullopt;
-  auto json = JsonValue::parse(text.get());
+  auto json = JsonValue::parse(text);
   if (!json) return std::nullopt;
   return std::move(*json);
 }

@@ -55,5 +55,7 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
 
 /// The value as our own JSON; none where it has no JSON form.
 [[nodiscard]] std::optional<JsonValue> jsonOf(JSCValue* value);
+/// The same of the engine's text of it, which may be null.
+[[nodiscard]] std::optional<JsonValue> jsonOf(const char* text);
 
 }  // namespace corvane::gtk

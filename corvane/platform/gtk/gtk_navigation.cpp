@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "corvane/platform/gtk/glib_source.h"
+
 namespace corvane::gtk {
 
 namespace {
@@ -22,7 +24,7 @@ bool hasUrl(WebKitBackForwardListItem* item, std::string_view url) {
 
 bool PageNavigation::mayBegin(WebKitNavigationAction* action) {
   const std::string url = urlOf(action);
-  if (leadsToFormerPage(action, url)) return false;
+  if (leadsToFormerPage(action, url) || comesOfDropping(action)) return false;
   isUserInitiated_ = isUserGesture(action);
   return isAllowed({url, WKNavigationTarget::subframe, isUserInitiated_});
 }
@@ -43,22 +45,30 @@ bool PageNavigation::mayShow(WebKitResponsePolicyDecision* answer, const std::st
   return isAllowed({url, WKNavigationTarget::mainFrame, isUserInitiated_});
 }
 
+void PageNavigation::somethingWasDropped() { droppedAt_ = monotonicTime(); }
+
+bool PageNavigation::comesOfDropping(WebKitNavigationAction* action) const {
+  // The engine says of neither these nor of a script's that they are anything in particular.
+  constexpr std::chrono::seconds longest{2};
+  const bool isRecent = droppedAt_ != std::chrono::nanoseconds::min() && monotonicTime() - droppedAt_ < longest;
+  return isRecent && webkit_navigation_action_get_navigation_type(action) == WEBKIT_NAVIGATION_TYPE_OTHER;
+}
+
 void PageNavigation::hostPageCommitted() {
-  WebKitBackForwardList* const history = webkit_web_view_get_back_forward_list(webView_);
-  WebKitBackForwardListItem* const page = webkit_back_forward_list_get_current_item(history);
-  hostPage_ = page != nullptr ? GObjectHandle<WebKitBackForwardListItem>::retain(page)
-                              : GObjectHandle<WebKitBackForwardListItem>();
+  // The history may not have it yet, so the address must do.
+  const char* url = webkit_web_view_get_uri(webView_);
+  hostPage_ = url != nullptr ? url : "";
 }
 
 bool PageNavigation::leadsToFormerPage(WebKitNavigationAction* action, const std::string& url) const {
   if (webkit_navigation_action_get_navigation_type(action) != WEBKIT_NAVIGATION_TYPE_BACK_FORWARD) return false;
   WebKitBackForwardList* const history = webkit_web_view_get_back_forward_list(webView_);
-  for (int place = 1; auto* const item = webkit_back_forward_list_get_nth_item(history, place); ++place) {
+  // The engine moves on to the entry before it asks, or after: entries count from the newest, not from the current one.
+  int place = 0;
+  while (webkit_back_forward_list_get_nth_item(history, place + 1) != nullptr) ++place;
+  for (; auto* const item = webkit_back_forward_list_get_nth_item(history, place); --place) {
     if (hasUrl(item, url)) return false;
-  }
-  for (int place = 0; auto* const item = webkit_back_forward_list_get_nth_item(history, place); --place) {
-    if (hasUrl(item, url)) return false;
-    if (item == hostPage_.get()) return true;
+    if (hasUrl(item, hostPage_)) return true;
   }
   return true;
 }

@@ -3,6 +3,7 @@
 
 #include <webkit/webkit.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
 
@@ -30,18 +31,24 @@ class PageNavigation {
   [[nodiscard]] bool mayOpenWindow(WebKitNavigationAction* action) const;
   /// The answer of a server. `hostUrl` is what the host is waiting for, or empty.
   [[nodiscard]] bool mayShow(WebKitResponsePolicyDecision* answer, const std::string& hostUrl) const;
+  /// Something was dropped on the page. What the page makes of it is its own business; that it would be shown in the
+  /// page's place is the engine's habit, and not wanted.
+  void somethingWasDropped();
   /// The page that the host wanted is there: what the history has before it is left for good.
   void hostPageCommitted();
 
  private:
   /// Whether going back or forth would lead to a page of another booking.
   [[nodiscard]] bool leadsToFormerPage(WebKitNavigationAction* action, const std::string& url) const;
+  [[nodiscard]] bool comesOfDropping(WebKitNavigationAction* action) const;
   [[nodiscard]] bool isAllowed(const WKNavigationAction& action) const;
 
   WebKitWebView* webView_;
   std::shared_ptr<EngineContext> context_;
   std::weak_ptr<WebEngineClient> client_;
-  GObjectHandle<WebKitBackForwardListItem> hostPage_;
+  /// Where the host's page has come to be, redirections included.
+  std::string hostPage_;
+  std::chrono::nanoseconds droppedAt_ = std::chrono::nanoseconds::min();
   /// Of the navigation that began last.
   bool isUserInitiated_ = false;
 };

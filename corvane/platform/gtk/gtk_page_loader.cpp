@@ -21,6 +21,7 @@ constexpr std::chrono::milliseconds replacementDecisionLimit{100};
 constexpr std::chrono::seconds replacementStartLimit{5};
 /// How long the page that is to be left may keep its process busy.
 constexpr std::chrono::seconds signOfLifeLimit{3};
+constexpr std::chrono::milliseconds signOfLifeInterval{750};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -68,7 +69,7 @@ PageLoader::PageLoader(WebKitWebView* webView, std::shared_ptr<EngineContext> co
 void PageLoader::begin() {
   timer_.emplace(whileAlive(weak_from_this(), &PageLoader::timedOut));
   replacementTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::settleCancelledLoad));
-  signOfLifeTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::leavePreviousPage));
+  signOfLifeTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::askForSignOfLife));
   connectSignals();
 }
 
@@ -152,16 +153,22 @@ void PageLoader::load(const URLRequest& request) {
 }
 
 void PageLoader::watchPreviousPage() {
-  signOfLifeTimer_->setNeverReady();
   // The engine has its own opinion, which comes late on a busy machine, and only if it has asked the page for
   // something.
   if (webkit_web_view_get_is_web_process_responsive(webView_) == FALSE) return leavePreviousPage();
   if (webkit_web_view_get_main_resource(webView_) == nullptr) return;
-  signOfLifeTimer_->setReadyTime(monotonicTime() + signOfLifeLimit);
+  lastSignOfLife_ = monotonicTime();
+  askForSignOfLife();
+}
+
+void PageLoader::askForSignOfLife() {
+  const auto now = monotonicTime();
+  if (!tracker_.isHostWaiting()) return signOfLifeTimer_->setNeverReady();
+  if (now - lastSignOfLife_ > signOfLifeLimit) return leavePreviousPage();
+  signOfLifeTimer_->setReadyTime(now + signOfLifeInterval);
   evaluations_->run(webView_, "0",
                     whileAlive(weak_from_this(), [number = loadNumber_](PageLoader& loader, const EvaluationResult&) {
-                      if (loader.loadNumber_ == number && loader.signOfLifeTimer_)
-                        loader.signOfLifeTimer_->setNeverReady();
+                      if (loader.loadNumber_ == number) loader.lastSignOfLife_ = monotonicTime();
                     }));
 }
 

@@ -36,6 +36,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void end();
   void load(const URLRequest& request);
   [[nodiscard]] bool mayOpenWindow(WebKitNavigationAction* action) const { return navigation_.mayOpenWindow(action); }
+  void somethingWasDropped() { navigation_.somethingWasDropped(); }
   /// Whether what the present document posts is for the host.
   [[nodiscard]] bool isPageHeard() const { return tracker_.isPageHeard(); }
 
@@ -51,6 +52,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   void watchDocument();
   /// Asks the previous page for a sign of life, while the host waits for another one.
   void watchPreviousPage();
+  void askForSignOfLife();
   /// Ends a process that keeps the host's load from beginning.
   void leavePreviousPage();
   void settleCancelledLoad();
@@ -72,6 +74,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::optional<GlibSource> timer_;
   std::optional<GlibSource> replacementTimer_;
   std::optional<GlibSource> signOfLifeTimer_;
+  std::chrono::nanoseconds lastSignOfLife_{};
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
   /// Changes with whatever makes an earlier load's end meaningless.
   std::uint64_t loadNumber_ = 0;

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <variant>
 
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/match.h"
 #include "corvane/platform/gtk/gtk_evaluation.h"
 
@@ -46,18 +47,23 @@ bool isFilteredOut(JSCValue* message, const WKUserContentController::MessageFilt
 }
 
 SignalConnection addChannel(WebKitUserContentManager* manager, const WKUserContentController::MessageChannel& channel,
-                            const std::weak_ptr<WebEngineClient>& client,
-                            const std::weak_ptr<const PageLoader>& loader) {
+                            const std::weak_ptr<WebEngineClient>& client, const std::weak_ptr<const PageLoader>& loader,
+                            std::size_t longestMessage) {
   const std::string& name = channel.name;
   // Connected first, so that no page can post before anybody listens.
   auto connection = SignalConnection::make<void(WebKitUserContentManager*, JSCValue*)>(
       manager, ("script-message-received::" + name).c_str(),
-      [client, channel, loader](WebKitUserContentManager*, JSCValue* value) {
+      [client, channel, loader, longestMessage](WebKitUserContentManager*, JSCValue* value) {
         const auto current = loader.lock();
         if (current == nullptr || !current->isPageHeard()) return;
         if (channel.filter && isFilteredOut(value, *channel.filter)) return;
+        const GTextHandle text(jsc_value_to_json(value, 0));
+        if (text != nullptr && std::string_view(text.get()).size() > longestMessage) {
+          return diagnose(Diagnostic::Kind::messageDropped,
+                          [] { return std::string("a message longer than allowed"); });
+        }
         if (const auto receiver = client.lock()) {
-          receiver->engineDidReceiveMessage(channel.name, jsonOf(value).value_or(JsonValue()));
+          receiver->engineDidReceiveMessage(channel.name, jsonOf(text.get()).value_or(JsonValue()));
         }
       });
   webkit_user_content_manager_register_script_message_handler(manager, name.c_str(), nullptr);
@@ -69,6 +75,8 @@ SignalConnection addChannel(WebKitUserContentManager* manager, const WKUserConte
 GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configuration, const BackendOptions& options) {
   auto settings = GObjectHandle<WebKitSettings>::adopt(webkit_settings_new());
   webkit_settings_set_enable_media_stream(settings.get(), TRUE);
+  // Off at first, also in engines that were built with it.
+  webkit_settings_set_enable_webrtc(settings.get(), TRUE);
   webkit_settings_set_enable_mock_capture_devices(settings.get(), options.usesMockCaptureDevices);
   webkit_settings_set_media_playback_allows_inline(settings.get(), configuration.allowsInlineMediaPlayback);
   // The full screen of a page would be that of the app's window.
@@ -76,6 +84,11 @@ GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configu
   // The engine would drop the wish for a window in silence; whoever asks the client does not.
   webkit_settings_set_javascript_can_open_windows_automatically(settings.get(), TRUE);
   webkit_settings_set_enable_developer_extras(settings.get(), options.allowsDeveloperTools);
+  if (!options.userAgentSuffix.empty()) {
+    const std::string agent =
+        std::string(webkit_settings_get_user_agent(settings.get())) + " " + options.userAgentSuffix;
+    webkit_settings_set_user_agent(settings.get(), agent.c_str());
+  }
   keepTimersOfHiddenPages(settings.get());
   return settings;
 }
@@ -83,13 +96,14 @@ GObjectHandle<WebKitSettings> makeSettings(const WKWebViewConfiguration& configu
 std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
                                               const WKUserContentController& controller,
                                               const std::weak_ptr<WebEngineClient>& client,
-                                              const std::weak_ptr<const PageLoader>& loader) {
+                                              const std::weak_ptr<const PageLoader>& loader,
+                                              std::size_t longestMessage) {
   std::vector<SignalConnection> connections;
   for (const auto& content : controller.contents()) {
     match(
         content, [&](const WKUserScript& script) { addScript(manager, script); },
         [&](const WKUserContentController::MessageChannel& channel) {
-          connections.push_back(addChannel(manager, channel, client, loader));
+          connections.push_back(addChannel(manager, channel, client, loader, longestMessage));
         });
   }
   return connections;

@@ -22,7 +22,8 @@ namespace corvane::gtk {
 [[nodiscard]] std::vector<SignalConnection> installContents(WebKitUserContentManager* manager,
                                                             const WKUserContentController& controller,
                                                             const std::weak_ptr<WebEngineClient>& client,
-                                                            const std::weak_ptr<const PageLoader>& loader);
+                                                            const std::weak_ptr<const PageLoader>& loader,
+                                                            std::size_t longestMessage);
 
 /// Unregisters the channels; the manager lives on with pages that are still ending.
 void removeContents(WebKitUserContentManager* manager, const WKUserContentController& controller);

@@ -13,12 +13,13 @@
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
+#include "corvane/platform/gtk/gtk_resting_pointer.h"
 #include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
+#include "corvane/platform/gtk/gtk_surface_keyboard.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
 #include "corvane/platform/gtk/gtk_transform.h"
-#include "corvane/platform/gtk/signal_connection.h"
 
 namespace corvane::gtk {
 
@@ -42,17 +43,18 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void begin() {
     adoption_.emplace(whileAlive(weak_from_this(), &Parts::adoptWebViews));
     input_ = SurfaceInput::create(widget(), window_);
+    keyboard_ = SurfaceKeyboard::create(widget(), window_);
+    pointer_ = RestingPointer::create(widget(), window_);
     joinScene(*window_);
-    realizing_ = SignalConnection::make<void(GtkWidget*)>(
-        widget(), "realize",
-        [enter = whileAlive(weak_from_this(), &Parts::didEnterWindow)](GtkWidget*) mutable { enter(); });
+    activity_ = ActiveWindowFollower::create(widget(), window_);
   }
 
   void end() {
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
-    realizing_.reset();
-    activation_.reset();
+    activity_.reset();
     leaveScene(*window_);
+    pointer_.reset();
+    keyboard_.reset();
     input_.reset();
     adoption_.reset();
     endSurfaceWidget(widget());
@@ -76,10 +78,15 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     window_->layoutIfNeeded();
     for (const Placement& placement : placementsIn(*window_, frameTime())) place(placement);
     isAllocating_ = false;
+    if (keyboard_ != nullptr) keyboard_->viewsDidChange();
+    if (pointer_ != nullptr) pointer_->viewsDidChange();
     followAnimations();
   }
 
-  void draw(GtkSnapshot* snapshot) override { drawWindow(snapshot, widget(), *window_, frameTime()); }
+  void draw(GtkSnapshot* snapshot) override {
+    drawWindow(snapshot, widget(), *window_, frameTime());
+    if (keyboard_ != nullptr) keyboard_->drawFocus(snapshot);
+  }
 
   bool takesTouchAt(CGPoint point) override { return viewAt(point) != nullptr; }
 
@@ -90,22 +97,6 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   }
 
  private:
-  /// The widget is in a window of the toolkit, perhaps not for the first time.
-  void didEnterWindow() {
-    for (GtkWidget* child = gtk_widget_get_first_child(widget()); child != nullptr;
-         child = gtk_widget_get_next_sibling(child)) {
-      GtkWebEngine::redraw(child);
-    }
-    activation_.reset();
-    GtkRoot* const root = gtk_widget_get_root(widget());
-    if (root == nullptr || !GTK_IS_WINDOW(root)) return;
-    activation_ = SignalConnection::make<void(GtkWindow*, GParamSpec*)>(
-        root, "notify::is-active", whileAlive(weak_from_this(), [](Parts& self, GtkWindow* active, GParamSpec*) {
-          if (gtk_window_is_active(active) != FALSE) self.window_->makeKey();
-        }));
-    if (gtk_window_is_active(objectCast<GtkWindow>(root)) != FALSE) window_->makeKey();
-  }
-
   void queueFrame() const {
     // A change of a corner or an alpha moves no widget, and would not be drawn for its place alone.
     gtk_widget_queue_allocate(widget());
@@ -174,9 +165,9 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   std::shared_ptr<UIWindow> window_;
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<SurfaceInput> input_;
-  std::optional<SignalConnection> realizing_;
-  /// Of the toolkit's window that the widget is in.
-  std::optional<SignalConnection> activation_;
+  std::shared_ptr<SurfaceKeyboard> keyboard_;
+  std::shared_ptr<RestingPointer> pointer_;
+  std::shared_ptr<ActiveWindowFollower> activity_;
   bool isAllocating_ = false;
   guint tick_ = 0;
   /// Calls `adoptWebViews` once the present change is over.

@@ -22,7 +22,15 @@ namespace corvane::gtk {
 /// once that is certain, and nothing of the others.
 ///
 /// A web view becomes a child of the widget when it is first seen in the tree and stays one for life, hidden while it
-/// is elsewhere. A web view that changes its parent loses its picture.
+/// is elsewhere. The widget may be moved among the app's others, and to another window.
+///
+/// The window becomes its scene's key window when the toolkit's window around it becomes the active one.
+///
+/// Keys follow what the user sees. Widgets that views cover wholly are left out when the focus moves. When what has the
+/// focus gets covered, the focus goes into the page that covers it. A view with a pan recognizer, such as a call that
+/// floats, is a stop of the Tab key. There the arrow keys drag it towards a side, and Enter or space taps it; where no
+/// recognizer takes the tap, the focus goes into its page. Assistive technology knows the widget as a group with the
+/// label "Call", which the app may change on the widget, and each page by its title.
 ///
 /// Ownership: held by the host app; it owns its window and holds its widget. When it ends while the widget is still in
 ///            a container, the widget stays there and shows nothing.

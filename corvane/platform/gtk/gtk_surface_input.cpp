@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/platform/gtk/gtk_surface_drawing.h"
+#include "corvane/platform/gtk/gtk_web_engine.h"
 #include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane::gtk {
@@ -20,14 +22,45 @@ std::uint64_t identifierOf(GdkEvent* event) {
   return reinterpret_cast<std::uintptr_t>(gdk_event_get_event_sequence(event));
 }
 
-/// The toolkit's newer versions call this old and offer nothing in its found.
+/// A page that has moved from under a finger sees the finger leave, but makes no click of it. This is not for the
+/// mouse: the same gestures tell the page that its button is up.
+void denyTap(const TouchAnchor& anchor, GdkEvent* event) {
+  GdkEventSequence* const finger = gdk_event_get_event_sequence(event);
+  const auto view = anchor.view();
+  const GtkWebEngine* const engine = view != nullptr ? engineOf(*view) : nullptr;
+  if (finger == nullptr || engine == nullptr || !anchor.hasMoved()) return;
+  const auto controllers = GObjectHandle<GListModel>::adopt(gtk_widget_observe_controllers(engine->widget()));
+  for (guint i = 0; i < g_list_model_get_n_items(controllers.get()); ++i) {
+    const auto controller = GObjectHandle<GtkEventController>::adopt(g_list_model_get_item(controllers.get(), i));
+    if (GTK_IS_GESTURE(controller.get()) == FALSE) continue;
+    gtk_gesture_set_sequence_state(objectCast<GtkGesture>(controller.get()), finger, GTK_EVENT_SEQUENCE_DENIED);
+  }
+}
+
+}  // namespace
+
+// The toolkit's newer versions call this old and offer nothing in its stead.
 void putBack(GdkEvent* event) {
   G_GNUC_BEGIN_IGNORE_DEPRECATIONS
   gdk_display_put_event(gdk_event_get_display(event), event);
   G_GNUC_END_IGNORE_DEPRECATIONS
 }
 
-}  // namespace
+CGPoint locationIn(GtkWidget* widget, const UIWindow& window, GdkEvent* event) {
+  double x = 0;
+  double y = 0;
+  // Asked of the native's origin, since the widget under the finger may move with the finger.
+  GtkNative* native = gtk_widget_get_native(widget);
+  if (native == nullptr || gdk_event_get_position(event, &x, &y) == FALSE) return {};
+  double left = 0;
+  double top = 0;
+  gtk_native_get_surface_transform(native, &left, &top);
+  const graphene_point_t onNative{static_cast<float>(x - left), static_cast<float>(y - top)};
+  graphene_point_t point{0, 0};
+  if (!gtk_widget_compute_point(objectCast<GtkWidget>(native), widget, &onNative, &point)) return {};
+  const CGPoint origin = window.bounds().origin;
+  return {point.x + origin.x, point.y + origin.y};
+}
 
 std::shared_ptr<SurfaceInput> SurfaceInput::create(GtkWidget* widget, std::shared_ptr<UIWindow> window) {
   auto input = std::make_shared<SurfaceInput>(ConstructionKey{}, widget, std::move(window));
@@ -76,6 +109,9 @@ bool SurfaceInput::handle(GdkEvent* event) {
     case GDK_TOUCH_END:
     case GDK_TOUCH_CANCEL:
       break;
+    case GDK_DROP_START:
+      noteDrop(event);
+      return false;
     case GDK_GRAB_BROKEN:
       cancelAll();
       return false;
@@ -113,21 +149,7 @@ std::optional<UITouchEvent> SurfaceInput::touchOf(GdkEvent* event) const {
   }
 }
 
-CGPoint SurfaceInput::locationOf(GdkEvent* event) const {
-  double x = 0;
-  double y = 0;
-  // Asked of the native's origin, since the widget under the finger may move with the finger.
-  GtkNative* native = gtk_widget_get_native(widget_.get());
-  if (native == nullptr || gdk_event_get_position(event, &x, &y) == FALSE) return {};
-  double left = 0;
-  double top = 0;
-  gtk_native_get_surface_transform(native, &left, &top);
-  const graphene_point_t onNative{static_cast<float>(x - left), static_cast<float>(y - top)};
-  graphene_point_t point{0, 0};
-  if (!gtk_widget_compute_point(objectCast<GtkWidget>(native), widget_.get(), &onNative, &point)) return {};
-  const CGPoint origin = window_->bounds().origin;
-  return {point.x + origin.x, point.y + origin.y};
-}
+CGPoint SurfaceInput::locationOf(GdkEvent* event) const { return locationIn(widget_.get(), *window_, event); }
 
 bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   using Owner = Touch::Owner;
@@ -136,7 +158,8 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   if (isBeginning) {
     // Gestures have one finger. A page that saw only the others would make a gesture of them.
     const bool isNobodys = isBusy(identifier) || wouldPinch(touch);
-    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event))};
+    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event)),
+                            TouchAnchor(*window_, touch.location)};
   }
   if (!touches_.contains(identifier)) return propagate(event);
   const TouchOutcome outcome = window_->sendTouch(touch);
@@ -154,6 +177,7 @@ bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
   // Nobody has seen anything yet of a touch that is cancelled while it is held.
   if (wasUndecided && outcome == TouchOutcome::ignored) owner = isBeginning ? Owner::underneath : Owner::nobody;
   const bool goesOn = owner == Owner::underneath;
+  if (goesOn && touch.phase == TouchPhase::ended) denyTap(found->second.anchor, event);
   if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) touches_.erase(found);
   return !goesOn || propagate(event);
 }
@@ -171,6 +195,12 @@ bool SurfaceInput::isBusy(std::optional<std::uint64_t> besides) const {
     const bool isWanted = touch.second.owner == Touch::Owner::undecided || touch.second.owner == Touch::Owner::views;
     return isWanted && touch.first != besides;
   });
+}
+
+void SurfaceInput::noteDrop(GdkEvent* event) const {
+  const auto view = window_->hitTest(locationOf(event));
+  GtkWebEngine* const engine = view != nullptr ? engineOf(*view) : nullptr;
+  if (engine != nullptr) engine->somethingWasDropped();
 }
 
 bool SurfaceInput::isOverFixedPage(CGPoint location) const {

@@ -12,9 +12,15 @@
 
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/signal_connection.h"
+#include "corvane/platform/views/touch_anchor.h"
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane::gtk {
+
+/// Where an event is, in the coordinates of the window that a widget shows.
+[[nodiscard]] CGPoint locationIn(GtkWidget* widget, const UIWindow& window, GdkEvent* event);
+/// Lets the toolkit meet an event once more.
+void putBack(GdkEvent* event);
 
 /// Brings what comes down on a surface widget to its window, and keeps it from the page while a recognizer may want
 /// it. A press that none wants is played again from its beginning. A page that had seen the beginning of what turns
@@ -46,6 +52,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
     };
     Owner owner = Owner::undecided;
     EventHandle beginning;
+    TouchAnchor anchor;
   };
 
   void begin();
@@ -59,6 +66,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
   /// Whether a recognizer has, or may yet have, a touch other than this one.
   [[nodiscard]] bool isBusy(std::optional<std::uint64_t> besides = {}) const;
   /// Whether there is a page that may not be scrolled. Two fingers would zoom it, and it would stay like that.
+  void noteDrop(GdkEvent* event) const;
   [[nodiscard]] bool isOverFixedPage(CGPoint location) const;
   [[nodiscard]] bool wouldPinch(const UITouchEvent& touch) const;
   void cancelAll();

@@ -61,6 +61,7 @@ void initializeSurfaceClass(gpointer surfaceClass, gpointer) noexcept {
   widgetClass->snapshot = drawSnapshot;
   widgetClass->contains = containsPoint;
   gtk_widget_class_set_css_name(widgetClass, "corvane-surface");
+  gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GROUP);
 }
 
 GType surfaceWidgetType() {
@@ -91,6 +92,7 @@ void initializeWebViewClass(gpointer webViewClass, gpointer) noexcept {
 GtkWidget* makeSurfaceWidget(SurfaceWidgetClient& client) {
   auto* widget = objectCast<GtkWidget>(g_object_new(surfaceWidgetType(), nullptr));
   objectCast<SurfaceWidget>(widget)->client = &client;
+  gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_LABEL, "Call", -1);
   gtk_widget_set_hexpand(widget, TRUE);
   gtk_widget_set_vexpand(widget, TRUE);
   gtk_widget_set_overflow(widget, GTK_OVERFLOW_HIDDEN);

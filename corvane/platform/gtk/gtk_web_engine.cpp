@@ -31,7 +31,8 @@ StyleSheetHandle makeFixedPageStyle() {
 
 /// Any change that the eye does not see makes the page hand over a new picture.
 constexpr const char* redrawScript =
-    "(() => { const style = document.documentElement.style, before = style.opacity; style.opacity = '0.999';"
+    "(() => { const style = document.documentElement.style, before = style.opacity;"
+    " if (before === '0.999') return; style.opacity = '0.999';"
     " requestAnimationFrame(() => requestAnimationFrame(() => { style.opacity = before; })); })();0";
 
 /// A page's dialog stops its scripts, the host's among them, until somebody answers it. Nobody can in a view that
@@ -50,9 +51,19 @@ gboolean refusePrinting(WebKitWebView*, WebKitPrintOperation*) { return TRUE; }
 GObjectHandle<WebKitWebView> makeWebView(const WKWebViewConfiguration& configuration, const EngineContext& context,
                                          WebKitUserContentManager* manager) {
   const auto settings = makeSettings(configuration, context.options);
-  return GObjectHandle<WebKitWebView>::sink(
-      g_object_new(surfaceWebViewType(), "web-context", context.webContext.get(), "network-session",
-                   context.networkSession.get(), "user-content-manager", manager, "settings", settings.get(), nullptr));
+  const BackendOptions& options = context.options;
+  const auto policies = GObjectHandle<WebKitWebsitePolicies>::adopt(webkit_website_policies_new_with_policies(
+      "autoplay", options.playsWithoutClick ? WEBKIT_AUTOPLAY_ALLOW : WEBKIT_AUTOPLAY_ALLOW_WITHOUT_SOUND, nullptr));
+  auto webView = GObjectHandle<WebKitWebView>::sink(g_object_new(
+      surfaceWebViewType(), "web-context", context.webContext.get(), "network-session", context.networkSession.get(),
+      "user-content-manager", manager, "settings", settings.get(), "website-policies", policies.get(), nullptr));
+  if (options.pageBackground) {
+    const UIColor& color = *options.pageBackground;
+    const GdkRGBA rgba{static_cast<float>(color.red), static_cast<float>(color.green), static_cast<float>(color.blue),
+                       static_cast<float>(color.alpha)};
+    webkit_web_view_set_background_color(webView.get(), &rgba);
+  }
+  return webView;
 }
 
 }  // namespace
@@ -67,7 +78,8 @@ struct GtkWebEngine::Parts {
   std::vector<SignalConnection> connections;
   std::vector<SignalConnection> windows;
   StyleSheetHandle fixedPageStyle;
-  bool hadParent = false;
+  /// Whether the widget has been taken apart since it last showed the page.
+  bool isPictureLost = false;
 };
 
 GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
@@ -82,16 +94,48 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
   parts.loader->begin();
   parts.windows = installPageWindows(parts.webView.get(), parts.loader);
-  parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader);
+  parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader,
+                                      parts.context->options.longestMessage);
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPermissionRequest*)>(
       parts.webView.get(), "permission-request",
-      [context = parts.context, client = std::move(client)](WebKitWebView* webView, WebKitPermissionRequest* request) {
+      [context = parts.context, client](WebKitWebView* webView, WebKitPermissionRequest* request) {
         return handlePermissionRequest(webView, request, context, client) ? TRUE : FALSE;
       }));
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
       parts.webView.get(), "script-dialog", answerDialog));
+  const auto notify = [&](const char* signal, auto tell) {
+    parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
+        parts.webView.get(), signal, [client, tell](WebKitWebView* webView, GParamSpec*) {
+          if (const auto receiver = client.lock()) tell(*receiver, webView);
+        }));
+  };
+  const auto tellOfCapture = [](WebEngineClient& receiver, WebKitWebView*) { receiver.engineDidChangeCapture(); };
+  notify("notify::camera-capture-state", tellOfCapture);
+  notify("notify::microphone-capture-state", tellOfCapture);
+  notify("notify::is-web-process-responsive", [](WebEngineClient& receiver, WebKitWebView* webView) {
+    receiver.engineDidChangeResponsiveness(webkit_web_view_get_is_web_process_responsive(webView) != FALSE);
+  });
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
       parts.webView.get(), "print", refusePrinting));
+  // Wherever in the app's widgets something is moved to another place, all that is inside is taken apart.
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*)>(
+      parts.webView.get(), "unrealize", [isLost = &parts.isPictureLost](WebKitWebView*) { *isLost = true; }));
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*)>(
+      parts.webView.get(), "map", [isLost = &parts.isPictureLost](WebKitWebView* webView) {
+        if (!std::exchange(*isLost, false)) return;
+        webkit_web_view_evaluate_javascript(webView, redrawScript, -1, nullptr, nullptr, nullptr, nullptr, nullptr);
+      }));
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
+      parts.webView.get(), "notify::title", [](WebKitWebView* webView, GParamSpec*) {
+        const char* const title = webkit_web_view_get_title(webView);
+        gtk_accessible_update_property(GTK_ACCESSIBLE(webView), GTK_ACCESSIBLE_PROPERTY_LABEL,
+                                       title != nullptr ? title : "", -1);
+      }));
+  // The engine's widget for input methods is a stop of the Tab key that nobody sees, and that lets nobody go on.
+  for (GtkWidget* child = gtk_widget_get_first_child(widget()); child != nullptr;
+       child = gtk_widget_get_next_sibling(child)) {
+    gtk_widget_set_can_focus(child, FALSE);
+  }
 }
 
 GtkWebEngine::~GtkWebEngine() {
@@ -134,19 +178,37 @@ void GtkWebEngine::setScrollEnabled(bool isEnabled) {
   }
 }
 
+CaptureState GtkWebEngine::captureState(AVMediaType mediaType) const {
+  WebKitWebView* const webView = parts_->webView.get();
+  switch (mediaType == AVMediaType::video ? webkit_web_view_get_camera_capture_state(webView)
+                                          : webkit_web_view_get_microphone_capture_state(webView)) {
+    case WEBKIT_MEDIA_CAPTURE_STATE_NONE:
+      return CaptureState::none;
+    case WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE:
+      return CaptureState::active;
+    case WEBKIT_MEDIA_CAPTURE_STATE_MUTED:
+      return CaptureState::muted;
+  }
+  return CaptureState::none;
+}
+
+void GtkWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  // The engine takes the other states for a wish to begin or to end the capture.
+  if (captureState(mediaType) == CaptureState::none) return;
+  const auto set = mediaType == AVMediaType::video ? webkit_web_view_set_camera_capture_state
+                                                   : webkit_web_view_set_microphone_capture_state;
+  set(parts_->webView.get(), isMuted ? WEBKIT_MEDIA_CAPTURE_STATE_MUTED : WEBKIT_MEDIA_CAPTURE_STATE_ACTIVE);
+}
+
 GtkWidget* GtkWebEngine::widget() const { return objectCast<GtkWidget>(parts_->webView.get()); }
 
-void GtkWebEngine::moveTo(GtkWidget* parent) {
+void GtkWebEngine::moveTo(GtkWidget* parent) const {
   GtkWidget* present = gtk_widget_get_parent(widget());
   if (present == parent) return;
   if (present != nullptr) gtk_widget_unparent(widget());
   gtk_widget_set_parent(widget(), parent);
-  if (std::exchange(parts_->hadParent, true)) redraw(widget());
 }
 
-void GtkWebEngine::redraw(GtkWidget* widget) {
-  webkit_web_view_evaluate_javascript(objectCast<WebKitWebView>(widget), redrawScript, -1, nullptr, nullptr, nullptr,
-                                      nullptr, nullptr);
-}
+void GtkWebEngine::somethingWasDropped() { parts_->loader->somethingWasDropped(); }
 
 }  // namespace corvane::gtk

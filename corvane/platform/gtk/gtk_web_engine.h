@@ -34,14 +34,15 @@ class GtkWebEngine final : public WebEngine {
   void setInteractionEnabled(bool isEnabled) override;
   /// Works on the page that is there and on later ones. Scripts of the page can still scroll it.
   void setScrollEnabled(bool isEnabled) override;
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const override;
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted) override;
 
   /// The WebKit view.
   [[nodiscard]] GtkWidget* widget() const;
-  /// Makes a page hand over a picture again. One that has come into another window has lost its own.
-  static void redraw(GtkWidget* widget);
-  /// Makes the widget a child of this parent. A widget that had another one comes without its picture, so the page is
-  /// made to draw itself again.
-  void moveTo(GtkWidget* parent);
+  void somethingWasDropped();
+  /// Makes the widget a child of this parent. A widget that was taken apart loses its picture, here or by a move of
+  /// something around it. The page is made to draw itself again when it is next seen.
+  void moveTo(GtkWidget* parent) const;
 
  private:
   struct Parts;

@@ -4,6 +4,7 @@
 
 #include "corvane/platform/capture/stored_authorization.h"
 #include "corvane/platform/foundation/platform.h"
+#include "corvane/platform/foundation/run_loop.h"
 
 namespace corvane::headless {
 
@@ -15,6 +16,11 @@ class Factory final : public WebEngineFactory {
                                         std::weak_ptr<WebEngineClient> client) override {
     return std::make_unique<HeadlessWebEngine>(configuration, std::move(client));
   }
+  void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion) override {
+    RunLoop::main().post([completion = std::move(completion), found = capabilities]() mutable { completion(found); });
+  }
+
+  EngineCapabilities capabilities{.hasPeerConnections = true, .hasCamera = true, .hasMicrophone = true};
 };
 
 }  // namespace
@@ -37,6 +43,10 @@ Backend::Backend() : services_(std::make_unique<Services>()) {}
 Backend::~Backend() = default;
 
 VirtualRunLoop& Backend::runLoop() { return services_->runLoop; }
+
+void Backend::setCapabilities(const EngineCapabilities& capabilities) {
+  services_->factory.capabilities = capabilities;
+}
 
 void Backend::setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) {
   services_->authorization.set(mediaType, status);

@@ -25,6 +25,8 @@ class CORVANE_EXPORT Backend final {
   ~Backend();
 
   [[nodiscard]] VirtualRunLoop& runLoop();
+  /// What `queryEngineCapabilities` finds; a page that can hold calls, until it is set.
+  void setCapabilities(const EngineCapabilities& capabilities);
   /// What this app may do; `notDetermined` until it is set.
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <utility>
 
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/match.h"
 #include "corvane/platform/foundation/run_loop.h"
 
@@ -52,7 +53,6 @@ HeadlessWebEngine* HeadlessWebEngine::of(const UIView& view) {
 }
 
 void HeadlessWebEngine::finishLoad() {
-  commitLoad();
   if (const auto client = client_.lock()) client->engineDidFinishLoad();
 }
 
@@ -62,7 +62,6 @@ bool HeadlessWebEngine::navigate(const WKNavigationAction& action) {
 }
 
 void HeadlessWebEngine::failLoad(const WebError& error) {
-  commitLoad();
   if (const auto client = client_.lock()) client->engineDidFailLoad(LoadPhase::committed, error);
 }
 
@@ -77,7 +76,6 @@ void HeadlessWebEngine::terminateProcess() {
 }
 
 void HeadlessWebEngine::postMessage(std::string_view channel, JsonValue body) {
-  if (!isPageHeard_) return;
   if (const auto client = client_.lock()) client->engineDidReceiveMessage(channel, std::move(body));
 }
 
@@ -93,14 +91,33 @@ void HeadlessWebEngine::requestCapture(WKMediaCaptureType type, std::function<vo
                                 [once = std::move(once)](WKPermissionDecision decision) mutable { once(decision); });
 }
 
+CaptureState HeadlessWebEngine::captureState(AVMediaType mediaType) const {
+  return mediaType == AVMediaType::video ? video_ : audio_;
+}
+
+void HeadlessWebEngine::setCapture(AVMediaType mediaType, CaptureState state) {
+  if (std::exchange(mediaType == AVMediaType::video ? video_ : audio_, state) == state) return;
+  if (const auto client = client_.lock()) client->engineDidChangeCapture();
+}
+
+void HeadlessWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  if (captureState(mediaType) == CaptureState::none) return;
+  setCapture(mediaType, isMuted ? CaptureState::muted : CaptureState::active);
+}
+
+void HeadlessWebEngine::setResponding(bool isResponding) {
+  if (const auto client = client_.lock()) client->engineDidChangeResponsiveness(isResponding);
+}
+
 void HeadlessWebEngine::setEvaluator(Evaluator evaluator) { *evaluator_ = std::move(evaluator); }
 void HeadlessWebEngine::setLoadObserver(LoadObserver observer) { loadObserver_ = std::move(observer); }
 
 void HeadlessWebEngine::load(const URLRequest& request) {
   records_.emplace_back(LoadRequested{request});
   pageUrl_ = request.url;
-  isPageHeard_ = false;
-  if (const auto observer = loadObserver_) observer(request);
+  if (const auto observer = loadObserver_) return observer(request);
+  diagnose(Diagnostic::Kind::pageNeverAttached,
+           [&] { return "nobody plays " + request.url + ": attach a SimulatedAgentTool to the view before it loads"; });
 }
 
 void HeadlessWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {

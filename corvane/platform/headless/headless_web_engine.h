@@ -83,8 +83,7 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
 
   /// The page plays. Each of these calls its receivers before it returns, and may end this engine.
   ///
-  /// From a load until its page commits, which it does by finishing at the latest, no message is delivered.
-  void commitLoad() { isPageHeard_ = true; }
+  /// What posts is the page that was asked for last; a previous one is gone as soon as that is.
   void finishLoad();
   /// The page wants to go somewhere by itself; whether it may.
   bool navigate(const WKNavigationAction& action);
@@ -97,6 +96,11 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// Asks for capture. The answer comes to the handler, `deny` if nobody gives one.
   void requestCapture(WKMediaCaptureType type, std::function<void(WKPermissionDecision)> answer);
 
+  /// The page opens or closes the camera or the microphone.
+  void setCapture(AVMediaType mediaType, CaptureState state);
+  /// The page's process hangs, or goes on.
+  void setResponding(bool isResponding);
+
   /// By default every script evaluates to null. The evaluator runs, and the completion is called, when the run loop
   /// comes to it, in the order of the calls.
   void setEvaluator(Evaluator evaluator);
@@ -106,15 +110,18 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   void evaluate(std::string_view script, EvaluationCompletion completion) override;
   void setInteractionEnabled(bool isEnabled) override;
   void setScrollEnabled(bool isEnabled) override;
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const override;
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted) override;
 
  private:
   std::weak_ptr<WebEngineClient> client_;
   std::vector<Record> records_;
   std::string pageUrl_;
-  bool isPageHeard_ = true;
   /// Shared with the evaluations that wait for the run loop; they outlive the engine.
   std::shared_ptr<Evaluator> evaluator_ = std::make_shared<Evaluator>();
   LoadObserver loadObserver_;
+  CaptureState video_ = CaptureState::none;
+  CaptureState audio_ = CaptureState::none;
 };
 
 }  // namespace corvane::headless

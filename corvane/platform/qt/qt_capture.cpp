@@ -31,22 +31,26 @@ std::optional<WKMediaCaptureType> captureType(Feature feature) {
 
 /// Asks in a modal dialog over the page's window. The answer is dropped uncalled where there is none, when the page
 /// ends, or when the dialog is closed.
-void showCaptureDialog(QWidget* parent, QWebEnginePage* page, const WKMediaCaptureRequest& request,
-                       std::move_only_function<void(bool)> answer) {
+void showCaptureDialog(QWidget* parent, QWebEnginePage* page, const CaptureDialogTexts& texts,
+                       const WKMediaCaptureRequest& request, std::move_only_function<void(bool)> answer) {
   if (parent == nullptr || page == nullptr) return;
   auto* const dialog = new QMessageBox(parent->window());
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setWindowModality(Qt::WindowModal);
   dialog->setIcon(QMessageBox::Question);
   const std::string host = toText(QUrl(toQString(request.pageUrl)).host());
-  dialog->setText(toQString(engine::captureQuestion(host, request.type)));
-  dialog->addButton(QStringLiteral("Don't allow"), QMessageBox::RejectRole);
-  QPushButton* const allow = dialog->addButton(QStringLiteral("Allow"), QMessageBox::AcceptRole);
+  dialog->setText(
+      toQString(texts.question ? texts.question(host, request.type) : engine::captureQuestion(host, request.type)));
+  const auto wordOr = [](const std::string& text, const char* usual) { return toQString(text.empty() ? usual : text); };
+  dialog->addButton(wordOr(texts.refuse, "Don't allow"), QMessageBox::RejectRole);
+  QPushButton* const allow = dialog->addButton(wordOr(texts.allow, "Allow"), QMessageBox::AcceptRole);
   auto once = std::make_shared<std::move_only_function<void(bool)>>(std::move(answer));
   QObject::connect(dialog, &QMessageBox::buttonClicked, dialog, [once, allow](QAbstractButton* clicked) {
     if (auto taken = std::exchange(*once, nullptr)) taken(clicked == allow);
   });
   QObject::connect(page, &QObject::destroyed, dialog, &QWidget::close);
+  QObject::connect(page, &QWebEnginePage::loadStarted, dialog, &QWidget::close);
+  QObject::connect(page, &QWebEnginePage::renderProcessTerminated, dialog, &QWidget::close);
   dialog->show();
 }
 
@@ -71,7 +75,7 @@ void handleFeatureRequests(QWebEnginePage& page, DialogParent parent, std::share
                                                         std::move_only_function<void(bool)> passOn) {
                        if (const CapturePrompt prompt = context->capturePrompt)
                          return prompt(request, std::move(passOn));
-                       showCaptureDialog(parent(), weak, request, std::move(passOn));
+                       showCaptureDialog(parent(), weak, context->captureDialogTexts, request, std::move(passOn));
                      };
                      const WKMediaCaptureRequest request{*type, toText(weak->url().toEncoded())};
                      receiver->engineRequestsCapture(

@@ -22,6 +22,7 @@ struct EngineContext {
   std::unique_ptr<QWebEngineProfile> profile;
   /// Empty for the dialog that the backend brings.
   CapturePrompt capturePrompt;
+  CaptureDialogTexts captureDialogTexts;
 };
 
 }  // namespace corvane::qt

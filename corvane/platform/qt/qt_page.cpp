@@ -1,14 +1,14 @@
 #include "corvane/platform/qt/qt_page.h"
 
+#include <QColor>
 #include <QtWebEngineCore/QWebEngineCertificateError>
 #include <QtWebEngineCore/QWebEngineSettings>
 
 namespace corvane::qt {
 
-Page::Page(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile, parent) {
+Page::Page(const EngineContext& context, QObject* parent) : QWebEnginePage(context.profile.get(), parent) {
   QWebEngineSettings* const chosen = settings();
-  // The sound of the other side would wait for a click.
-  chosen->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, false);
+  chosen->setAttribute(QWebEngineSettings::PlaybackRequiresUserGesture, !context.options.playsWithoutClick);
   // The engine would drop the wish for a window in silence; whoever asks the client does not.
   chosen->setAttribute(QWebEngineSettings::JavascriptCanOpenWindows, true);
   // An error page of the engine's own would look like one more load.
@@ -19,6 +19,10 @@ Page::Page(QWebEngineProfile* profile, QObject* parent) : QWebEnginePage(profile
   chosen->setAttribute(QWebEngineSettings::ShowScrollBars, false);
   // Only so are we asked about addresses for other programs. Those are started by the host app, if by anybody.
   chosen->setUnknownUrlSchemePolicy(QWebEngineSettings::AllowAllUnknownUrlSchemes);
+  if (const auto& color = context.options.pageBackground) {
+    setBackgroundColor(QColor::fromRgbF(static_cast<float>(color->red), static_cast<float>(color->green),
+                                        static_cast<float>(color->blue), static_cast<float>(color->alpha)));
+  }
   connect(this, &QWebEnginePage::certificateError, this,
           [](QWebEngineCertificateError error) { error.rejectCertificate(); });
 }

@@ -4,6 +4,8 @@
 #include <QtWebEngineCore/QWebEnginePage>
 #include <functional>
 
+#include "corvane/platform/qt/qt_engine_context.h"
+
 namespace corvane::qt {
 
 /// Hands on what a page says and where it wants to go, and keeps everything from the user that would stop it.
@@ -24,7 +26,7 @@ class Page final : public QWebEnginePage {
     std::function<bool()> isBeingLeft;
   };
 
-  Page(QWebEngineProfile* profile, QObject* parent);
+  Page(const EngineContext& context, QObject* parent);
 
   void setHandlers(Handlers handlers) { handlers_ = std::move(handlers); }
 

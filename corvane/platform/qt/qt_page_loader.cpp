@@ -1,6 +1,7 @@
 #include "corvane/platform/qt/qt_page_loader.h"
 
 #include <QtWebEngineCore/QWebEngineHistory>
+#include <QtWebEngineCore/QWebEngineScriptCollection>
 #include <QtWebEngineCore/QWebEngineUrlScheme>
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <algorithm>
@@ -119,6 +120,7 @@ void PageLoader::load(const URLRequest& request) {
   tracker_.loadRequested(spelling(url));
   restartTimer();
   untriedAgain_ = made;
+  unscripted_ = made;
   // What the page that is left says meanwhile is not heard, and a load that is replaced ends without a word.
   const auto alive = shared_from_this();
   page_->load(made);
@@ -150,6 +152,7 @@ void PageLoader::leavePreviousPage() {
 void PageLoader::refuse(const URLRequest& request) {
   tracker_.loadsCancelled();
   untriedAgain_.reset();
+  unscripted_.reset();
   restartTimer();
   page_->triggerAction(QWebEnginePage::Stop);
   const LoadFailed failed{LoadPhase::provisional,
@@ -190,6 +193,7 @@ void PageLoader::loadingChanged(const QWebEngineLoadingInfo& info) {
       if (tracker_.loadStarted()) timeoutInterval_ = URLRequest{}.timeoutInterval;
       return restartTimer();
     case QWebEngineLoadingInfo::LoadSucceededStatus:
+      if (tracker_.isHostWaiting() && tracker_.hostUrl() == url && unscripted_) return loadWithScripts();
       return report(tracker_.loadFinished());
     case QWebEngineLoadingInfo::LoadStoppedStatus:
       return loadStopped(info);
@@ -236,18 +240,30 @@ void PageLoader::processTerminated(QWebEnginePage::RenderProcessTerminationStatu
   evaluations_->setProcessGone(true);
   evaluations_->settleAll(gone);
   if (untriedAgain_ && tracker_.isHostWaiting()) {
-    // It was the previous page's process. That page has gone for the host already.
-    const QWebEngineHttpRequest request = *std::exchange(untriedAgain_, std::nullopt);
+    // It was the previous page's process. That page has gone for the host already. The engine is still about to say how
+    // the load ended with the process.
     static_cast<void>(tracker_.processTerminated({}));
-    tracker_.loadRequested(spelling(request.url()));
-    evaluations_->setProcessGone(false);
-    restartTimer();
-    // The engine is still about to say how the load ended with the process.
-    return context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, request](PageLoader& self) {
-      if (self.loadNumber_ == number) self.page_->load(request);
-    }));
+    return loadSoon(*std::exchange(untriedAgain_, std::nullopt));
   }
   report(tracker_.processTerminated(gone.description));
+}
+
+void PageLoader::loadSoon(const QWebEngineHttpRequest& request) {
+  tracker_.loadRequested(spelling(request.url()));
+  evaluations_->setProcessGone(false);
+  restartTimer();
+  context_->runLoop->post(whileAlive(weak_from_this(), [number = loadNumber_, request](PageLoader& self) {
+    if (self.loadNumber_ == number) self.page_->load(request);
+  }));
+}
+
+void PageLoader::loadWithScripts() {
+  // A process that is new because the one before has just ended may have been given none.
+  QWebEngineScriptCollection& scripts = page_->scripts();
+  const QList<QWebEngineScript> kept = scripts.toList();
+  scripts.clear();
+  scripts.insert(kept);
+  loadSoon(*std::exchange(unscripted_, std::nullopt));
 }
 
 void PageLoader::openWindow(QWebEngineNewWindowRequest& request) {

@@ -62,6 +62,10 @@ class PageLoader final : public std::enable_shared_from_this<PageLoader> {
   /// Ends a process that keeps the host's load from beginning.
   void leavePreviousPage();
   void refuse(const URLRequest& request);
+  /// Begins a load anew, once the engine is done with what it is telling.
+  void loadSoon(const QWebEngineHttpRequest& request);
+  /// The host's page has come without any script of ours.
+  void loadWithScripts();
   [[nodiscard]] bool isAllowed(const WKNavigationAction& action) const;
   [[nodiscard]] bool isUserActive() const;
 
@@ -87,6 +91,8 @@ class PageLoader final : public std::enable_shared_from_this<PageLoader> {
   RunLoop::Time userAction_ = RunLoop::Time::min();
   /// The host's newest, for another try in another process; none once it has had that.
   std::optional<QWebEngineHttpRequest> untriedAgain_;
+  /// The same, for another try with its scripts.
+  std::optional<QWebEngineHttpRequest> unscripted_;
 };
 
 }  // namespace corvane::qt

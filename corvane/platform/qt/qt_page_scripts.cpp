@@ -17,6 +17,7 @@ namespace {
 constexpr QLatin1Char committedSign('!');
 constexpr QLatin1Char arrivedSign('.');
 constexpr QLatin1Char messageSign('#');
+constexpr QLatin1Char captureSign('*');
 
 /// All that it needs is taken before the page can put something else in its place.
 const char* const channelSource = R"js((() => {
@@ -65,8 +66,9 @@ QWebEngineScript makeScript(const QString& source, QWebEngineScript::InjectionPo
 
 }  // namespace
 
-PageScripts::PageScripts(std::shared_ptr<WKUserContentController> controller)
+PageScripts::PageScripts(std::shared_ptr<WKUserContentController> controller, std::size_t longestMessage)
     : controller_(std::move(controller)),
+      longestMessage_(longestMessage),
       secret_(QString::number(QRandomGenerator::system()->generate64(), 16).rightJustified(16, QLatin1Char('0'))) {}
 
 QString PageScripts::channelScript() const {
@@ -79,7 +81,10 @@ QString PageScripts::channelScript() const {
   return QString::fromLatin1(channelSource).arg(secret_, QString::fromUtf8(list));
 }
 
-void PageScripts::install(QWebEngineScriptCollection& scripts) const {
+QString PageScripts::captureIntroduction() const { return secret_ + captureSign; }
+
+void PageScripts::install(QWebEngineScriptCollection& scripts, const QString& captureScript) const {
+  scripts.insert(makeScript(captureScript, QWebEngineScript::DocumentCreation, false));
   scripts.insert(makeScript(channelScript(), QWebEngineScript::DocumentCreation, false));
   for (const auto& content : controller_->contents()) {
     const auto* script = std::get_if<WKUserScript>(&content);
@@ -97,9 +102,11 @@ std::optional<PageWord> PageScripts::read(const QString& line) const {
   const QStringView rest = QStringView(line).mid(secret_.size() + 1);
   if (sign == arrivedSign) return DocumentArrived{};
   if (sign == committedSign) return DocumentCommitted{toText(rest.toUtf8())};
+  if (sign == captureSign) return CaptureChanged{rest.toString()};
   const qsizetype gap = rest.indexOf(QLatin1Char(' '));
   if (sign != messageSign || gap < 0) return std::nullopt;
   const QByteArray json = rest.mid(gap + 1).toUtf8();
+  if (static_cast<std::size_t>(json.size()) > longestMessage_) return std::nullopt;
   auto body = JsonValue::parse({json.constData(), static_cast<std::size_t>(json.size())});
   return ChannelMessage{toText(rest.left(gap).toUtf8()), body ? *std::move(body) : JsonValue()};
 }

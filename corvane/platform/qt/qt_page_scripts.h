@@ -4,6 +4,7 @@
 #include <QString>
 #include <QtWebEngineCore/QWebEnginePage>
 #include <QtWebEngineCore/QWebEngineScriptCollection>
+#include <cstddef>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,7 +26,11 @@ struct ChannelMessage {
   std::string channel;
   JsonValue body;
 };
-using PageWord = std::variant<DocumentCommitted, DocumentArrived, ChannelMessage>;
+/// A frame has opened, closed or muted a device; for whoever made the script that said so.
+struct CaptureChanged {
+  QString change;
+};
+using PageWord = std::variant<DocumentCommitted, DocumentArrived, ChannelMessage, CaptureChanged>;
 
 /// Gives pages their channels, and reads what comes back through them.
 ///
@@ -35,16 +40,20 @@ using PageWord = std::variant<DocumentCommitted, DocumentArrived, ChannelMessage
 /// Ownership: owned by the engine. Threads: main thread only. Failure: what is no word of ours is none.
 class PageScripts {
  public:
-  explicit PageScripts(std::shared_ptr<WKUserContentController> controller);
+  /// Messages of more bytes of JSON than this are none.
+  PageScripts(std::shared_ptr<WKUserContentController> controller, std::size_t longestMessage);
 
-  /// Adds the channels and scripts in their order.
-  void install(QWebEngineScriptCollection& scripts) const;
+  /// What a script of ours puts before a change of capture.
+  [[nodiscard]] QString captureIntroduction() const;
+  /// Adds the script that follows capture, the channels and the scripts in their order.
+  void install(QWebEngineScriptCollection& scripts, const QString& captureScript) const;
   [[nodiscard]] std::optional<PageWord> read(const QString& line) const;
 
  private:
   [[nodiscard]] QString channelScript() const;
 
   std::shared_ptr<WKUserContentController> controller_;
+  std::size_t longestMessage_;
   QString secret_;
 };
 

@@ -225,7 +225,7 @@ bool SurfaceInput::cancelTouches(const QTouchEvent& event) {
   }
   inputs.erase(nullptr);
   for (QWidget* const input : inputs) {
-    QTouchEvent copy(QEvent::TouchCancel, event.pointingDevice(), event.modifiers(), {});
+    QTouchEvent copy(QEvent::TouchCancel, event.pointingDevice(), event.modifiers(), QList<QEventPoint>());
     QCoreApplication::sendEvent(input, &copy);
   }
   const auto isOurs = [](const auto& finger) { return finger.second.kind != Target::Kind::host; };

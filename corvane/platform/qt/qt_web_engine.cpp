@@ -8,6 +8,7 @@
 #include "corvane/platform/qt/qt_engine_context.h"
 #include "corvane/platform/qt/qt_evaluation.h"
 #include "corvane/platform/qt/qt_page.h"
+#include "corvane/platform/qt/qt_page_capture.h"
 #include "corvane/platform/qt/qt_page_loader.h"
 #include "corvane/platform/qt/qt_page_scripts.h"
 #include "corvane/platform/qt/qt_page_view.h"
@@ -20,14 +21,20 @@ namespace {
 struct PageListener {
   PageScripts scripts;
   std::shared_ptr<PageLoader> loader;
+  std::shared_ptr<PageCapture> capture;
   std::weak_ptr<WebEngineClient> client;
 
   void hear(const QString& line) const {
     auto word = scripts.read(line);
     if (!word) return;
     match(
-        *word, [&](const DocumentCommitted& committed) { loader->documentCommitted(committed.url); },
+        *word,
+        [&](const DocumentCommitted& committed) {
+          capture->clear();
+          loader->documentCommitted(committed.url);
+        },
         [&](const DocumentArrived&) { loader->documentArrived(); },
+        [&](const CaptureChanged& changed) { capture->frameChanged(changed.change); },
         [&](ChannelMessage& message) {
           const auto receiver = client.lock();
           if (receiver == nullptr || !loader->isPageHeard()) return;
@@ -50,6 +57,7 @@ struct QtWebEngine::Parts {
   Page* page = nullptr;
   std::shared_ptr<Evaluations> evaluations;
   std::shared_ptr<PageLoader> loader;
+  std::shared_ptr<PageCapture> capture;
   /// Shared with the questions of the page.
   std::shared_ptr<QPointer<QWidget>> surface = std::make_shared<QPointer<QWidget>>();
 };
@@ -60,15 +68,17 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
   Parts& parts = *parts_;
   parts.context = std::move(context);
   parts.view = std::make_unique<PageView>();
-  parts.page = new Page(parts.context->profile.get(), parts.view.get());
+  parts.page = new Page(*parts.context, parts.view.get());
   parts.view->setPage(parts.page);
   parts.evaluations = std::make_shared<Evaluations>(*parts.page, parts.context);
   parts.loader = std::make_shared<PageLoader>(*parts.page, parts.context, parts.evaluations, client);
   parts.loader->begin();
 
-  auto listener =
-      std::make_shared<const PageListener>(PageScripts(configuration.userContentController), parts.loader, client);
-  listener->scripts.install(parts.page->scripts());
+  parts.capture = std::make_shared<PageCapture>(*parts.page, client);
+  auto listener = std::make_shared<const PageListener>(
+      PageScripts(configuration.userContentController, parts.context->options.longestMessage), parts.loader,
+      parts.capture, client);
+  listener->scripts.install(parts.page->scripts(), parts.capture->script(listener->scripts.captureIntroduction()));
   const std::weak_ptr<PageLoader> loader = parts.loader;
   parts.page->setHandlers({
       .said = [listener = std::move(listener)](const QString& line) { listener->hear(line); },
@@ -83,6 +93,10 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
             return alive != nullptr && alive->isHostWaiting();
           },
   });
+  QObject::connect(parts.page, &QWebEnginePage::renderProcessTerminated, parts.page,
+                   [weak = std::weak_ptr(parts.capture)] {
+                     if (const auto capture = weak.lock()) capture->clear();
+                   });
   handleFeatureRequests(
       *parts.page, [surface = parts.surface]() -> QWidget* { return *surface; }, parts.context, std::move(client));
 }
@@ -106,6 +120,12 @@ void QtWebEngine::evaluate(std::string_view script, EvaluationCompletion complet
 }
 
 void QtWebEngine::setScrollEnabled(bool isEnabled) { setPageFixed(*parts_->page, !isEnabled); }
+
+CaptureState QtWebEngine::captureState(AVMediaType mediaType) const { return parts_->capture->state(mediaType); }
+
+void QtWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  parts_->capture->setMuted(mediaType, isMuted);
+}
 
 PageView& QtWebEngine::view() const { return *parts_->view; }
 

@@ -32,6 +32,9 @@ class QtWebEngine final : public WebEngine {
   void setInteractionEnabled(bool isEnabled) override { isInteractive_ = isEnabled; }
   /// Works on the page that is there and on later ones. Scripts of the page can still scroll it.
   void setScrollEnabled(bool isEnabled) override;
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const override;
+  /// Heeded by scripts of ours in the page, so that a page that wants to can evade it.
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted) override;
 
   [[nodiscard]] bool isInteractive() const { return isInteractive_; }
   /// The page's own widget, which is never on screen.

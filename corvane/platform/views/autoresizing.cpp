@@ -34,8 +34,6 @@ Span spread(Span span, CGFloat growth, UIViewAutoresizing mask) {
   return span;
 }
 
-bool hasNegativeLength(CGSize size) { return size.width < 0 || size.height < 0; }
-
 CGRect spreadFrame(CGRect frame, UIViewAutoresizing mask, CGSize from, CGSize to) {
   using enum UIViewAutoresizing;
   const Span across = spread({{{frame.minX(), flexibleLeftMargin},
@@ -70,12 +68,16 @@ void UIView::superviewDidResize(CGSize from) {
   const auto parent = superview();
   if (autoresizingMask_ == UIViewAutoresizing::none || parent == nullptr) return;
   const CGSize to = parent->bounds().size;
-  AutoresizingOrigin origin{frame(), from, {}};
-  if (autoresizingOrigin_ != nullptr && autoresizingOrigin_->result == origin.frame) origin = *autoresizingOrigin_;
-  const CGRect wanted = spreadFrame(origin.frame, autoresizingMask_, origin.superviewSize, to);
-  origin.result = autoresizedFrame(origin.frame, autoresizingMask_, origin.superviewSize, to);
-  autoresizingOrigin_ = hasNegativeLength(wanted.size) ? std::make_unique<AutoresizingOrigin>(origin) : nullptr;
-  setFrame(origin.result);
+  AutoresizingOrigin origin{frame(), from, autoresizingMask_, frame(), from};
+  const AutoresizingOrigin* const known = autoresizingOrigin_.get();
+  const bool goesOn = known != nullptr && known->mask == origin.mask && known->lastFrame == origin.lastFrame &&
+                      known->lastSuperviewSize == from;
+  if (goesOn) origin = *known;
+  setFrame(autoresizedFrame(origin.frame, origin.mask, origin.superviewSize, to));
+  // Read back, since a frame is calculated and may differ by a hair.
+  origin.lastFrame = frame();
+  origin.lastSuperviewSize = to;
+  autoresizingOrigin_ = std::make_unique<AutoresizingOrigin>(origin);
 }
 
 }  // namespace corvane

@@ -31,11 +31,15 @@ constexpr bool contains(UIViewAutoresizing mask, UIViewAutoresizing part) noexce
 [[nodiscard]] CORVANE_EXPORT CGRect autoresizedFrame(CGRect frame, UIViewAutoresizing mask, CGSize superviewFrom,
                                                      CGSize superviewTo);
 
-/// The last frame before a length had to be 0, and the one that it became.
+/// Where following its superview has brought a view, and from where. Steps are counted from there, so that what has
+/// become too small for them comes back with the superview's size.
 struct AutoresizingOrigin {
   CGRect frame;
   CGSize superviewSize;
-  CGRect result;
+  UIViewAutoresizing mask;
+  /// What the view and its superview were after the last step.
+  CGRect lastFrame;
+  CGSize lastSuperviewSize;
 };
 
 }  // namespace corvane

@@ -175,7 +175,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   CGPoint center_;
   CGAffineTransform transform_;
   UIViewAutoresizing autoresizingMask_ = UIViewAutoresizing::none;
-  /// Where the mask has left nothing of a length: what it goes on from, as long as nobody else changes the frame.
+  /// None before the mask has been followed; outdated once somebody else has changed the frame.
   std::unique_ptr<AutoresizingOrigin> autoresizingOrigin_;
   CGFloat cornerRadius_ = 0;
   CGFloat alpha_ = 1;

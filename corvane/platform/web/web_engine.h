@@ -8,7 +8,10 @@
 #include <string_view>
 
 #include "corvane/export.h"
+#include "corvane/platform/capture/capture_authorization.h"
+#include "corvane/platform/capture/capture_state.h"
 #include "corvane/platform/foundation/json_value.h"
+#include "corvane/platform/web/engine_capabilities.h"
 #include "corvane/platform/web/url_request.h"
 #include "corvane/platform/web/web_error.h"
 #include "corvane/platform/web/wk_navigation_action.h"
@@ -42,6 +45,10 @@ class CORVANE_EXPORT WebEngineClient {
   virtual void engineDidReceiveMessage(std::string_view channel, JsonValue body) = 0;
   virtual void engineRequestsCapture(const WKMediaCaptureRequest& request,
                                      WKPermissionDecisionHandler decisionHandler) = 0;
+  /// The page has opened, closed, muted or unmuted the camera or the microphone.
+  virtual void engineDidChangeCapture() = 0;
+  /// The page's process has stopped answering, or answers again.
+  virtual void engineDidChangeResponsiveness(bool isResponding) = 0;
 };
 
 /// One page at a time, with the scripts and channels that it was made with.
@@ -61,6 +68,9 @@ class CORVANE_EXPORT WebEngine {
   virtual void setInteractionEnabled(bool isEnabled) = 0;
   /// Whether the user can scroll the page itself; parts of the page that scroll on their own are not meant.
   virtual void setScrollEnabled(bool isEnabled) = 0;
+  [[nodiscard]] virtual CaptureState captureState(AVMediaType mediaType) const = 0;
+  /// Mutes what the page has open; without effect where it has nothing open.
+  virtual void setCaptureMuted(AVMediaType mediaType, bool isMuted) = 0;
 };
 
 /// Makes the engines of a backend.
@@ -70,6 +80,9 @@ class CORVANE_EXPORT WebEngineFactory {
   /// The configuration's scripts and channels are installed in their order before the first load.
   [[nodiscard]] virtual std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
                                                               std::weak_ptr<WebEngineClient> client) = 0;
+
+  /// Finds out what the engine can do here, and calls the completion later, once.
+  virtual void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion) = 0;
 
   /// The factory of the installed backend. Without one, the program ends with a sentence that says so.
   static WebEngineFactory& current();

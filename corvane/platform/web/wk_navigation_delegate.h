@@ -17,6 +17,8 @@ class CORVANE_EXPORT WKNavigationDelegate {
   /// The page wants to go somewhere by itself. True lets it; otherwise it stays as it is. The default lets it go to web
   /// servers, in its own place.
   [[nodiscard]] virtual bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action);
+  /// The page's process has stopped answering, or answers again; the default does nothing.
+  virtual void webViewDidChangeResponsiveness(WKWebView& webView, bool isResponding);
   /// The page and everything it needed at first has loaded; the server's own error pages count as pages.
   virtual void webViewDidFinish(WKWebView& webView) = 0;
   /// The load ended after the page had begun to arrive, or the page lost its process.

@@ -35,6 +35,8 @@ class CORVANE_EXPORT WKUIDelegate {
   /// The page wants the camera, the microphone or both. The answer may be given at once or later.
   virtual void webViewRequestMediaCapturePermission(WKWebView& webView, const WKMediaCaptureRequest& request,
                                                     WKPermissionDecisionHandler decisionHandler) = 0;
+  /// What the page captures has changed; the default does nothing.
+  virtual void webViewDidChangeCapture(WKWebView& webView);
 };
 
 }  // namespace corvane

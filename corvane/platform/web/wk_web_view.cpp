@@ -9,6 +9,9 @@ namespace corvane {
 WKNavigationDelegate::~WKNavigationDelegate() = default;
 WKUIDelegate::~WKUIDelegate() = default;
 
+void WKUIDelegate::webViewDidChangeCapture(WKWebView& /*webView*/) {}
+void WKNavigationDelegate::webViewDidChangeResponsiveness(WKWebView& /*webView*/, bool /*isResponding*/) {}
+
 bool WKNavigationDelegate::webViewMayNavigate(WKWebView& /*webView*/, const WKNavigationAction& action) {
   const bool isWeb = action.url.starts_with("https://") || action.url.starts_with("http://");
   return action.target == WKNavigationTarget::subframe || (action.target == WKNavigationTarget::mainFrame && isWeb);
@@ -55,6 +58,21 @@ void WKWebView::evaluateJavaScript(std::string_view script, EvaluationCompletion
   assertMainThread();
   if (!completion) completion = [](const EvaluationResult&) {};
   engine_->evaluate(script, std::move(completion));
+}
+
+CaptureState WKWebView::captureState(AVMediaType mediaType) const { return engine_->captureState(mediaType); }
+
+void WKWebView::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
+  assertMainThread();
+  engine_->setCaptureMuted(mediaType, isMuted);
+}
+
+void WKWebView::engineDidChangeCapture() {
+  if (const auto delegate = uiDelegate_.lock()) delegate->webViewDidChangeCapture(*this);
+}
+
+void WKWebView::engineDidChangeResponsiveness(bool isResponding) {
+  if (const auto delegate = navigationDelegate_.lock()) delegate->webViewDidChangeResponsiveness(*this, isResponding);
 }
 
 bool WKWebView::engineMayNavigate(const WKNavigationAction& action) {

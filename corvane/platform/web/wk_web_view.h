@@ -48,6 +48,9 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
   /// the web view has ended by then. It may be empty.
   void evaluateJavaScript(std::string_view script, EvaluationCompletion completion);
 
+  [[nodiscard]] CaptureState captureState(AVMediaType mediaType) const;
+  void setCaptureMuted(AVMediaType mediaType, bool isMuted);
+
   /// The engine behind this view, for backends and for tests that play the page.
   [[nodiscard]] WebEngine& engine() const { return *engine_; }
 
@@ -58,6 +61,8 @@ class CORVANE_EXPORT WKWebView final : public UIView, private WebEngineClient {
   void engineDidReceiveMessage(std::string_view channel, JsonValue body) override;
   void engineRequestsCapture(const WKMediaCaptureRequest& request,
                              WKPermissionDecisionHandler decisionHandler) override;
+  void engineDidChangeCapture() override;
+  void engineDidChangeResponsiveness(bool isResponding) override;
 
   WKWebViewConfiguration configuration_;
   std::unique_ptr<WebEngine> engine_;

@@ -184,6 +184,12 @@ TEST_F(ViewMountTest, BodiesInsideOfAnythingFollowWhatTheyReadNowAndInTheirPlace
   other.number.set(1);
   loop().runUntilIdle();
   EXPECT_EQ(evaluations, 2) << "it is not read any more";
+  model_.number.set(2);
+  loop().runUntilIdle();
+  EXPECT_EQ(shown().back(), "h2");
+  model_.isOn.set(false);
+  loop().runUntilIdle();
+  EXPECT_EQ(shown().back(), "g2");
   const AnyView same = noted("same");
   host_->show(ZStack{same, same});
   EXPECT_THAT(shown(), ElementsAre("same", "same"));
@@ -271,6 +277,15 @@ TEST_F(ViewMountTest, BoxesHaveAPlaceAColourAndTaps) {
   tap({250, 50});
   EXPECT_THAT(takeLog(), ElementsAre("-a"));
   EXPECT_EQ(window_->hitTest({250, 50}), nullptr) << "touches pass through what is empty";
+  const auto placed = [](CGFloat x) {
+    return EmptyView{} |
+           box({.frame = CGRect{{x, 0}, {10, 10}}, .autoresizingMask = UIViewAutoresizing::flexibleLeftMargin});
+  };
+  for (const CGFloat x : {0, 0, 7}) {
+    host_->show(placed(x));
+    window_->setFrame({{0, 0}, {window_->bounds().size.width + 10, 844}});
+  }
+  EXPECT_EQ(host_->view()->subviews()[0]->frame(), (CGRect{{17, 0}, {10, 10}}));
 }
 
 }  // namespace

@@ -7,12 +7,14 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/views/touch_anchor.h"
 #include "tests/support/headless_test.h"
 #include "tests/support/touch_storm.h"
 
 namespace corvane {
 namespace {
 
+using namespace std::chrono_literals;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using enum TouchOutcome;
@@ -204,6 +206,20 @@ TEST_F(Gesture, AnActionMayDropTheWindow) {
   EXPECT_EQ(window.sendTouch({1, moved, {170, 150}}), claimed);
   EXPECT_TRUE(weak.expired());
   EXPECT_THAT(told_, ElementsAre("pan began", "pan cancelled"));
+}
+
+TEST_F(Gesture, APageMayMoveFromUnderAFingerThatRestsOnIt) {
+  const TouchAnchor beside(*window_, {5, 5});
+  const TouchAnchor anchor(*window_, {150, 150});
+  view_->setCenter({view_->center().x, view_->center().y + 10});
+  EXPECT_FALSE(anchor.hasMoved()) << "fingers are not that exact";
+  UIView::animate(1s, [&] { view_->setCenter({300, 300}); });
+  EXPECT_TRUE(anchor.hasMoved()) << "also while it is still shown near by";
+  EXPECT_EQ(anchor.view(), view_);
+  loop().advance(1s);
+  const TouchAnchor last(*window_, {300, 300});
+  view_->removeFromSuperview();
+  EXPECT_TRUE(last.hasMoved() && !beside.hasMoved());
 }
 
 TEST(TouchRouter, NoStormOfTouchesLeavesARecognizerStuck) {

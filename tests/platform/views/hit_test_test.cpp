@@ -58,6 +58,10 @@ TEST(HitTest, FindsTheFrontmostViewThatTakesTouches) {
            Row{"clip", [&](S s) { clip(s, 0); }, "199 110 child  201 110 screen  101 101 floating"},
            Row{"round, but no clip", [](S s) { s.floating->setCornerRadius(50); }, "101 199 floating"},
            Row{"round clip", [&](S s) { clip(s, 30); }, "105 195 screen  112 188 floating  195 105 screen"},
+           Row{"a wide one", [&](S s) { s.floating->setFrame({{100, 100}, {100, 40}}), clip(s, 900); },
+               "101 101 screen  120 101 floating  120 139 floating  104 106 screen  108 106 floating"},
+           Row{"a high one", [&](S s) { s.floating->setFrame({{100, 100}, {40, 100}}), clip(s, 900); },
+               "101 120 floating  139 180 floating  106 104 screen"},
            Row{"radius beyond half", [&](S s) { clip(s, 900); }, "110 190 screen  120 180 floating"},
            Row{"scaled about the middle, with the radius",
                [&](S s) { clip(s, 30), turn(s, CGAffineTransform::makeScale(0.5, 0.5)); },
@@ -92,7 +96,9 @@ TEST(UIView, PointsConvertThroughTheViewsInCommon) {
   scene.window->setFrame({{30, 30}, {400, 800}});
   EXPECT_EQ(scene.screen->convertPoint({1, 2}, nullptr), (CGPoint{1, 2})) << "where the window lies does not matter";
   scene.floating->setTransform(CGAffineTransform::makeScale(0, 0));
-  EXPECT_EQ(scene.floating->convertPointFrom({3, 3}, nullptr), (CGPoint{50, 50}));
+  scene.floating->setBounds({{0, 0}, {100, 60}});
+  EXPECT_EQ(scene.floating->convertPointFrom({3, 3}, nullptr), (CGPoint{50, 30}));
+  EXPECT_EQ(scene.screen->convertPointFrom({1, 2}, scene.window.get()), (CGPoint{1, 2}));
 }
 
 }  // namespace

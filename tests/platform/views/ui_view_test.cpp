@@ -62,6 +62,12 @@ TEST(UIView, FrameOfARotatedViewIsItsBoundingBox) {
   EXPECT_NEAR(view->bounds().size.height, 40, 1e-9);
   view->setFrame({{0, 0}, {200, 10}});
   EXPECT_NEAR(view->bounds().size.width, 100, 1e-9) << "no size has this box at this angle";
+  view->setFrame({{0, 0}, {10, 200}});
+  EXPECT_NEAR(view->bounds().size.height, 40, 1e-9) << "nor that one";
+  view->setTransform({.a = 0, .b = 1, .c = -1, .d = 0});
+  view->setFrame({{5, 6}, {0, 30}});
+  EXPECT_EQ(view->bounds().size, (CGSize{30, 0})) << "a quarter of a turn";
+  EXPECT_EQ(view->frame(), (CGRect{{5, 6}, {0, 30}}));
 }
 
 TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
@@ -71,12 +77,13 @@ TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
   };
   for (const Row& row : {
            Row{none, {{10, 20}, {50, 60}}},
-           Row{flexibleWidth | flexibleHeight, {{10, 20}, {150, 160}}},
-           Row{flexibleLeftMargin | flexibleTopMargin, {{110, 120}, {50, 60}}},
+           Row{flexibleWidth | flexibleHeight, {{10, 20}, {150, 165}}},
+           Row{flexibleLeftMargin | flexibleTopMargin, {{110, 125}, {50, 60}}},
            Row{flexibleRightMargin | flexibleBottomMargin, {{10, 20}, {50, 60}}},
            Row{flexibleLeftMargin | flexibleWidth | flexibleRightMargin, {{20, 20}, {100, 60}}},
+           Row{flexibleTopMargin | flexibleBottomMargin, {{10, 80}, {50, 60}}},
        }) {
-    const auto parent = UIView::create({{0, 0}, {100, 100}});
+    const auto parent = UIView::create({{0, 0}, {100, 95}});
     const auto child = UIView::create({{10, 20}, {50, 60}});
     child->setAutoresizingMask(row.mask);
     parent->addSubview(child);
@@ -84,8 +91,14 @@ TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {
     EXPECT_EQ(child->frame(), row.expected) << static_cast<int>(row.mask);
     parent->setFrame({{7, 7}, {20, 20}});
     EXPECT_TRUE(child->frame().size.width >= 0 && child->frame().size.height >= 0);
+    parent->setFrame({{7, 7}, {0, 0}});
     parent->setFrame({{7, 7}, {200, 200}});
     EXPECT_EQ(child->frame(), row.expected) << "turned back";
+    const auto other = UIView::create({{0, 0}, {300, 300}});
+    other->addSubview(child);
+    other->setFrame({{0, 0}, {310, 300}});
+    const CGRect anew = autoresizedFrame(row.expected, row.mask, {300, 300}, {310, 300});
+    EXPECT_NEAR(child->frame().maxX(), anew.maxX(), 1e-9);
   }
 }
 

@@ -160,9 +160,10 @@ TEST_F(ViewAnimation, SubviewsThatFollowASizeAreAnimatedWithIt) {
   child->setAutoresizingMask(UIViewAutoresizing::flexibleWidth);
   view_->addSubview(child);
   UIView::animate(UIViewAnimation{
-      .duration = 1s, .options = curveLinear, .animations = [this] { view_->setBounds({{0, 0}, {200, 200}}); }});
+      .duration = 1s, .options = curveLinear, .animations = [this] { view_->setBounds({{4, 8}, {200, 400}}); }});
   loop().advance(500ms);
   EXPECT_EQ(child->presentation().bounds.size.width, 150);
+  EXPECT_EQ(view_->presentation().bounds, (CGRect{{2, 4}, {150, 300}}));
   EXPECT_TRUE(child->hasAnimations());
   EXPECT_FALSE(other->hasAnimations());
   view_->setBounds({{0, 0}, {50, 200}});

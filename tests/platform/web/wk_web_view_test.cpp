@@ -47,6 +47,18 @@ TEST_F(WKWebViewTest, ACaptureRequestIsAnsweredOnceAndRefusedWhenNobodyAnswers) 
   EXPECT_EQ(answers.back(), WKPermissionDecision::deny);
 }
 
+TEST_F(WKWebViewTest, NothingIsSwitchedOffBeforeSomebodyAsks) {
+  EXPECT_TRUE(view_->isScrollEnabled());
+  EXPECT_FALSE(view_->configuration().allowsInlineMediaPlayback);
+  EXPECT_EQ(view_->contentInsetAdjustmentBehavior(), UIScrollViewContentInsetAdjustmentBehavior::automatic);
+  const WKUserScript script;
+  EXPECT_TRUE(script.isForMainFrameOnly && script.injectionTime == WKUserScriptInjectionTime::atDocumentEnd);
+  EXPECT_EQ(WKMediaCaptureRequest().type, WKMediaCaptureType::cameraAndMicrophone);
+  EXPECT_EQ(URLRequest(), (URLRequest{.url = {},
+                                      .cachePolicy = URLRequestCachePolicy::useProtocolCachePolicy,
+                                      .timeoutInterval = std::chrono::minutes(1)}));
+}
+
 TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
   view_->setUserInteractionEnabled(false);
   view_->setScrollEnabled(false);
