@@ -1,0 +1,111 @@
+/// What the lenient reading of a product leaves out, and where a product contradicts itself.
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <variant>
+#include <vector>
+
+#include "corvane/platform/foundation/coding_error.h"
+#include "corvane/platform/foundation/json_coder.h"
+#include "corvane/product/product.h"
+#include "corvane/product/product_coding.h"
+
+namespace corvane::tools {
+
+struct DroppedValue {
+  CodingPath path;
+  std::string reason;
+};
+
+/// The member of an object that counts.
+template <class Source>
+[[nodiscard]] std::optional<Source> memberOf(Source object, std::string_view key) {
+  std::optional<Source> found;
+  if (!object.isObject()) return found;
+  for (const auto member : object.members()) {
+    if (member.key == key) found = member.value;
+  }
+  return found;
+}
+
+/// Compares a product with the JSON that it was decoded from. Only what is absent is looked for, so that this takes
+/// little of the time that decoding does.
+template <class Source>
+class DroppedValues {
+ public:
+  [[nodiscard]] static std::vector<DroppedValue> find(Source root, const Product& product) {
+    DroppedValues values;
+    const auto inner = memberOf(root, "product");
+    if (!inner) return {};
+    values.path_ = {"product"};
+    values.template noteUnless<std::string>(product.brandName().has_value(), *inner, "brandName");
+    values.template noteUnless<std::string>(product.name().has_value(), *inner, "name");
+    values.template noteUnless<std::string>(product.sku().has_value(), *inner, "sku");
+    values.template noteUnless<std::string>(product.url().has_value(), *inner, "url");
+    values.inEach(*inner, "attributes", [&](std::size_t, Source attribute) {
+      // Both have a value in any product, so nothing is known before it is read again.
+      values.template noteUnless<std::string>(false, attribute, "name");
+      values.template noteUnless<bool>(false, attribute, "significant");
+    });
+    values.inEach(*inner, "variations", [&](std::size_t index, Source variation) {
+      values.addVariation(product.variations()[index], variation);
+    });
+    return std::move(values.dropped_);
+  }
+
+ private:
+  void addVariation(const Variation& decoded, Source variation) {
+    using Comparable = std::vector<ComparableVariationAttribute>;
+    noteUnless<Comparable>(decoded.comparableAttributes().has_value(), variation, "comparableAttributes");
+    noteUnless<std::vector<Detail>>(decoded.details().has_value(), variation, "details");
+    noteUnless<Rating>(decoded.rating().has_value(), variation, "rating");
+    noteUnless<std::string>(decoded.subtitle().has_value(), variation, "subtitle");
+    noteUnless<std::string>(decoded.url().has_value(), variation, "url");
+    if (!decoded.details()) return;
+    for (std::size_t index = 0; index < decoded.details()->size(); ++index) {
+      if (!std::holds_alternative<Detail::Unknown>((*decoded.details())[index].value())) continue;
+      CodingPath path = path_;
+      path.insert(path.end(), {"details", index, "detailType"});
+      dropped_.push_back({std::move(path), "No detail is of this type."});
+    }
+  }
+
+  template <class Value>
+  void noteUnless(bool isThere, Source object, std::string_view key) {
+    if (isThere) return;
+    const auto value = memberOf(object, key);
+    if (!value || value->isNull()) return;
+    try {
+      static_cast<void>(JsonCoding<Value>::decode(*value));
+    } catch (const DecodingError& error) {
+      CodingPath path = path_;
+      path.emplace_back(std::string(key));
+      path.insert(path.end(), error.codingPath().begin(), error.codingPath().end());
+      dropped_.push_back({std::move(path), error.debugDescription()});
+    }
+  }
+
+  template <class Step>
+  void inEach(Source object, const char* key, Step step) {
+    const auto list = memberOf(object, key);
+    if (!list || !list->isArray()) return;
+    std::size_t index = 0;
+    path_.emplace_back(key);
+    for (const Source element : list->elements()) {
+      path_.emplace_back(index);
+      step(index++, element);
+      path_.pop_back();
+    }
+    path_.pop_back();
+  }
+
+  CodingPath path_;
+  std::vector<DroppedValue> dropped_;
+};
+
+}  // namespace corvane::tools
