@@ -1,6 +1,7 @@
 /// What the lenient reading of a product leaves out, and where a product contradicts itself.
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <optional>
@@ -43,14 +44,15 @@ class DroppedValues {
     const auto inner = memberOf(root, "product");
     if (!inner) return {};
     values.path_ = {"product"};
-    values.template noteUnless<std::string>(product.brandName().has_value(), *inner, "brandName");
-    values.template noteUnless<std::string>(product.name().has_value(), *inner, "name");
-    values.template noteUnless<std::string>(product.sku().has_value(), *inner, "sku");
-    values.template noteUnless<std::string>(product.url().has_value(), *inner, "url");
+    values.noteUnlessThere(*inner,
+                           std::array{Wanted{"brandName", product.brandName().has_value(), decodes<std::string>},
+                                      Wanted{"name", product.name().has_value(), decodes<std::string>},
+                                      Wanted{"sku", product.sku().has_value(), decodes<std::string>},
+                                      Wanted{"url", product.url().has_value(), decodes<std::string>}});
     values.inEach(*inner, "attributes", [&](std::size_t, Source attribute) {
       // Both have a value in any product, so nothing is known before it is read again.
-      values.template noteUnless<std::string>(false, attribute, "name");
-      values.template noteUnless<bool>(false, attribute, "significant");
+      values.noteUnlessThere(attribute, std::array{Wanted{"name", false, decodes<std::string>},
+                                                   Wanted{"significant", false, decodes<bool>}});
     });
     values.inEach(*inner, "variations", [&](std::size_t index, Source variation) {
       values.addVariation(product.variations()[index], variation);
@@ -59,13 +61,25 @@ class DroppedValues {
   }
 
  private:
+  struct Wanted {
+    std::string_view key;
+    bool isThere;
+    void (*decodes)(Source);
+  };
+
+  template <class Value>
+  static void decodes(Source value) {
+    static_cast<void>(JsonCoding<Value>::decode(value));
+  }
+
   void addVariation(const Variation& decoded, Source variation) {
-    using Comparable = std::vector<ComparableVariationAttribute>;
-    noteUnless<Comparable>(decoded.comparableAttributes().has_value(), variation, "comparableAttributes");
-    noteUnless<std::vector<Detail>>(decoded.details().has_value(), variation, "details");
-    noteUnless<Rating>(decoded.rating().has_value(), variation, "rating");
-    noteUnless<std::string>(decoded.subtitle().has_value(), variation, "subtitle");
-    noteUnless<std::string>(decoded.url().has_value(), variation, "url");
+    noteUnlessThere(variation,
+                    std::array{Wanted{"comparableAttributes", decoded.comparableAttributes().has_value(),
+                                      decodes<std::vector<ComparableVariationAttribute>>},
+                               Wanted{"details", decoded.details().has_value(), decodes<std::vector<Detail>>},
+                               Wanted{"rating", decoded.rating().has_value(), decodes<Rating>},
+                               Wanted{"subtitle", decoded.subtitle().has_value(), decodes<std::string>},
+                               Wanted{"url", decoded.url().has_value(), decodes<std::string>}});
     if (!decoded.details()) return;
     for (std::size_t index = 0; index < decoded.details()->size(); ++index) {
       if (!std::holds_alternative<Detail::Unknown>((*decoded.details())[index].value())) continue;
@@ -75,16 +89,26 @@ class DroppedValues {
     }
   }
 
-  template <class Value>
-  void noteUnless(bool isThere, Source object, std::string_view key) {
-    if (isThere) return;
-    const auto value = memberOf(object, key);
-    if (!value || value->isNull()) return;
+  template <std::size_t count>
+  void noteUnlessThere(Source object, const std::array<Wanted, count>& wanted) {
+    if (std::ranges::all_of(wanted, &Wanted::isThere)) return;
+    std::array<std::optional<Source>, count> found{};
+    for (const auto member : object.members()) {
+      for (std::size_t index = 0; index < count; ++index) {
+        if (!wanted[index].isThere && wanted[index].key == member.key) found[index] = member.value;
+      }
+    }
+    for (std::size_t index = 0; index < count; ++index) {
+      if (found[index] && !found[index]->isNull()) note(wanted[index], *found[index]);
+    }
+  }
+
+  void note(const Wanted& wanted, Source value) {
     try {
-      static_cast<void>(JsonCoding<Value>::decode(*value));
+      wanted.decodes(value);
     } catch (const DecodingError& error) {
       CodingPath path = path_;
-      path.emplace_back(std::string(key));
+      path.emplace_back(std::string(wanted.key));
       path.insert(path.end(), error.codingPath().begin(), error.codingPath().end());
       dropped_.push_back({std::move(path), error.debugDescription()});
     }

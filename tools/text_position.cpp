@@ -1,6 +1,6 @@
 #include "tools/text_position.h"
 
-#include <bit>
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 
@@ -11,11 +11,20 @@ namespace {
 /// All bytes of UTF-8 but those that continue a character. Runs over whole catalogues, so it takes eight at once.
 std::size_t characterCount(std::string_view text) {
   constexpr std::uint64_t lowBits = 0x0101010101010101;
+  constexpr std::size_t wordSize = sizeof(std::uint64_t);
   std::size_t count = text.size();
-  for (; text.size() >= sizeof(std::uint64_t); text.remove_prefix(sizeof(std::uint64_t))) {
-    std::uint64_t bytes = 0;
-    std::memcpy(&bytes, text.data(), sizeof(bytes));
-    count -= static_cast<std::size_t>(std::popcount((bytes >> 7U) & ~(bytes >> 6U) & lowBits));
+  while (text.size() >= wordSize) {
+    // One sum for each of the eight places, for as long as all of them together fit into a byte.
+    constexpr std::size_t mostWords = 31;
+    const std::size_t words = std::min(text.size() / wordSize, mostWords);
+    std::uint64_t continuing = 0;
+    for (std::size_t word = 0; word < words; ++word) {
+      std::uint64_t bytes = 0;
+      std::memcpy(&bytes, text.data() + word * wordSize, wordSize);
+      continuing += (bytes >> 7U) & ~(bytes >> 6U) & lowBits;
+    }
+    count -= (continuing * lowBits) >> 56U;
+    text.remove_prefix(words * wordSize);
   }
   for (const char character : text) {
     if ((static_cast<unsigned char>(character) & 0xc0U) == 0x80U) --count;

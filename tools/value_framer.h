@@ -22,10 +22,12 @@ class ValueFramer {
   [[nodiscard]] std::size_t end() const { return end_; }
 
  private:
-  [[nodiscard]] State scanText(std::string_view text);
-  [[nodiscard]] bool mayOpen(std::string_view text) const;
+  State scanBlock(std::string_view text);
+  State scanBytes(std::string_view text, std::size_t limit);
+  State takeBracket(std::string_view text, std::size_t offset);
+  [[nodiscard]] bool mayOpen(std::string_view text, std::size_t offset) const;
 
-  std::vector<char> open_;
+  std::vector<char> open_;  ///< the brackets that close what is open
   std::size_t end_ = 0;
   bool isInText_ = false;
   bool isEscaped_ = false;
