@@ -83,6 +83,11 @@ expect 2 "a single line without a product is larger than 64 MiB" /dev/zero </dev
 expect 2 "a single product is larger than 64 MiB" < <(printf '{"a":"'; head -c 70000000 /dev/zero | tr '\0' x)
 expect 0 "usage: corvane-product" --help </dev/null
 expect 0 "corvane-product 0." --version </dev/null
+for option in $("$tool" --help | grep -oE -- '--[a-z]+' | sort -u); do
+  for file in corvane-product.1.in shell/corvane-product.bash shell/_corvane-product shell/corvane-product.fish; do
+    grep -qE -- "(-|\[|l )${option#--}" "$(dirname "$0")/$file" || fail "$file does not have $option"
+  done
+done
 
 # Whatever the lenient reading leaves out is said.
 lenient() { sed -e 's/"brandName": "[^"]*"/"brandName": 5/' -e '0,/"rating": 4.5/s//"rating": "4.5"/' -e '0,/BULLETS/s//TABLE/' "$good"; }
