@@ -51,6 +51,8 @@ class IdleEngine final : public WebEngine {
   }
   void setInteractionEnabled(bool /*isEnabled*/) override {}
   void setScrollEnabled(bool /*isEnabled*/) override {}
+  CaptureState captureState(AVMediaType /*mediaType*/) const override { return CaptureState::none; }
+  void setCaptureMuted(AVMediaType /*mediaType*/, bool /*isMuted*/) override {}
 
   void receive(JsonValue message) { client_.lock()->engineDidReceiveMessage(agentEventChannel, std::move(message)); }
   /// The page answers the last action.
@@ -73,6 +75,7 @@ class IdleEngineFactory final : public WebEngineFactory {
     engine = made.get();
     return made;
   }
+  void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> /*completion*/) override {}
 
   IdleEngine* engine = nullptr;
 };

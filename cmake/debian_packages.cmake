@@ -14,10 +14,11 @@ set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_STRIP_FILES ON)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/cmake/debian_staging.cmake)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
 set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
-# The backend and the tool link the library out of this same build, of which no package is installed yet.
+# The backend links the library out of this same build, of which no package is installed yet.
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_CURRENT_BINARY_DIR}/corvane)
 set(same_version "(= ${PROJECT_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})")
 
@@ -54,7 +55,6 @@ endforeach()
 
 set(CPACK_DEBIAN_GTK_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_QT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
-set(CPACK_DEBIAN_TOOLS_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libcorvane${CORVANE_ABI} ${same_version}")
 if(CORVANE_HAS_GTK)
   string(APPEND CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS ", libcorvane-gtk${CORVANE_ABI} ${same_version}, libgtk-4-dev")

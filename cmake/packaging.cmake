@@ -1,4 +1,5 @@
-# What `cmake --install` and CPack do: the libraries with their headers, a CMake package, pkg-config files, the tool.
+# What `cmake --install` and CPack do: the libraries with their headers, a CMake package, pkg-config files, the tool with
+# its manual page and completions for shells.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/corvane)
@@ -28,8 +29,18 @@ if(CORVANE_HAS_QT)
 endif()
 
 if(TARGET corvane-product)
-  set_target_properties(corvane-product PROPERTIES INSTALL_RPATH "$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  # It has the library's code in itself. What else it links is found by this path where all of it has one prefix.
+  file(RELATIVE_PATH libraries_from_tool ${CMAKE_INSTALL_FULL_BINDIR} ${CMAKE_INSTALL_FULL_LIBDIR})
+  set_target_properties(corvane-product PROPERTIES INSTALL_RPATH "$ORIGIN/${libraries_from_tool}")
   install(TARGETS corvane-product RUNTIME COMPONENT tools)
+  configure_file(${PROJECT_SOURCE_DIR}/tools/corvane-product.1.in corvane-product.1 @ONLY)
+  install(FILES ${CMAKE_CURRENT_BINARY_DIR}/corvane-product.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/tools/shell/corvane-product.bash RENAME corvane-product
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/tools/shell/_corvane-product
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions COMPONENT tools)
+  install(FILES ${PROJECT_SOURCE_DIR}/tools/shell/corvane-product.fish
+    DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT tools)
 endif()
 
 configure_package_config_file(${PROJECT_SOURCE_DIR}/cmake/corvane-config.cmake.in corvane-config.cmake

@@ -3,6 +3,8 @@
 
 #include <chrono>
 #include <cstddef>
+#include <string>
+#include <vector>
 
 namespace corvane::tools {
 
@@ -11,10 +13,10 @@ namespace corvane::tools {
 /// Threads: any, one at a time.
 class ProgressLine {
  public:
-  explicit ProgressLine(std::size_t fileCount);
+  explicit ProgressLine(const std::vector<std::string>& paths);
 
   /// Files are counted from 1.
-  void update(std::size_t fileNumber, std::size_t productsDone);
+  void update(std::size_t fileNumber, std::size_t productsDone, std::size_t bytesDone);
   /// Makes room for another line; the next update shows it again.
   void clear();
 
@@ -22,8 +24,10 @@ class ProgressLine {
   using Clock = std::chrono::steady_clock;
 
   std::size_t fileCount_;
+  std::size_t totalBytes_;  ///< 0 if not known
   bool isTerminal_;
   bool isShown_ = false;
+  Clock::time_point begin_;
   Clock::time_point nextUpdate_;
 };
 
