@@ -11,15 +11,16 @@ HeldTouches::Verdict HeldTouches::handle(const UITouchEvent& touch) {
   const bool isBeginning = touch.phase == TouchPhase::began;
   if (isBeginning) {
     // Gestures have one finger. A page that saw only the others would make a gesture of them.
-    owners_[identifier] = isBusy(identifier) || wouldPinch(touch) ? Owner::nobody : Owner::undecided;
+    const Owner owner = isBusy(identifier) || wouldPinch(touch) ? Owner::nobody : Owner::undecided;
+    touches_[identifier] = {owner, TouchAnchor(*window_, touch.location)};
   }
-  if (!owners_.contains(identifier)) return Verdict::passes;
+  if (!touches_.contains(identifier)) return Verdict::passes;
   const TouchOutcome outcome = window_->sendTouch(touch);
   // Actions may have made the surface disappear.
-  const auto found = owners_.find(identifier);
-  if (found == owners_.end()) return Verdict::ends;
+  const auto found = touches_.find(identifier);
+  if (found == touches_.end()) return Verdict::ends;
 
-  Owner& owner = found->second;
+  Owner& owner = found->second.owner;
   const bool wasUndecided = owner == Owner::undecided;
   const bool isReleased = wasUndecided && outcome == TouchOutcome::released;
   if (wasUndecided && outcome == TouchOutcome::claimed) owner = Owner::views;
@@ -27,8 +28,11 @@ HeldTouches::Verdict HeldTouches::handle(const UITouchEvent& touch) {
   // Nobody has seen anything yet of a touch that is cancelled while it is held.
   if (wasUndecided && outcome == TouchOutcome::ignored) owner = isBeginning ? Owner::underneath : Owner::nobody;
   const bool goesOn = owner == Owner::underneath;
-  if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) owners_.erase(found);
-  if (isReleased) return Verdict::playedFromStart;
+  const bool isTapLost =
+      touch.phase == TouchPhase::ended && identifier != mouseTouch && found->second.anchor.hasMoved();
+  if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) touches_.erase(found);
+  if (isReleased) return isTapLost ? Verdict::ends : Verdict::playedFromStart;
+  if (goesOn && isTapLost) return Verdict::leaves;
   return goesOn ? Verdict::passes : Verdict::ends;
 }
 
@@ -40,8 +44,9 @@ HeldTouches::Verdict HeldTouches::handleOtherButton(unsigned button, bool isPres
 }
 
 bool HeldTouches::isBusy(std::optional<std::uint64_t> besides) const {
-  return std::ranges::any_of(owners_, [&](const auto& touch) {
-    return (touch.second == Owner::undecided || touch.second == Owner::views) && touch.first != besides;
+  return std::ranges::any_of(touches_, [&](const auto& touch) {
+    const Owner owner = touch.second.owner;
+    return (owner == Owner::undecided || owner == Owner::views) && touch.first != besides;
   });
 }
 
@@ -51,17 +56,18 @@ bool HeldTouches::isOverFixedPage(CGPoint location) const {
 }
 
 bool HeldTouches::wouldPinch(const UITouchEvent& touch) const {
-  const bool isSecond = std::ranges::any_of(
-      owners_, [&](const auto& other) { return other.second == Owner::underneath && other.first != touch.identifier; });
+  const bool isSecond = std::ranges::any_of(touches_, [&](const auto& other) {
+    return other.second.owner == Owner::underneath && other.first != touch.identifier;
+  });
   return isSecond && isOverFixedPage(touch.location);
 }
 
 void HeldTouches::cancelAll() {
   std::vector<std::uint64_t> cancelled;
-  for (auto& [identifier, owner] : owners_) {
-    if (owner == Owner::underneath) continue;
+  for (auto& [identifier, touch] : touches_) {
+    if (touch.owner == Owner::underneath) continue;
     // Should its end come by after all, the page is not to see it.
-    owner = Owner::nobody;
+    touch.owner = Owner::nobody;
     cancelled.push_back(identifier);
   }
   for (const std::uint64_t identifier : cancelled) {

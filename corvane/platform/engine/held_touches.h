@@ -8,14 +8,20 @@
 #include <set>
 #include <vector>
 
+#include "corvane/platform/views/touch_anchor.h"
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane::engine {
+
+/// The mouse's first button among the touches; fingers have other numbers.
+inline constexpr std::uint64_t mouseTouch = 0;
 
 /// Brings touches to a window, and says for each event whether it goes on to what lies under the views.
 ///
 /// A press is kept from a page while a recognizer may want it, and played again from its beginning if none does. A page
 /// that had seen the beginning of what turns out to be a drag would never see an end of it.
+///
+/// A finger whose page has moved from under it makes no tap. A mouse does: pages are told of its button in any case.
 ///
 /// Ownership: owned by a surface's input, shared for the length of a call; it holds the window.
 /// Threads:   main thread only.
@@ -25,6 +31,7 @@ class HeldTouches {
     passes,           ///< the event goes on
     ends,             ///< the event is for nobody else
     playedFromStart,  ///< the touch's first event goes on now, and this one after it
+    leaves,           ///< the touch ends for what it was on, as that has moved from under it; it is no tap
   };
 
   explicit HeldTouches(std::shared_ptr<UIWindow> window) : window_(std::move(window)) {}
@@ -48,11 +55,16 @@ class HeldTouches {
     nobody,      ///< it is kept from everybody
   };
 
+  struct Touch {
+    Owner owner;
+    TouchAnchor anchor;
+  };
+
   [[nodiscard]] bool wouldPinch(const UITouchEvent& touch) const;
 
   std::shared_ptr<UIWindow> window_;
   /// The fingers that are down, and the mouse's first button.
-  std::map<std::uint64_t, Owner> owners_;
+  std::map<std::uint64_t, Touch> touches_;
   std::set<unsigned> keptButtons_;
 };
 

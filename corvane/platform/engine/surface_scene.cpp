@@ -38,4 +38,8 @@ void leaveScene(UIWindow& window) {
   appointKeyWindow(*scene);
 }
 
+void windowActivated(UIWindow& window) {
+  if (window.windowScene() != nullptr && window.windowScene() == installedScene()) window.makeKey();
+}
+
 }  // namespace corvane::engine

@@ -9,5 +9,7 @@ namespace corvane::engine {
 void joinScene(UIWindow& window);
 /// Takes a window out of the scene, unless the host app has put it elsewhere.
 void leaveScene(UIWindow& window);
+/// The user is in this window now, so it becomes the key window. In a scene of its own the host app decides.
+void windowActivated(UIWindow& window);
 
 }  // namespace corvane::engine

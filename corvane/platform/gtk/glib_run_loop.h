@@ -25,9 +25,9 @@ class GlibRunLoop final : public RunLoop {
   void end() override;
 
  private:
-  class Queue;
+  class Clock;
 
-  std::shared_ptr<Queue> queue_;
+  std::shared_ptr<Clock> clock_;
 };
 
 }  // namespace corvane::gtk

@@ -1,15 +1,11 @@
 #include "corvane/platform/gtk/gtk_backend.h"
 
 #include <gtk/gtk.h>
-#include <unistd.h>
 
-#include <cstdlib>
-#include <filesystem>
-#include <string_view>
-#include <system_error>
 #include <utility>
 
 #include "corvane/platform/capture/stored_authorization.h"
+#include "corvane/platform/engine/graphics_processor.h"
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/gtk/gtk_capabilities.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
@@ -19,18 +15,6 @@
 namespace corvane::gtk {
 
 namespace {
-
-/// Says no in case of doubt: drawing without a graphics processor works everywhere, emulating one is slow.
-bool hasGraphicsProcessor() {
-  const char* forced = std::getenv("LIBGL_ALWAYS_SOFTWARE");
-  if (forced != nullptr && std::string_view(forced) != "0" && std::string_view(forced) != "false") return false;
-  std::error_code error;
-  for (const auto& device : std::filesystem::directory_iterator("/dev/dri", error)) {
-    if (!device.path().filename().string().starts_with("renderD")) continue;
-    if (access(device.path().c_str(), R_OK | W_OK) == 0) return true;
-  }
-  return false;
-}
 
 class EngineFactory final : public WebEngineFactory {
  public:
@@ -42,7 +26,7 @@ class EngineFactory final : public WebEngineFactory {
   }
 
   void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion) override {
-    findCapabilities(context_, hasGraphicsProcessor(), std::move(completion));
+    findCapabilities(context_, engine::hasGraphicsProcessor(), std::move(completion));
   }
 
  private:
@@ -65,7 +49,7 @@ struct Backend::Parts {
 
 std::expected<std::unique_ptr<Backend>, std::string> Backend::install(const BackendOptions& options) {
   if (auto refusal = PlatformInstallation::refusal(); !refusal.empty()) return std::unexpected(std::move(refusal));
-  if (!hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
+  if (!engine::hasGraphicsProcessor()) g_setenv("GSK_RENDERER", "cairo", FALSE);
   // Without a display the toolkit would crash as soon as a web view is made.
   if (gtk_init_check() == FALSE) {
     return std::unexpected("There is no display: neither WAYLAND_DISPLAY nor DISPLAY leads to a running server");

@@ -4,31 +4,12 @@
 #include <string>
 #include <utility>
 
+#include "corvane/platform/engine/capture_question.h"
 #include "corvane/platform/gtk/gtk_capture_dialog.h"
 
 namespace corvane::gtk {
 
 namespace {
-
-/// A request of the engine that is answered once, with a refusal at the latest when this goes.
-class PendingPermission {
- public:
-  explicit PendingPermission(WebKitPermissionRequest* request)
-      : request_(GObjectHandle<WebKitPermissionRequest>::retain(request)) {}
-  PendingPermission(PendingPermission&&) = default;
-  PendingPermission& operator=(PendingPermission&&) = delete;
-  ~PendingPermission() { answer(false); }
-
-  [[nodiscard]] bool isAnswered() const { return !request_; }
-  void answer(bool isAllowed) {
-    const auto request = std::exchange(request_, {});
-    if (!request) return;
-    (isAllowed ? webkit_permission_request_allow : webkit_permission_request_deny)(request.get());
-  }
-
- private:
-  GObjectHandle<WebKitPermissionRequest> request_;
-};
 
 std::optional<WKMediaCaptureType> captureType(WebKitUserMediaPermissionRequest* request) {
   if (webkit_user_media_permission_is_for_display_device(request) != FALSE) return std::nullopt;
@@ -40,15 +21,11 @@ std::optional<WKMediaCaptureType> captureType(WebKitUserMediaPermissionRequest* 
   return std::nullopt;
 }
 
-WKPermissionDecisionHandler makeDecisionHandler(WebKitWebView* webView, WebKitPermissionRequest* permission,
-                                                const WKMediaCaptureRequest& request,
-                                                const std::shared_ptr<EngineContext>& context) {
+/// Asks the host's own way, or in a dialog over the page as long as that is there.
+engine::CaptureAsking makeAsking(WebKitWebView* webView, const std::shared_ptr<EngineContext>& context) {
   auto view = std::make_unique<GObjectWeakHandle<WebKitWebView>>(webView);
-  return [view = std::move(view), pending = PendingPermission(permission), request,
-          context](WKPermissionDecision decision) mutable {
-    if (pending.isAnswered()) return;
-    if (decision != WKPermissionDecision::prompt) return pending.answer(decision == WKPermissionDecision::grant);
-    auto answer = [pending = std::move(pending)](bool isAllowed) mutable { pending.answer(isAllowed); };
+  return [view = std::move(view), context](const WKMediaCaptureRequest& request,
+                                           std::move_only_function<void(bool)> answer) {
     if (const CapturePrompt prompt = context->capturePrompt) return prompt(request, std::move(answer));
     if (const auto shown = view->lock())
       showCaptureDialog(shown.get(), context->captureDialogTexts, request, std::move(answer));
@@ -65,8 +42,13 @@ bool handlePermissionRequest(WebKitWebView* webView, WebKitPermissionRequest* pe
   if (!type) return false;
   const char* url = webkit_web_view_get_uri(webView);
   const WKMediaCaptureRequest request{*type, url != nullptr ? url : ""};
-  auto decisionHandler = makeDecisionHandler(webView, permission, request, context);
-  if (const auto receiver = client.lock()) receiver->engineRequestsCapture(request, std::move(decisionHandler));
+  engine::CaptureAnswer answer([asked = GObjectHandle<WebKitPermissionRequest>::retain(permission)](bool isAllowed) {
+    (isAllowed ? webkit_permission_request_allow : webkit_permission_request_deny)(asked.get());
+  });
+  if (const auto receiver = client.lock()) {
+    receiver->engineRequestsCapture(
+        request, engine::makeDecisionHandler(request, std::move(answer), makeAsking(webView, context)));
+  }
   return true;
 }
 

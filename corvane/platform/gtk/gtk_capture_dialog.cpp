@@ -5,6 +5,7 @@
 #include <string>
 #include <utility>
 
+#include "corvane/platform/engine/capture_question.h"
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/signal_connection.h"
 
@@ -12,27 +13,11 @@ namespace corvane::gtk {
 
 namespace {
 
-const char* deviceNames(WKMediaCaptureType type) {
-  switch (type) {
-    case WKMediaCaptureType::camera:
-      return "camera";
-    case WKMediaCaptureType::microphone:
-      return "microphone";
-    case WKMediaCaptureType::cameraAndMicrophone:
-      return "camera and microphone";
-  }
-  return "";
-}
-
 /// What the user knows the page by.
 std::string siteName(const std::string& pageUrl) {
   const CHandle<GUri, g_uri_unref> url(g_uri_parse(pageUrl.c_str(), G_URI_FLAGS_NONE, nullptr));
   const char* host = url != nullptr ? g_uri_get_host(url.get()) : nullptr;
   return host != nullptr ? host : "";
-}
-
-std::string englishQuestion(const std::string& site, WKMediaCaptureType type) {
-  return (site.empty() ? "This page" : site) + " would like to use your " + deviceNames(type) + ".";
 }
 
 const char* textOr(const std::string& text, const char* english) { return text.empty() ? english : text.c_str(); }
@@ -54,7 +39,7 @@ void showCaptureDialog(WebKitWebView* webView, const CaptureDialogTexts& texts, 
                        std::move_only_function<void(bool)> answer) {
   GtkRoot* root = gtk_widget_get_root(objectCast<GtkWidget>(webView));
   if (root == nullptr || !GTK_IS_WINDOW(root)) return;
-  const auto ask = texts.question ? texts.question : englishQuestion;
+  const auto ask = texts.question ? texts.question : engine::captureQuestion;
   const std::string question = ask(siteName(request.pageUrl), request.type);
   const auto flags = static_cast<GtkDialogFlags>(GTK_DIALOG_MODAL | GTK_DIALOG_DESTROY_WITH_PARENT);
   GtkWidget* dialog = gtk_message_dialog_new(objectCast<GtkWindow>(root), flags, GTK_MESSAGE_QUESTION, GTK_BUTTONS_NONE,

@@ -2,19 +2,18 @@
 
 #include <gtk/gtk.h>
 
-#include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <optional>
 #include <utility>
-#include <vector>
 
+#include "corvane/platform/engine/surface_scene.h"
+#include "corvane/platform/engine/window_drawing.h"
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/glib_source.h"
 #include "corvane/platform/gtk/gobject_handle.h"
+#include "corvane/platform/gtk/gtk_active_window.h"
 #include "corvane/platform/gtk/gtk_resting_pointer.h"
-#include "corvane/platform/gtk/gtk_scene.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_surface_input.h"
 #include "corvane/platform/gtk/gtk_surface_keyboard.h"
@@ -22,18 +21,6 @@
 #include "corvane/platform/gtk/gtk_transform.h"
 
 namespace corvane::gtk {
-
-namespace {
-
-/// A page's length for a view's. The page keeps what it has where that fits as well. A length that was calculated may
-/// lie a hair on the other side of a half.
-int pixels(CGFloat length, int present) {
-  constexpr CGFloat hair = 1e-6;
-  if (std::abs(length - present) <= 0.5 + hair && present > 0) return present;
-  return static_cast<int>(std::clamp(std::round(length), 1.0, 32767.0));
-}
-
-}  // namespace
 
 /// What the toolkit sees of a surface; it is kept alive for the length of every call that it gets.
 class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shared_from_this<Parts> {
@@ -45,14 +32,14 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     input_ = SurfaceInput::create(widget(), window_);
     keyboard_ = SurfaceKeyboard::create(widget(), window_);
     pointer_ = RestingPointer::create(widget(), window_);
-    joinScene(*window_);
+    engine::joinScene(*window_);
     activity_ = ActiveWindowFollower::create(widget(), window_);
   }
 
   void end() {
     if (tick_ != 0) gtk_widget_remove_tick_callback(widget(), std::exchange(tick_, 0));
     activity_.reset();
-    leaveScene(*window_);
+    engine::leaveScene(*window_);
     pointer_.reset();
     keyboard_.reset();
     input_.reset();
@@ -76,7 +63,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     isAllocating_ = true;
     if (window_->frame() != CGRect{{}, size}) window_->setFrame({{}, size});
     window_->layoutIfNeeded();
-    for (const Placement& placement : placementsIn(*window_, frameTime())) place(placement);
+    for (const engine::Placement& placement : engine::placementsIn(*window_, frameTime())) place(placement);
     isAllocating_ = false;
     if (keyboard_ != nullptr) keyboard_->viewsDidChange();
     if (pointer_ != nullptr) pointer_->viewsDidChange();
@@ -132,9 +119,11 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void adoptWebViews() {
     adoption_->setNeverReady();
     GtkWidget* behind = nullptr;
-    for (const Placement& placement : placementsIn(*window_, frameTime())) {
-      GtkWidget* child = placement.engine->widget();
-      placement.engine->moveTo(widget());
+    for (const engine::Placement& placement : engine::placementsIn(*window_, frameTime())) {
+      auto* const engine = dynamic_cast<GtkWebEngine*>(placement.engine);
+      if (engine == nullptr) continue;
+      GtkWidget* child = engine->widget();
+      engine->moveTo(widget());
       if (gtk_widget_get_prev_sibling(child) != behind) gtk_widget_insert_after(child, widget(), behind);
       gtk_widget_set_child_visible(child, TRUE);
       behind = child;
@@ -145,14 +134,16 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     queueFrame();
   }
 
-  void place(const Placement& placement) const {
-    GtkWidget* child = placement.engine->widget();
+  void place(const engine::Placement& placement) const {
+    const auto* const engine = dynamic_cast<const GtkWebEngine*>(placement.engine);
+    GtkWidget* const child = engine != nullptr ? engine->widget() : nullptr;
     // New ones come in with the adoption that their arrival has posted, and are laid out after it.
-    if (gtk_widget_get_parent(child) != widget() || gtk_widget_get_child_visible(child) == FALSE) return;
+    if (child == nullptr || gtk_widget_get_parent(child) != widget() || gtk_widget_get_child_visible(child) == FALSE)
+      return;
     // The toolkit complains about a child that is laid out without having been asked for its size.
     gtk_widget_measure(child, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
-    gtk_widget_allocate(child, pixels(placement.size.width, gtk_widget_get_width(child)),
-                        pixels(placement.size.height, gtk_widget_get_height(child)), -1,
+    gtk_widget_allocate(child, engine::pageLength(placement.size.width, gtk_widget_get_width(child)),
+                        engine::pageLength(placement.size.height, gtk_widget_get_height(child)), -1,
                         makeGskTransform(placement.transform));
   }
 

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 #include <utility>
-#include <vector>
 
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
-#include "corvane/platform/web/wk_web_view.h"
 
 namespace corvane::gtk {
+
+using Verdict = engine::HeldTouches::Verdict;
 
 namespace {
 
@@ -17,23 +17,22 @@ bool isFirstButton(GdkEvent* event) { return gdk_button_event_get_button(event) 
 
 bool hasFirstButtonDown(GdkEvent* event) { return (gdk_event_get_modifier_state(event) & GDK_BUTTON1_MASK) != 0; }
 
-/// The mouse has no sequence, fingers have one each while they are down.
+/// Fingers have a sequence each while they are down.
 std::uint64_t identifierOf(GdkEvent* event) {
+  static_assert(engine::mouseTouch == 0, "The mouse has no sequence");
   return reinterpret_cast<std::uintptr_t>(gdk_event_get_event_sequence(event));
 }
 
-/// A page that has moved from under a finger sees the finger leave, but makes no click of it. This is not for the
-/// mouse: the same gestures tell the page that its button is up.
-void denyTap(const TouchAnchor& anchor, GdkEvent* event) {
-  GdkEventSequence* const finger = gdk_event_get_event_sequence(event);
-  const auto view = anchor.view();
-  const GtkWebEngine* const engine = view != nullptr ? engineOf(*view) : nullptr;
-  if (finger == nullptr || engine == nullptr || !anchor.hasMoved()) return;
-  const auto controllers = GObjectHandle<GListModel>::adopt(gtk_widget_observe_controllers(engine->widget()));
-  for (guint i = 0; i < g_list_model_get_n_items(controllers.get()); ++i) {
-    const auto controller = GObjectHandle<GtkEventController>::adopt(g_list_model_get_item(controllers.get(), i));
-    if (GTK_IS_GESTURE(controller.get()) == FALSE) continue;
-    gtk_gesture_set_sequence_state(objectCast<GtkGesture>(controller.get()), finger, GTK_EVENT_SEQUENCE_DENIED);
+/// The page sees the finger leave, but makes no click of it.
+void denyTap(GtkWidget* surface, GdkEventSequence* finger) {
+  for (GtkWidget* page = gtk_widget_get_first_child(surface); page != nullptr;
+       page = gtk_widget_get_next_sibling(page)) {
+    const auto controllers = GObjectHandle<GListModel>::adopt(gtk_widget_observe_controllers(page));
+    for (guint i = 0; i < g_list_model_get_n_items(controllers.get()); ++i) {
+      const auto controller = GObjectHandle<GtkEventController>::adopt(g_list_model_get_item(controllers.get(), i));
+      if (GTK_IS_GESTURE(controller.get()) == FALSE) continue;
+      gtk_gesture_set_sequence_state(objectCast<GtkGesture>(controller.get()), finger, GTK_EVENT_SEQUENCE_DENIED);
+    }
   }
 }
 
@@ -71,6 +70,7 @@ std::shared_ptr<SurfaceInput> SurfaceInput::create(GtkWidget* widget, std::share
 SurfaceInput::SurfaceInput(ConstructionKey, GtkWidget* widget, std::shared_ptr<UIWindow> window)
     : widget_(GObjectHandle<GtkWidget>::retain(widget)),
       window_(std::move(window)),
+      held_(std::make_shared<engine::HeldTouches>(window_)),
       controller_(GObjectHandle<GtkEventController>::adopt(gtk_event_controller_legacy_new())) {}
 
 void SurfaceInput::begin() {
@@ -117,9 +117,9 @@ bool SurfaceInput::handle(GdkEvent* event) {
       return false;
     case GDK_SCROLL:
     case GDK_TOUCHPAD_SWIPE:
-      return isBusy();
+      return held_->isBusy();
     case GDK_TOUCHPAD_PINCH:
-      return isBusy() || isOverFixedPage(locationOf(event));
+      return held_->isBusy() || held_->isOverFixedPage(locationOf(event));
     default:
       return false;
   }
@@ -152,49 +152,20 @@ std::optional<UITouchEvent> SurfaceInput::touchOf(GdkEvent* event) const {
 CGPoint SurfaceInput::locationOf(GdkEvent* event) const { return locationIn(widget_.get(), *window_, event); }
 
 bool SurfaceInput::handleTouch(GdkEvent* event, const UITouchEvent& touch) {
-  using Owner = Touch::Owner;
-  const std::uint64_t identifier = touch.identifier;
-  const bool isBeginning = touch.phase == TouchPhase::began;
-  if (isBeginning) {
-    // Gestures have one finger. A page that saw only the others would make a gesture of them.
-    const bool isNobodys = isBusy(identifier) || wouldPinch(touch);
-    touches_[identifier] = {isNobodys ? Owner::nobody : Owner::undecided, EventHandle(gdk_event_ref(event)),
-                            TouchAnchor(*window_, touch.location)};
-  }
-  if (!touches_.contains(identifier)) return propagate(event);
-  const TouchOutcome outcome = window_->sendTouch(touch);
-  // Actions may have made the surface disappear.
-  const auto found = touches_.find(identifier);
-  if (found == touches_.end()) return true;
-
-  Owner& owner = found->second.owner;
-  const bool wasUndecided = owner == Owner::undecided;
-  if (wasUndecided && outcome == TouchOutcome::claimed) owner = Owner::views;
-  if (wasUndecided && outcome == TouchOutcome::released) {
-    owner = Owner::underneath;
-    replay(found->second.beginning.get());
-  }
-  // Nobody has seen anything yet of a touch that is cancelled while it is held.
-  if (wasUndecided && outcome == TouchOutcome::ignored) owner = isBeginning ? Owner::underneath : Owner::nobody;
-  const bool goesOn = owner == Owner::underneath;
-  if (goesOn && touch.phase == TouchPhase::ended) denyTap(found->second.anchor, event);
-  if (touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled) touches_.erase(found);
-  return !goesOn || propagate(event);
+  const auto held = held_;
+  if (touch.phase == TouchPhase::began) beginnings_[touch.identifier] = EventHandle(gdk_event_ref(event));
+  const Verdict verdict = held->handle(touch);
+  const bool isOver = touch.phase == TouchPhase::ended || touch.phase == TouchPhase::cancelled;
+  if (verdict == Verdict::playedFromStart) replay(beginnings_[touch.identifier].get());
+  if (verdict == Verdict::leaves) denyTap(widget_.get(), gdk_event_get_event_sequence(event));
+  if (verdict != Verdict::ends || isOver) beginnings_.erase(touch.identifier);
+  return verdict == Verdict::ends || propagate(event);
 }
 
 bool SurfaceInput::handleOtherButton(GdkEvent* event) {
-  const guint button = gdk_button_event_get_button(event);
-  if (gdk_event_get_event_type(event) == GDK_BUTTON_RELEASE) return keptButtons_.erase(button) > 0 || propagate(event);
-  if (!isBusy()) return propagate(event);
-  keptButtons_.insert(button);
-  return true;
-}
-
-bool SurfaceInput::isBusy(std::optional<std::uint64_t> besides) const {
-  return std::ranges::any_of(touches_, [&](const auto& touch) {
-    const bool isWanted = touch.second.owner == Touch::Owner::undecided || touch.second.owner == Touch::Owner::views;
-    return isWanted && touch.first != besides;
-  });
+  const bool isPress = gdk_event_get_event_type(event) == GDK_BUTTON_PRESS;
+  const Verdict verdict = held_->handleOtherButton(gdk_button_event_get_button(event), isPress);
+  return verdict == Verdict::ends || propagate(event);
 }
 
 void SurfaceInput::noteDrop(GdkEvent* event) const {
@@ -203,29 +174,9 @@ void SurfaceInput::noteDrop(GdkEvent* event) const {
   if (engine != nullptr) engine->somethingWasDropped();
 }
 
-bool SurfaceInput::isOverFixedPage(CGPoint location) const {
-  const auto page = std::dynamic_pointer_cast<WKWebView>(window_->hitTest(location));
-  return page != nullptr && !page->isScrollEnabled();
-}
-
-bool SurfaceInput::wouldPinch(const UITouchEvent& touch) const {
-  const bool isSecond = std::ranges::any_of(touches_, [&](const auto& other) {
-    return other.second.owner == Touch::Owner::underneath && other.first != touch.identifier;
-  });
-  return isSecond && isOverFixedPage(touch.location);
-}
-
 void SurfaceInput::cancelAll() {
-  std::vector<std::uint64_t> cancelled;
-  for (auto& [identifier, touch] : touches_) {
-    if (touch.owner == Touch::Owner::underneath) continue;
-    // Should its end come by after all, the page is not to see it.
-    touch.owner = Touch::Owner::nobody;
-    cancelled.push_back(identifier);
-  }
-  for (const std::uint64_t identifier : cancelled) {
-    window_->sendTouch({.identifier = identifier, .phase = TouchPhase::cancelled, .location = {}});
-  }
+  const auto held = held_;
+  held->cancelAll();
 }
 
 bool SurfaceInput::propagate(GdkEvent* event) {

@@ -8,11 +8,10 @@
 #include <map>
 #include <memory>
 #include <optional>
-#include <set>
 
+#include "corvane/platform/engine/held_touches.h"
 #include "corvane/platform/gtk/gobject_handle.h"
 #include "corvane/platform/gtk/signal_connection.h"
-#include "corvane/platform/views/touch_anchor.h"
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane::gtk {
@@ -42,18 +41,6 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
 
  private:
   using EventHandle = CHandle<GdkEvent, gdk_event_unref>;
-  /// A finger or the mouse's first button, from its coming down to its leaving.
-  struct Touch {
-    enum class Owner {
-      undecided,   ///< a recognizer may want it
-      views,       ///< a recognizer has it
-      underneath,  ///< it goes on to the page or widget
-      nobody,      ///< it is kept from everybody
-    };
-    Owner owner = Owner::undecided;
-    EventHandle beginning;
-    TouchAnchor anchor;
-  };
 
   void begin();
   /// Whether the event ends here.
@@ -63,12 +50,7 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
   /// The event as a touch; none for what is no part of one.
   [[nodiscard]] std::optional<UITouchEvent> touchOf(GdkEvent* event) const;
   [[nodiscard]] CGPoint locationOf(GdkEvent* event) const;
-  /// Whether a recognizer has, or may yet have, a touch other than this one.
-  [[nodiscard]] bool isBusy(std::optional<std::uint64_t> besides = {}) const;
-  /// Whether there is a page that may not be scrolled. Two fingers would zoom it, and it would stay like that.
   void noteDrop(GdkEvent* event) const;
-  [[nodiscard]] bool isOverFixedPage(CGPoint location) const;
-  [[nodiscard]] bool wouldPinch(const UITouchEvent& touch) const;
   void cancelAll();
 
   /// Lets the event go on, after those that wait to be played again.
@@ -79,11 +61,12 @@ class SurfaceInput : public std::enable_shared_from_this<SurfaceInput> {
 
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<UIWindow> window_;
+  std::shared_ptr<engine::HeldTouches> held_;
   GObjectHandle<GtkEventController> controller_;
   std::optional<SignalConnection> events_;
   std::optional<SignalConnection> unmapping_;
-  std::map<std::uint64_t, Touch> touches_;
-  std::set<guint> keptButtons_;
+  /// The presses that are held back.
+  std::map<std::uint64_t, EventHandle> beginnings_;
   std::deque<EventHandle> replays_;
 };
 

@@ -1,56 +1,19 @@
 #include "corvane/platform/gtk/gtk_surface_keyboard.h"
 
 #include <array>
-#include <chrono>
-#include <cstdint>
-#include <limits>
-#include <ranges>
 #include <utility>
 
+#include "corvane/platform/engine/key_gestures.h"
 #include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/gtk/gtk_surface_drawing.h"
 #include "corvane/platform/gtk/gtk_transform.h"
-#include "corvane/platform/views/ui_pan_gesture_recognizer.h"
 
 namespace corvane::gtk {
 
 namespace {
 
-/// A finger that no device has.
-constexpr std::uint64_t keyFinger = std::numeric_limits<std::uint64_t>::max();
-/// Enough for a drag to begin.
-constexpr CGFloat firstStep = 40;
-constexpr std::chrono::milliseconds moveDuration{250};
 /// An app has fewer widgets in a row that are covered.
 constexpr int mostSteps = 256;
-
-CGPoint middleOf(const UIView& view) {
-  return view.convertPoint({view.bounds().midX(), view.bounds().midY()}, nullptr);
-}
-
-bool canBeDragged(const UIView& view) {
-  for (const auto& recognizer : view.gestureRecognizers()) {
-    if (std::dynamic_pointer_cast<UIPanGestureRecognizer>(recognizer) != nullptr) return true;
-  }
-  return false;
-}
-
-/// Where a view is shown in its window.
-CGRect boxOf(const UIView& view) {
-  const UIViewPresentation shown = view.presentation();
-  const auto superview = view.superview();
-  const auto onWindow = [&](CGPoint point) {
-    return superview->convertPoint(shown.transformToSuperview().apply(point), nullptr);
-  };
-  const CGPoint first = onWindow(shown.bounds.origin);
-  const CGPoint last = onWindow({shown.bounds.maxX(), shown.bounds.maxY()});
-  return {first, {last.x - first.x, last.y - first.y}};
-}
-
-bool fills(const UIView& view, const UIWindow& window) {
-  const CGSize size = boxOf(view).size;
-  return size.width >= window.bounds().size.width && size.height >= window.bounds().size.height;
-}
 
 bool isInside(GtkWidget* widget, GtkWidget* ancestor) {
   return widget == ancestor || gtk_widget_is_ancestor(widget, ancestor) != FALSE;
@@ -134,19 +97,6 @@ void SurfaceKeyboard::viewsDidChange() {
   if (placing_) placing_->setReadyTime({});
 }
 
-std::shared_ptr<UIView> SurfaceKeyboard::floatingView() const {
-  const auto find = [this](const auto& self, const UIView& view) -> std::shared_ptr<UIView> {
-    for (const auto& subview : std::views::reverse(view.subviews())) {
-      if (auto found = self(self, *subview)) return found;
-      if (!canBeDragged(*subview) || fills(*subview, *window_)) continue;
-      const auto hit = window_->hitTest(middleOf(*subview));
-      if (hit != nullptr && hit->isDescendantOf(*subview)) return subview;
-    }
-    return nullptr;
-  };
-  return find(find, *window_);
-}
-
 GtkWidget* SurfaceKeyboard::pageAt(CGPoint point) const {
   for (auto view = window_->hitTest(point); view != nullptr; view = view->superview()) {
     GtkWebEngine* const engine = engineOf(*view);
@@ -177,7 +127,7 @@ bool SurfaceKeyboard::covers(GtkWidget* other) const {
 /// A page that comes over what has the focus gets it. What the user is in and can see keeps it.
 void SurfaceKeyboard::placeFocus() {
   placing_->setNeverReady();
-  const bool isFloating = floatingView() != nullptr;
+  const bool isFloating = engine::floatingView(*window_) != nullptr;
   if ((gtk_widget_get_focusable(widget_.get()) != FALSE) != isFloating) {
     gtk_widget_set_focusable(widget_.get(), isFloating);
     gtk_accessible_update_property(GTK_ACCESSIBLE(widget_.get()), GTK_ACCESSIBLE_PROPERTY_KEY_SHORTCUTS,
@@ -212,28 +162,24 @@ void SurfaceKeyboard::leaveCovered() {
 
 bool SurfaceKeyboard::handleKey(guint key) {
   if (gtk_widget_is_focus(widget_.get()) == FALSE) return false;
-  const auto view = floatingView();
+  const auto view = engine::floatingView(*window_);
   if (view == nullptr) return false;
-  const auto container = view->superview();
-  const CGSize room = container->bounds().size;
-  const CGPoint center = view->center();
   switch (key) {
-    // Past the middle is enough: the view then goes to the side by itself.
     case GDK_KEY_Left:
     case GDK_KEY_KP_Left:
-      drag(*view, {-center.x, 0});
+      engine::dragByKey(*window_, *view, engine::KeySide::left);
       return true;
     case GDK_KEY_Right:
     case GDK_KEY_KP_Right:
-      drag(*view, {room.width - center.x, 0});
+      engine::dragByKey(*window_, *view, engine::KeySide::right);
       return true;
     case GDK_KEY_Up:
     case GDK_KEY_KP_Up:
-      drag(*view, {0, -center.y});
+      engine::dragByKey(*window_, *view, engine::KeySide::top);
       return true;
     case GDK_KEY_Down:
     case GDK_KEY_KP_Down:
-      drag(*view, {0, room.height - center.y});
+      engine::dragByKey(*window_, *view, engine::KeySide::bottom);
       return true;
     case GDK_KEY_Return:
     case GDK_KEY_KP_Enter:
@@ -245,39 +191,18 @@ bool SurfaceKeyboard::handleKey(guint key) {
   }
 }
 
-void SurfaceKeyboard::drag(UIView& view, CGPoint way) {
-  const CGPoint from = middleOf(view);
-  const auto send = [&](TouchPhase phase, CGPoint at) {
-    window_->sendTouch({.identifier = keyFinger, .phase = phase, .location = at});
-  };
-  // The first movement only begins a drag, and is no part of its way.
-  const CGPoint grip{from.x + (way.x > 0 ? firstStep : -firstStep), from.y};
-  const CGPoint to{grip.x + way.x, grip.y + way.y};
-  // A finger's movements show at once, a key's are one long way.
-  UIView::animate(moveDuration, [&] {
-    send(TouchPhase::began, from);
-    send(TouchPhase::moved, grip);
-    send(TouchPhase::moved, to);
-    send(TouchPhase::ended, to);
-  });
-}
-
-void SurfaceKeyboard::tap(UIView& view) {
-  const CGPoint middle = middleOf(view);
-  GtkWidget* const page = pageAt(middle);
-  window_->sendTouch({.identifier = keyFinger, .phase = TouchPhase::began, .location = middle});
-  const TouchOutcome outcome =
-      window_->sendTouch({.identifier = keyFinger, .phase = TouchPhase::ended, .location = middle});
-  if (outcome != TouchOutcome::claimed && page != nullptr) gtk_widget_grab_focus(page);
+void SurfaceKeyboard::tap(const UIView& view) {
+  GtkWidget* const page = pageAt(view.convertPoint({view.bounds().midX(), view.bounds().midY()}, nullptr));
+  if (!engine::tapByKey(*window_, view) && page != nullptr) gtk_widget_grab_focus(page);
 }
 
 void SurfaceKeyboard::drawFocus(GtkSnapshot* snapshot) const {
   if (gtk_widget_has_visible_focus(widget_.get()) == FALSE) return;
-  const auto view = floatingView();
+  const auto view = engine::floatingView(*window_);
   if (view == nullptr) return;
   constexpr float thickness = 3;
   constexpr GdkRGBA ring{0.11F, 0.44F, 0.85F, 1};
-  const graphene_rect_t rect = makeGrapheneRect(boxOf(*view));
+  const graphene_rect_t rect = makeGrapheneRect(engine::shownBox(*view));
   GskRoundedRect outline;
   gsk_rounded_rect_init_from_rect(&outline, &rect, thickness);
   const std::array widths{thickness, thickness, thickness, thickness};

@@ -37,8 +37,6 @@ class SurfaceKeyboard : public std::enable_shared_from_this<SurfaceKeyboard> {
  private:
   void begin();
   void followRoot();
-  /// The front-most view that a finger could drag; null for none.
-  [[nodiscard]] std::shared_ptr<UIView> floatingView() const;
   /// The page in front of a point of the surface; null for none.
   [[nodiscard]] GtkWidget* pageAt(CGPoint point) const;
   /// Whether our views lie over the whole of a widget, so that nobody sees it.
@@ -46,8 +44,7 @@ class SurfaceKeyboard : public std::enable_shared_from_this<SurfaceKeyboard> {
   void placeFocus();
   void leaveCovered();
   [[nodiscard]] bool handleKey(guint key);
-  void drag(UIView& view, CGPoint way);
-  void tap(UIView& view);
+  void tap(const UIView& view);
 
   GObjectHandle<GtkWidget> widget_;
   std::shared_ptr<UIWindow> window_;

@@ -1,7 +1,5 @@
 #include "corvane/platform/gtk/gtk_transform.h"
 
-#include <algorithm>
-#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -15,26 +13,7 @@ CGFloat determinantOf(const CGAffineTransform& transform) {
 
 float degrees(CGFloat radians) { return static_cast<float>(radians * 180 / std::numbers::pi); }
 
-/// The toolkit counts in 32-bit floats, where whole pixels get lost from about here on; so do numbers that are none.
-bool isReachable(CGFloat number) {
-  constexpr CGFloat farthest = 1 << 24;
-  return std::abs(number) <= farthest;
-}
-
 }  // namespace
-
-bool isDrawable(const CGAffineTransform& transform) {
-  const bool isInReach = std::ranges::all_of(
-      std::array{transform.a, transform.b, transform.c, transform.d, transform.tx, transform.ty}, isReachable);
-  // Of a view of ten thousand pixels this leaves one.
-  constexpr CGFloat smallest = 1e-4 * 1e-4;
-  return isInReach && std::abs(determinantOf(transform)) >= smallest;
-}
-
-bool isDrawable(const CGRect& rect) {
-  return rect.size.width > 0 && rect.size.height > 0 &&
-         std::ranges::all_of(std::array{rect.origin.x, rect.origin.y, rect.size.width, rect.size.height}, isReachable);
-}
 
 // The toolkit knows how a transform came about. What is built from moves, turns and scales it draws exactly, and in
 // software at all. A matrix might be anything to it, so the mapping is taken apart instead.

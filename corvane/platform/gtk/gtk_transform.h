@@ -7,10 +7,6 @@
 
 namespace corvane::gtk {
 
-/// Whether the mapping leaves something to see, and has only numbers with which the toolkit can calculate.
-[[nodiscard]] bool isDrawable(const CGAffineTransform& transform);
-[[nodiscard]] bool isDrawable(const CGRect& rect);
-
 /// The same mapping; the caller owns it. Null, the toolkit's identity, for ours. The mapping must be drawable.
 [[nodiscard]] GskTransform* makeGskTransform(const CGAffineTransform& transform);
 [[nodiscard]] graphene_rect_t makeGrapheneRect(const CGRect& rect);

@@ -1,4 +1,4 @@
-/// The scene that the surfaces' windows belong to.
+/// Which of the toolkit's windows the user is in.
 #pragma once
 
 #include <gtk/gtk.h>
@@ -10,11 +10,6 @@
 #include "corvane/platform/views/ui_window.h"
 
 namespace corvane::gtk {
-
-/// Adds a window to the scene of the installed platform; does nothing when there is no backend any more.
-void joinScene(UIWindow& window);
-/// Takes a window out of the scene, unless the host app has put it elsewhere.
-void leaveScene(UIWindow& window);
 
 /// Makes a window the key window of the scene when the toolkit's window around its surface becomes the active one.
 /// While the user is in a window without a surface, the last one stays key.
