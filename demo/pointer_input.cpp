@@ -70,7 +70,7 @@ void PointerInput::moveInSteps(CGPoint to, int steps) {
   }
 }
 
-void PointerInput::type(std::initializer_list<unsigned> chord) {
+void PointerInput::type(std::span<const unsigned> chord) {
   for (const unsigned key : chord) device_->setKey(key, true);
   for (const unsigned key : std::views::reverse(chord)) device_->setKey(key, false);
 }

@@ -2,7 +2,7 @@
 /// there on is what users get.
 #pragma once
 
-#include <initializer_list>
+#include <span>
 #include <memory>
 #include <set>
 #include <string>
@@ -38,7 +38,7 @@ class PointerInput {
   void moveInSteps(CGPoint to, int steps = 8);
 
   /// Presses keys one after the other and releases them in the opposite order. They are the toolkit's key values.
-  void type(std::initializer_list<unsigned> chord);
+  void type(std::span<const unsigned> chord);
 
   [[nodiscard]] bool hasFingers() const;
   /// The system takes all fingers away where one is cancelled.

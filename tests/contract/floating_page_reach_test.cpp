@@ -55,5 +55,48 @@ TEST_P(FloatingPage, ThePageIsShownInWhateverWindowItsSurfaceIsPut) {
   }
 }
 
+TEST_P(FloatingPage, KeysGoToWhatTheUserSees) {
+  int clicks = 0;
+  platform_->addHostButton({{20, 450}, {100, 50}}, [&] { ++clicks; });
+  using Key = TestPointer::Key;
+  ASSERT_TRUE(platform_->runUntil([&] { return platform_->focus() == Focus::page; }));
+  // The page has a field, and behind it the way leads on, past what lies under the page, to it again.
+  EXPECT_TRUE(
+      evaluate("document.body.innerHTML = '<input id=field>'; addEventListener('keydown', (event) => "
+               "seen.push(event.key)); 0"));
+  for (int tabs = 1; tabs <= 4; ++tabs) pointer_->type({Key::tab, Key::space});
+  pointer_->type({Key::a});
+  EXPECT_TRUE(waitForPage("seen.includes('a')")) << seen();
+  EXPECT_EQ(clicks, 0);
+
+  shrink();
+  ASSERT_NO_FATAL_FAILURE(show());
+  page_->setUserInteractionEnabled(false);
+  const auto tabTo = [&](Focus wanted) {
+    for (int tabs = 0; tabs < 5 && platform_->focus() != wanted; ++tabs) {
+      const Focus before = platform_->focus();
+      pointer_->type({Key::tab});
+      EXPECT_TRUE(platform_->runUntil([&] { return platform_->focus() != before; }));
+    }
+    EXPECT_EQ(platform_->focus(), wanted);
+  };
+  tabTo(Focus::surface);
+  const auto expectWay = [&](Key key, const std::function<bool(CGPoint)>& hasMoved) {
+    pointer_->type({key});
+    EXPECT_TRUE(platform_->runUntil([&] { return hasMoved(box_->center()); })) << static_cast<int>(key);
+  };
+  expectWay(Key::left, [](CGPoint center) { return center.x < 100; });
+  expectWay(Key::up, [](CGPoint center) { return center.y < 100; });
+  expectWay(Key::right, [](CGPoint center) { return center.x > 300; });
+  expectWay(Key::down, [](CGPoint center) { return center.y > 700; });
+  int taps = 0;
+  box_->addGestureRecognizer(UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { ++taps; }));
+  pointer_->type({Key::enter});
+  EXPECT_TRUE(platform_->runUntil([&] { return taps == 1; }));
+  tabTo(Focus::host);
+  pointer_->type({Key::space});
+  EXPECT_TRUE(platform_->runUntil([&] { return clicks == 1; }));
+}
+
 }  // namespace
 }  // namespace corvane::contract

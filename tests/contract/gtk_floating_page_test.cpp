@@ -1,8 +1,6 @@
 // What pages in small windows have to do with the toolkit's own widgets, windows, keys and drags.
 #include <gtk/gtk.h>
 
-#include <functional>
-
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "tests/contract/floating_page.h"
 #include "tests/contract/gtk_platform.h"
@@ -60,55 +58,6 @@ TEST_P(GtkFloatingPage, TheKeyWindowIsThatOfTheActiveOne) {
   // On a bare X server nobody hands the focus on.
   if (!pointer_->hasFingers()) return;
   EXPECT_TRUE(platform_->runUntil([&] { return first->isKeyWindow(); }));
-}
-
-TEST_P(GtkFloatingPage, KeysGoToWhatTheUserSees) {
-  int covered = 0;
-  int beside = 0;
-  platform_->addHostButton({{20, 450}, {100, 50}}, [&] { ++covered; });
-  GtkWidget* const widget = gtk().surface();
-  const auto focus = [&] { return gtk_root_get_focus(gtk_widget_get_root(widget)); };
-  ASSERT_TRUE(platform_->runUntil([&] { return focus() != nullptr && gtk_widget_get_parent(focus()) == widget; }));
-  // The page has a field, and behind it the way leads on, past what lies under the page, to it again.
-  EXPECT_TRUE(
-      evaluate("document.body.innerHTML = '<input id=field>'; addEventListener('keydown', (event) => "
-               "seen.push(event.key)); 0"));
-  for (int tabs = 1; tabs <= 4; ++tabs) pointer_->type({GDK_KEY_Tab, GDK_KEY_space});
-  pointer_->type({GDK_KEY_a});
-  EXPECT_TRUE(waitForPage("seen.includes('a')")) << seen();
-  EXPECT_EQ(covered, 0);
-
-  shrink();
-  platform_->addHostButton({{20, 100}, {100, 50}}, [&] { ++beside; });
-  ASSERT_NO_FATAL_FAILURE(show());
-  page_->setUserInteractionEnabled(false);
-  const auto tabTo = [&](const std::function<bool()>& isThere) {
-    for (int tabs = 0; tabs < 5 && !isThere(); ++tabs) {
-      GtkWidget* const before = focus();
-      pointer_->type({GDK_KEY_Tab});
-      EXPECT_TRUE(platform_->runUntil([&] { return focus() != before; }));
-    }
-    EXPECT_TRUE(isThere());
-  };
-  tabTo([&] { return focus() == widget; });
-  const auto expectWay = [&](unsigned key, const std::function<bool(CGPoint)>& hasMoved) {
-    pointer_->type({key});
-    EXPECT_TRUE(platform_->runUntil([&] { return hasMoved(box_->center()); })) << key;
-  };
-  expectWay(GDK_KEY_Left, [](CGPoint center) { return center.x < 100; });
-  expectWay(GDK_KEY_Up, [](CGPoint center) { return center.y < 100; });
-  expectWay(GDK_KEY_Right, [](CGPoint center) { return center.x > 300; });
-  expectWay(GDK_KEY_Down, [](CGPoint center) { return center.y > 700; });
-  const auto besideButton = [&] {
-    return gtk_widget_pick(reinterpret_cast<GtkWidget*>(gtk_widget_get_root(widget)), 70, 102, GTK_PICK_DEFAULT);
-  };
-  int taps = 0;
-  box_->addGestureRecognizer(UITapGestureRecognizer::create([&](UITapGestureRecognizer&) { ++taps; }));
-  pointer_->type({GDK_KEY_Return});
-  EXPECT_TRUE(platform_->runUntil([&] { return taps == 1; }));
-  tabTo([&] { return focus() == besideButton(); });
-  pointer_->type({GDK_KEY_space});
-  EXPECT_TRUE(platform_->runUntil([&] { return beside == 1; }));
 }
 
 TEST_P(GtkFloatingPage, AQuestionAboutCaptureEndsWithItsPage) {

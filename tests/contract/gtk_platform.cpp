@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <utility>
+#include <vector>
 
 #include "corvane/platform/gtk/gtk_backend.h"
 #include "corvane/platform/gtk/gtk_frame_meter.h"
@@ -47,7 +48,13 @@ class GtkPointer final : public TestPointer {
   void release(int button) override { input_->release(button); }
   bool hasFingers() const override { return input_->hasFingers(); }
   void touch(int finger, TouchPhase phase, CGPoint at) override { input_->touch(finger, phase, at); }
-  void type(std::initializer_list<unsigned> chord) override { input_->type(chord); }
+  void type(std::initializer_list<Key> chord) override {
+    static constexpr unsigned values[] = {GDK_KEY_Tab,   GDK_KEY_space, GDK_KEY_Return, GDK_KEY_Left,
+                                          GDK_KEY_Right, GDK_KEY_Up,    GDK_KEY_Down,   GDK_KEY_a};
+    std::vector<unsigned> keys;
+    for (const Key key : chord) keys.push_back(values[std::to_underlying(key)]);
+    input_->type(keys);
+  }
 
  private:
   void moveNow(CGPoint to) override { input_->move(to); }
@@ -156,6 +163,13 @@ class GtkPlatform final : public GtkEnginePlatform {
 
   void addHostButton(const CGRect& frame, std::function<void()> clicked) override {
     static_cast<void>(addButton(frame, std::move(clicked)));
+  }
+
+  Focus focus() override {
+    GtkWidget* const focus = gtk_root_get_focus(gtk_widget_get_root(surface()));
+    if (focus == nullptr) return Focus::nothing;
+    if (focus == surface()) return Focus::surface;
+    return gtk_widget_get_parent(focus) == surface() ? Focus::page : Focus::host;
   }
 
   GtkWidget* surface() override { return surface_->widget(); }

@@ -95,14 +95,15 @@ class QtPointer final : public TestPointer {
     if (phase == TouchPhase::ended) fingers_.erase(finger);
   }
 
-  void type(std::initializer_list<unsigned> chord) override {
-    const auto sendKey = [this](QEvent::Type kind, unsigned key) {
-      const bool isLetter = key >= Qt::Key_A && key <= Qt::Key_Z;
-      const QString text = isLetter ? QString(QChar(static_cast<char16_t>(key))).toLower() : QString();
+  void type(std::initializer_list<Key> chord) override {
+    static constexpr Qt::Key values[] = {Qt::Key_Tab,   Qt::Key_Space, Qt::Key_Return, Qt::Key_Left,
+                                         Qt::Key_Right, Qt::Key_Up,    Qt::Key_Down,   Qt::Key_A};
+    const auto sendKey = [this](QEvent::Type kind, Key key) {
+      const QString text = key == Key::a ? QStringLiteral("a") : key == Key::space ? QStringLiteral(" ") : QString();
       QWindowSystemInterface::handleKeyEvent<QWindowSystemInterface::AsynchronousDelivery>(
-          nativeWindow(), kind, static_cast<int>(key), Qt::NoModifier, text);
+          nativeWindow(), kind, values[std::to_underlying(key)], Qt::NoModifier, text);
     };
-    for (const unsigned key : chord) sendKey(QEvent::KeyPress, key);
+    for (const Key key : chord) sendKey(QEvent::KeyPress, key);
     for (auto key = std::rbegin(chord); key != std::rend(chord); ++key) sendKey(QEvent::KeyRelease, *key);
   }
 
@@ -219,6 +220,14 @@ class QtPlatform final : public RealEnginePlatform {
                         static_cast<int>(frame.size.width), static_cast<int>(frame.size.height));
     QObject::connect(button, &QPushButton::clicked, button, std::move(clicked));
     button->show();
+  }
+
+  Focus focus() override {
+    const QWidget* const focus = window_->focusWidget();
+    if (focus == nullptr) return Focus::nothing;
+    if (focus != surface_->widget()) return Focus::host;
+    // The surface answers for the page that has the focus.
+    return focus->inputMethodQuery(Qt::ImSurroundingText).isValid() ? Focus::page : Focus::surface;
   }
 
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status) override {

@@ -1,6 +1,7 @@
 /// A real engine under test, with a window to show it in, whatever toolkit that is made with.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <initializer_list>
 #include <memory>
@@ -31,8 +32,9 @@ class TestPointer {
   [[nodiscard]] virtual bool hasFingers() const = 0;
   /// All fingers are taken away where one is cancelled.
   virtual void touch(int finger, TouchPhase phase, CGPoint at = {}) = 0;
-  /// Presses keys one after the other and releases them in the opposite order. They are the toolkit's key values.
-  virtual void type(std::initializer_list<unsigned> chord) = 0;
+  enum class Key : std::uint8_t { tab, space, enter, left, right, up, down, a };
+  /// Presses keys one after the other and releases them in the opposite order.
+  virtual void type(std::initializer_list<Key> chord) = 0;
 
   void move(CGPoint to) { moveNow(position_ = to); }
   void click(CGPoint at) {
@@ -48,6 +50,9 @@ class TestPointer {
 
   CGPoint position_;
 };
+
+/// What has the keys in the window of the app.
+enum class Focus : std::uint8_t { nothing, page, surface, host };
 
 /// A surface with a window of the toolkit for itself.
 class TestScreen {
@@ -93,6 +98,7 @@ class RealEnginePlatform : public ContractPlatform {
   [[nodiscard]] virtual std::unique_ptr<TestPointer> openPointer(std::string& reason) = 0;
   /// Puts a button of the host app under the surface.
   virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
+  [[nodiscard]] virtual Focus focus() = 0;
   virtual void setSurfaceVisible(bool isVisible) = 0;
   /// Puts the surface into a window of its own, or back over the host app's widgets.
   virtual void moveSurface(bool isAlone) = 0;

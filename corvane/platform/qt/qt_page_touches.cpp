@@ -30,4 +30,9 @@ void sendTouches(QWidget& page, const std::vector<PageFinger>& fingers, const QT
   QCoreApplication::sendEvent(&page, &touches);
 }
 
+void cancelTouchesOf(QWidget& page, const QTouchEvent& original) {
+  QTouchEvent cancel(QEvent::TouchCancel, original.pointingDevice(), original.modifiers(), QList<QEventPoint>());
+  QCoreApplication::sendEvent(&page, &cancel);
+}
+
 }  // namespace corvane::qt

@@ -20,5 +20,7 @@ struct PageFinger {
 
 /// Sends the page what all fingers on it do at one moment.
 void sendTouches(QWidget& page, const std::vector<PageFinger>& fingers, const QTouchEvent& original);
+/// Takes all fingers away from the page. None of them was a tap.
+void cancelTouchesOf(QWidget& page, const QTouchEvent& original);
 
 }  // namespace corvane::qt

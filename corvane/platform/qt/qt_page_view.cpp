@@ -37,6 +37,11 @@ void PageView::childEvent(QChildEvent* event) {
   if (event->type() != QEvent::ChildRemoved) watchPicture();
 }
 
+bool PageView::focusNextPrevChild(bool isForward) {
+  if (const auto leave = endOfTabs_) leave(isForward);
+  return true;
+}
+
 void PageView::watchPicture() {
   for (QQuickWidget* const candidate : findChildren<QQuickWidget*>()) {
     if (candidate == prime_ || candidate == drawn_ || candidate != focusProxy()) continue;

@@ -6,6 +6,7 @@
 #include <QSize>
 #include <QtWebEngineWidgets/QWebEngineView>
 #include <functional>
+#include <utility>
 
 class QPainter;
 class QQuickWidget;
@@ -26,6 +27,8 @@ class PageView final : public QWebEngineView {
 
   /// Called when the page looks different, at most once between two drawings.
   void setPictureHandler(std::function<void()> changed) { changed_ = std::move(changed); }
+  /// Called when the Tab key goes on behind the page's last field, or before its first one; true is forward.
+  void setEndOfTabs(std::function<void(bool)> handler) { endOfTabs_ = std::move(handler); }
   /// How large the page is laid out, in its own pixels.
   void setPageSize(QSize size);
   /// Draws the page at its size, in its own pixels.
@@ -35,6 +38,7 @@ class PageView final : public QWebEngineView {
 
  protected:
   void childEvent(QChildEvent* event) override;
+  bool focusNextPrevChild(bool isForward) override;
 
  private:
   void watchPicture();
@@ -43,6 +47,7 @@ class PageView final : public QWebEngineView {
   /// What draws the page at present. It comes with the first load and changes with pages of other sites.
   QPointer<QQuickWidget> drawn_;
   std::function<void()> changed_;
+  std::function<void(bool)> endOfTabs_;
   QImage picture_;
   bool isStale_ = true;
   bool isDrawing_ = false;

@@ -14,6 +14,7 @@
 #include "corvane/platform/qt/qt_page_view.h"
 #include "corvane/platform/qt/qt_surface_drawing.h"
 #include "corvane/platform/qt/qt_surface_input.h"
+#include "corvane/platform/qt/qt_surface_keyboard.h"
 #include "corvane/platform/qt/qt_surface_widget.h"
 #include "corvane/platform/qt/qt_web_engine.h"
 
@@ -33,6 +34,8 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
 
   void begin() {
     input_ = SurfaceInput::create(*widget_, window_);
+    keyboard_ = std::make_shared<SurfaceKeyboard>(*widget_, window_, input_);
+    keyboard_->begin();
     frames_.setTimerType(Qt::PreciseTimer);
     frames_.setInterval(frameLength);
     frames_.callOnTimeout(&frames_, [show = whileAlive(weak_from_this(), &Parts::showFrame)]() mutable { show(); });
@@ -42,6 +45,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void end() {
     frames_.stop();
     engine::leaveScene(*window_);
+    keyboard_.reset();
     input_.reset();
     if (widget_ == nullptr) return;
     widget_->leaveClient();
@@ -72,7 +76,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   void surfaceShown() override {
     const auto alive = shared_from_this();
     if (input_) input_->watchWindow();
-    if (widget_->isActiveWindow()) window_->makeKey();
+    if (widget_->isActiveWindow()) engine::windowActivated(*window_);
   }
   void surfaceHidden() override {
     const auto alive = shared_from_this();
@@ -80,7 +84,7 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
   }
   void surfaceActivated() override {
     const auto alive = shared_from_this();
-    window_->makeKey();
+    engine::windowActivated(*window_);
   }
 
   void drawSurface() override {
@@ -91,14 +95,15 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
       QPainter painter(widget_);
       PainterCanvas canvas(painter, widget_->size(), widget_->devicePixelRatioF());
       engine::drawWindow(canvas, *window_, frameTime());
+      if (keyboard_ != nullptr) keyboard_->drawFocus(painter);
     }
     isDrawing_ = false;
     followAnimations();
   }
 
   bool handleInput(QEvent& event) override {
-    const auto input = input_;
-    return input && input->handleFocused(event);
+    const auto keyboard = keyboard_;
+    return keyboard && keyboard->handle(event);
   }
   QVariant answerInputMethod(Qt::InputMethodQuery query) override {
     return input_ ? input_->answerInputMethod(query) : QVariant();
@@ -136,17 +141,22 @@ class Surface::Parts final : public SurfaceWidgetClient, public std::enable_shar
     for (const engine::Placement& placement : engine::placementsIn(*window_, frameTime())) {
       auto* const engine = dynamic_cast<QtWebEngine*>(placement.engine);
       if (engine == nullptr) continue;
-      if (engine->surface() != widget_) engine->setSurface(widget_, whileAlive(weak_from_this(), &Parts::pageChanged));
+      if (engine->surface() != widget_) {
+        engine->setSurface(widget_, whileAlive(weak_from_this(), &Parts::pageChanged));
+        engine->view().setEndOfTabs(whileAlive(keyboard_->weak_from_this(), &SurfaceKeyboard::leavePage));
+      }
       const QSize present = engine->view().size();
       engine->view().setPageSize({engine::pageLength(placement.size.width, present.width()),
                                   engine::pageLength(placement.size.height, present.height())});
     }
+    if (keyboard_ != nullptr) keyboard_->viewsDidChange();
     queueFrame();
   }
 
   std::shared_ptr<UIWindow> window_;
   QPointer<SurfaceWidget> widget_;
   std::shared_ptr<SurfaceInput> input_;
+  std::shared_ptr<SurfaceKeyboard> keyboard_;
   QTimer frames_;
   bool isDrawing_ = false;
   bool isPlacing_ = false;

@@ -1,6 +1,7 @@
 #include "corvane/platform/qt/qt_surface_input.h"
 
 #include <QApplication>
+#include <QDropEvent>
 #include <QMouseEvent>
 #include <QTouchEvent>
 #include <QVariant>
@@ -22,8 +23,7 @@ using Verdict = HeldTouches::Verdict;
 
 namespace {
 
-/// The mouse's first button; fingers are counted from one on.
-constexpr std::uint64_t mouse = 0;
+std::uint64_t touchOf(int finger) { return engine::mouseTouch + 1 + static_cast<std::uint64_t>(finger); }
 
 QtWebEngine* engineOf(const WKWebView& page) { return dynamic_cast<QtWebEngine*>(&page.engine()); }
 
@@ -92,6 +92,20 @@ bool SurfaceInput::filter(QEvent* event) {
       if (isOurs) event->accept();
       return isOurs;
     }
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+      return handleDrag(*static_cast<QDropEvent*>(event));
+    case QEvent::DragLeave: {
+      const bool isOurs = !dragged_.expired();
+      leaveDrag();
+      return isOurs;
+    }
+    case QEvent::KeyPress: {
+      const int key = static_cast<QKeyEvent*>(event)->key();
+      if (tabHandler_ && (key == Qt::Key_Tab || key == Qt::Key_Backtab)) tabHandler_(key == Qt::Key_Tab);
+      return false;
+    }
     case QEvent::NativeGesture: {
       const CGPoint point = onSurface(static_cast<QNativeGestureEvent*>(event)->position());
       return held_->isBusy() || targetAt(point).kind != Target::Kind::host;
@@ -118,7 +132,8 @@ bool SurfaceInput::handleMouse(const QMouseEvent& event) {
   if (type != QEvent::MouseMove && click.button != Qt::LeftButton) {
     verdict = held->handleOtherButton(click.button, isPress);
   } else {
-    UITouchEvent touch{.identifier = mouse, .phase = TouchPhase::moved, .location = onSurface(click.onWindow)};
+    UITouchEvent touch{
+        .identifier = engine::mouseTouch, .phase = TouchPhase::moved, .location = onSurface(click.onWindow)};
     const CGPoint origin = window_->bounds().origin;
     touch.location = {touch.location.x + origin.x, touch.location.y + origin.y};
     if (isPress) touch.phase = TouchPhase::began;
@@ -157,7 +172,7 @@ void SurfaceInput::sendToPage(WKWebView& page, const Click& click) {
   if (input == nullptr || !point) return;
   const auto alive = std::static_pointer_cast<WKWebView>(page.shared_from_this());
   hovered_ = alive;
-  if (click.type == QEvent::MouseButtonPress) focus(alive);
+  if (click.type == QEvent::MouseButtonPress) focus(alive, Qt::MouseFocusReason);
   if (click.type != QEvent::MouseMove) engine->noteUserAction();
   QMouseEvent event(click.type, *point, *point, click.onScreen, click.button, click.buttons, click.modifiers,
                     click.device);
@@ -213,22 +228,59 @@ bool SurfaceInput::handleWheel(const QWheelEvent& event) {
   return true;
 }
 
+bool SurfaceInput::handleDrag(QDropEvent& event) {
+  const CGPoint point = onSurface(event.position());
+  const Target target = targetAt(point);
+  const auto page = target.page.lock();
+  const auto place = page != nullptr && inputOf(*page) != nullptr ? onPage(*page, point) : std::nullopt;
+  if (page != dragged_.lock()) leaveDrag();
+  if (!place) {
+    // What none of our views is a page for, the views still cover.
+    event.setAccepted(false);
+    return target.kind != Target::Kind::host;
+  }
+  PageView& view = engineOf(*page)->view();
+  const auto pass = [&](QDropEvent&& copy) {
+    copy.setDropAction(event.dropAction());
+    QCoreApplication::sendEvent(&view, &copy);
+    event.setDropAction(copy.dropAction());
+    event.setAccepted(copy.isAccepted());
+  };
+  const bool isNew = dragged_.expired();
+  dragged_ = page;
+  if (isNew) {
+    pass(QDragEnterEvent(place->toPoint(), event.possibleActions(), event.mimeData(), event.buttons(),
+                         event.modifiers()));
+  }
+  if (event.type() == QEvent::Drop) {
+    pass(QDropEvent(*place, event.possibleActions(), event.mimeData(), event.buttons(), event.modifiers()));
+    dragged_.reset();
+  } else if (!isNew) {
+    pass(QDragMoveEvent(place->toPoint(), event.possibleActions(), event.mimeData(), event.buttons(),
+                        event.modifiers()));
+  }
+  return true;
+}
+
+void SurfaceInput::leaveDrag() {
+  const auto page = std::exchange(dragged_, {}).lock();
+  if (page == nullptr) return;
+  QDragLeaveEvent leave;
+  QCoreApplication::sendEvent(&engineOf(*page)->view(), &leave);
+}
+
 bool SurfaceInput::cancelTouches(const QTouchEvent& event) {
   const auto held = held_;
   const auto cancelled = std::exchange(fingers_, {});
-  fingersBeginnings_.clear();
   std::set<QWidget*> inputs;
-  for (const auto& [identifier, target] : cancelled) {
-    const auto verdict = held->handle({static_cast<std::uint64_t>(identifier) + 1, TouchPhase::cancelled, {}});
-    const auto page = target.page.lock();
+  for (const auto& [identifier, finger] : cancelled) {
+    const auto verdict = held->handle({touchOf(identifier), TouchPhase::cancelled, {}});
+    const auto page = finger.target.page.lock();
     if (verdict == Verdict::passes && page != nullptr) inputs.insert(inputOf(*page));
   }
   inputs.erase(nullptr);
-  for (QWidget* const input : inputs) {
-    QTouchEvent copy(QEvent::TouchCancel, event.pointingDevice(), event.modifiers(), QList<QEventPoint>());
-    QCoreApplication::sendEvent(input, &copy);
-  }
-  const auto isOurs = [](const auto& finger) { return finger.second.kind != Target::Kind::host; };
+  for (QWidget* const input : inputs) cancelTouchesOf(*input, event);
+  const auto isOurs = [](const auto& finger) { return finger.second.target.kind != Target::Kind::host; };
   return std::ranges::any_of(cancelled, isOurs);
 }
 
@@ -240,57 +292,76 @@ bool SurfaceInput::handleTouch(QTouchEvent& event) {
   std::vector<PageFinger> fingers;
   const auto held = held_;
   for (const QEventPoint& point : event.points()) {
-    const QPointF onWindow = point.position();
-    const CGPoint place = onSurface(onWindow);
-    const bool isPressed = point.state() == QEventPoint::Pressed;
+    const CGPoint place = onSurface(point.position());
     const bool isReleased = point.state() == QEventPoint::Released;
-    Verdict verdict = Verdict::passes;
-    if (isPressed) fingers_[point.id()] = targetAt(place);
-    if (isPressed) fingersBeginnings_[point.id()] = onWindow;
-    if (point.state() != QEventPoint::Stationary) {
-      const CGPoint origin = window_->bounds().origin;
-      const TouchPhase phase = isPressed ? TouchPhase::began : isReleased ? TouchPhase::ended : TouchPhase::moved;
-      verdict =
-          held->handle({static_cast<std::uint64_t>(point.id()) + 1, phase, {place.x + origin.x, place.y + origin.y}});
-    }
+    const Verdict verdict = verdictOn(*held, point);
     const auto found = fingers_.find(point.id());
     if (found == fingers_.end()) continue;
-    const Target target = found->second;
-    if (target.kind != Target::Kind::host || verdict == Verdict::ends) isOurs = true;
+    const Finger finger = found->second;
+    if (finger.target.kind != Target::Kind::host || verdict == Verdict::ends) isOurs = true;
     if (isReleased) fingers_.erase(found);
-    const auto touched = target.page.lock();
+    const auto touched = finger.target.page.lock();
     if (verdict == Verdict::ends || touched == nullptr) continue;
     page = touched;
-    const auto onIt = onPage(*touched, place);
+    QWidget* const input = inputOf(*touched);
+    // The page sees the finger leave, but makes no click of it.
+    if (verdict == Verdict::leaves && input != nullptr) cancelTouchesOf(*input, event);
+    const auto onIt = verdict == Verdict::leaves ? std::nullopt : onPage(*touched, place);
     if (!onIt) continue;
     if (verdict == Verdict::playedFromStart) {
-      const auto began = onPage(*touched, onSurface(fingersBeginnings_[point.id()]));
+      const auto began = onPage(*touched, onSurface(finger.beginning));
       beginnings.push_back({point.id(), QEventPoint::Pressed, began.value_or(*onIt)});
     }
     fingers.push_back({point.id(), point.state(), *onIt});
   }
-  std::erase_if(fingersBeginnings_, [this](const auto& beginning) { return !fingers_.contains(beginning.first); });
   QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
   if (input == nullptr) return isOurs;
-  if (event.type() == QEvent::TouchBegin || !beginnings.empty()) focus(page);
+  if (event.type() == QEvent::TouchBegin || !beginnings.empty()) focus(page, Qt::MouseFocusReason);
   engineOf(*page)->noteUserAction();
   sendTouches(*input, beginnings, event);
   sendTouches(*input, fingers, event);
   return true;
 }
 
-void SurfaceInput::focus(const std::shared_ptr<WKWebView>& page) {
+Verdict SurfaceInput::verdictOn(engine::HeldTouches& held, const QEventPoint& point) {
+  if (point.state() == QEventPoint::Stationary) return Verdict::passes;
+  const CGPoint place = onSurface(point.position());
+  TouchPhase phase = TouchPhase::moved;
+  if (point.state() == QEventPoint::Pressed) {
+    phase = TouchPhase::began;
+    fingers_[point.id()] = {targetAt(place), point.position()};
+  }
+  if (point.state() == QEventPoint::Released) phase = TouchPhase::ended;
+  const CGPoint origin = window_->bounds().origin;
+  return held.handle({touchOf(point.id()), phase, {place.x + origin.x, place.y + origin.y}});
+}
+
+void SurfaceInput::focus(const std::shared_ptr<WKWebView>& page, Qt::FocusReason reason) {
   const auto before = focused_.lock();
   if (before != page && before != nullptr) {
-    QFocusEvent out(QEvent::FocusOut, Qt::MouseFocusReason);
+    QFocusEvent out(QEvent::FocusOut, reason);
     static_cast<void>(handleFocused(out));
   }
   focused_ = page;
   if (widget_ == nullptr) return;
-  if (!widget_->hasFocus()) return widget_->setFocus(Qt::MouseFocusReason);
+  if (!widget_->hasFocus()) return widget_->setFocus(reason);
   if (before == page) return;
-  QFocusEvent in(QEvent::FocusIn, Qt::MouseFocusReason);
+  QFocusEvent in(QEvent::FocusIn, reason);
   static_cast<void>(handleFocused(in));
+}
+
+bool SurfaceInput::hasFocusedPage() const {
+  const auto page = focused_.lock();
+  return page != nullptr && inputOf(*page) != nullptr && placementOf(*page, *window_).has_value();
+}
+
+std::shared_ptr<WKWebView> SurfaceInput::pageAt(CGPoint point) const {
+  const auto page = std::dynamic_pointer_cast<WKWebView>(window_->hitTest(point));
+  return page != nullptr && inputOf(*page) != nullptr ? page : nullptr;
+}
+
+bool SurfaceInput::takesInputAt(QPointF onWindow) const {
+  return targetAt(onSurface(onWindow)).kind != Target::Kind::host;
 }
 
 bool SurfaceInput::handleFocused(QEvent& event) {
@@ -308,7 +379,7 @@ QVariant SurfaceInput::answerInputMethod(Qt::InputMethodQuery query) const {
   const auto page = focused_.lock();
   const QWidget* const input = page != nullptr ? inputOf(*page) : nullptr;
   if (input == nullptr) return {};
-  const QVariant answer = input->inputMethodQuery(query);
+  QVariant answer = input->inputMethodQuery(query);
   const bool isPlace = answer.typeId() == QMetaType::QRect || answer.typeId() == QMetaType::QRectF;
   const auto placement = isPlace ? placementOf(*page, *window_) : std::nullopt;
   if (!placement) return answer;
@@ -327,8 +398,8 @@ SurfaceInput::Target SurfaceInput::targetAt(CGPoint onSurface) const {
   const CGPoint origin = window_->bounds().origin;
   const auto view = window_->hitTest({onSurface.x + origin.x, onSurface.y + origin.y});
   if (view == nullptr) return {};
-  auto page = std::dynamic_pointer_cast<WKWebView>(view);
-  return page != nullptr ? Target{Target::Kind::page, std::move(page)} : Target{Target::Kind::views};
+  const auto page = std::dynamic_pointer_cast<WKWebView>(view);
+  return page != nullptr ? Target{Target::Kind::page, page} : Target{Target::Kind::views};
 }
 
 std::optional<QPointF> SurfaceInput::onPage(const WKWebView& page, CGPoint onSurface) const {

@@ -8,15 +8,19 @@
 #include <QWidget>
 #include <QWindow>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
+#include <utility>
 
 #include "corvane/platform/engine/held_touches.h"
 #include "corvane/platform/qt/qt_page_touches.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/web/wk_web_view.h"
 
+class QDropEvent;
+class QEventPoint;
 class QMouseEvent;
 class QPointingDevice;
 class QTouchEvent;
@@ -46,6 +50,18 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   void cancelAll();
   /// A key or its like on its way to the page that has the focus. False where there is none.
   [[nodiscard]] bool handleFocused(QEvent& event);
+  /// Whether a page has the surface's focus, can be seen and takes input.
+  [[nodiscard]] bool hasFocusedPage() const;
+  /// Gives the focus to the surface and, in it, to a page, or to none.
+  void focus(const std::shared_ptr<WKWebView>& page, Qt::FocusReason reason);
+  /// The same while the surface is getting the focus.
+  void setFocusedPage(const std::shared_ptr<WKWebView>& page) { focused_ = page; }
+  /// The page at a point of the window of views that takes input; null for none.
+  [[nodiscard]] std::shared_ptr<WKWebView> pageAt(CGPoint point) const;
+  /// Whether our views have what happens at a point of the toolkit's window.
+  [[nodiscard]] bool takesInputAt(QPointF onWindow) const;
+  /// Called before the Tab key goes on in this window; true is forward.
+  void setTabHandler(std::function<void(bool)> handler) { tabHandler_ = std::move(handler); }
   [[nodiscard]] QVariant answerInputMethod(Qt::InputMethodQuery query) const;
 
  protected:
@@ -61,6 +77,11 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
     };
     Kind kind = Kind::host;
     std::weak_ptr<WKWebView> page{};
+  };
+  /// A finger that is down.
+  struct Finger {
+    Target target{};
+    QPointF beginning{};
   };
   /// All that is needed of an event of the mouse. The toolkit's own share their contents with those that come later.
   struct Click {
@@ -79,12 +100,15 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   [[nodiscard]] bool handleWheel(const QWheelEvent& event);
   [[nodiscard]] bool handleTouch(QTouchEvent& event);
   [[nodiscard]] bool cancelTouches(const QTouchEvent& event);
+  [[nodiscard]] engine::HeldTouches::Verdict verdictOn(engine::HeldTouches& held, const QEventPoint& point);
+  /// Something that is dragged here from elsewhere is for the page under it.
+  [[nodiscard]] bool handleDrag(QDropEvent& event);
+  void leaveDrag();
   /// Whether the event ends here.
   [[nodiscard]] bool deliver(const Click& click, bool isReplay);
   void sendToPage(WKWebView& page, const Click& click);
   void sendToHost(const Click& click);
   void leavePage();
-  void focus(const std::shared_ptr<WKWebView>& page);
   void showCursorOf(const QtWebEngine* engine);
 
   [[nodiscard]] CGPoint onSurface(QPointF onWindow) const;
@@ -102,9 +126,11 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   std::optional<Target> pressed_;
   std::weak_ptr<WKWebView> hovered_;
   std::weak_ptr<WKWebView> focused_;
-  std::map<int, Target> fingers_;
-  std::map<int, QPointF> fingersBeginnings_;
+  std::map<int, Finger> fingers_;
   bool isReplaying_ = false;
+  /// Over which something is being dragged.
+  std::weak_ptr<WKWebView> dragged_;
+  std::function<void(bool)> tabHandler_;
 };
 
 }  // namespace corvane::qt

@@ -10,6 +10,7 @@ SurfaceWidget::SurfaceWidget(SurfaceWidgetClient& client) : client_(&client) {
   setAttribute(Qt::WA_NoSystemBackground);
   setAttribute(Qt::WA_InputMethodEnabled);
   setFocusPolicy(Qt::StrongFocus);
+  setAccessibleName(QStringLiteral("Call"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
 

@@ -12,6 +12,7 @@
 #include "corvane/platform/qt/qt_page_loader.h"
 #include "corvane/platform/qt/qt_page_scripts.h"
 #include "corvane/platform/qt/qt_page_view.h"
+#include "corvane/platform/qt/qt_responsiveness.h"
 
 namespace corvane::qt {
 
@@ -22,6 +23,7 @@ struct PageListener {
   PageScripts scripts;
   std::shared_ptr<PageLoader> loader;
   std::shared_ptr<PageCapture> capture;
+  std::shared_ptr<Responsiveness> responsiveness;
   std::weak_ptr<WebEngineClient> client;
 
   void hear(const QString& line) const {
@@ -31,6 +33,7 @@ struct PageListener {
         *word,
         [&](const DocumentCommitted& committed) {
           capture->clear();
+          responsiveness->forget();
           loader->documentCommitted(committed.url);
         },
         [&](const DocumentArrived&) { loader->documentArrived(); },
@@ -58,6 +61,7 @@ struct QtWebEngine::Parts {
   std::shared_ptr<Evaluations> evaluations;
   std::shared_ptr<PageLoader> loader;
   std::shared_ptr<PageCapture> capture;
+  std::shared_ptr<Responsiveness> responsiveness;
   /// Shared with the questions of the page.
   std::shared_ptr<QPointer<QWidget>> surface = std::make_shared<QPointer<QWidget>>();
 };
@@ -75,9 +79,10 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
   parts.loader->begin();
 
   parts.capture = std::make_shared<PageCapture>(*parts.page, client);
+  parts.responsiveness = std::make_shared<Responsiveness>(parts.evaluations, client);
   auto listener = std::make_shared<const PageListener>(
       PageScripts(configuration.userContentController, parts.context->options.longestMessage), parts.loader,
-      parts.capture, client);
+      parts.capture, parts.responsiveness, client);
   listener->scripts.install(parts.page->scripts(), parts.capture->script(listener->scripts.captureIntroduction()));
   const std::weak_ptr<PageLoader> loader = parts.loader;
   parts.page->setHandlers({
@@ -93,10 +98,12 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
             return alive != nullptr && alive->isHostWaiting();
           },
   });
-  QObject::connect(parts.page, &QWebEnginePage::renderProcessTerminated, parts.page,
-                   [weak = std::weak_ptr(parts.capture)] {
-                     if (const auto capture = weak.lock()) capture->clear();
-                   });
+  QObject::connect(
+      parts.page, &QWebEnginePage::renderProcessTerminated, parts.page,
+      [weakCapture = std::weak_ptr(parts.capture), weakResponsiveness = std::weak_ptr(parts.responsiveness)] {
+        if (const auto capture = weakCapture.lock()) capture->clear();
+        if (const auto responsiveness = weakResponsiveness.lock()) responsiveness->forget();
+      });
   handleFeatureRequests(
       *parts.page, [surface = parts.surface]() -> QWidget* { return *surface; }, parts.context, std::move(client));
 }
@@ -105,6 +112,7 @@ QtWebEngine::~QtWebEngine() {
   Parts& parts = *parts_;
   setSurface(nullptr, nullptr);
   parts.loader->end();
+  parts.responsiveness->end();
   parts.page->setHandlers({});
   parts.evaluations->settleAll({WebError::Kind::processTerminated, "The web view has ended", {}});
   parts.view->hide();
@@ -117,6 +125,7 @@ void QtWebEngine::load(const URLRequest& request) { parts_->loader->load(request
 
 void QtWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {
   parts_->evaluations->run(script, std::move(completion));
+  parts_->responsiveness->expectAnswer();
 }
 
 void QtWebEngine::setScrollEnabled(bool isEnabled) { setPageFixed(*parts_->page, !isEnabled); }
@@ -131,11 +140,15 @@ PageView& QtWebEngine::view() const { return *parts_->view; }
 
 void QtWebEngine::setSurface(QWidget* surface, std::function<void()> changed) {
   *parts_->surface = surface;
+  if (surface == nullptr) parts_->view->setEndOfTabs(nullptr);
   parts_->view->setPictureHandler(std::move(changed));
 }
 
 QWidget* QtWebEngine::surface() const { return *parts_->surface; }
 
-void QtWebEngine::noteUserAction() { parts_->loader->noteUserAction(); }
+void QtWebEngine::noteUserAction() {
+  parts_->loader->noteUserAction();
+  parts_->responsiveness->expectAnswer();
+}
 
 }  // namespace corvane::qt
