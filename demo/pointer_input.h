@@ -2,9 +2,9 @@
 /// there on is what users get.
 #pragma once
 
-#include <span>
 #include <memory>
 #include <set>
+#include <span>
 #include <string>
 
 #include "corvane/platform/geometry/geometry.h"

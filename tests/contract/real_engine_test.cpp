@@ -112,6 +112,18 @@ TEST_P(RealEngine, APageThatHangsOrDiesGivesWayToTheNext) {
   EXPECT_FALSE(view_->error());
 }
 
+TEST_P(RealEngine, APageThatDoesNotAnswerIsToldUntilItDoes) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  std::vector<PageIncident> told;
+  view_->setPageIncidentHandler([&](PageIncident incident) { told.push_back(incident); });
+  EXPECT_TRUE(
+      platform_->evaluate(*view_, "setTimeout(() => { const end = Date.now() + 6000; while (Date.now() < end); })"));
+  std::ignore = platform_->evaluate(*view_, "0");
+  using enum PageIncident;
+  EXPECT_TRUE(platform_->runUntil([&] { return told.size() == 2; }));
+  EXPECT_EQ(told, (std::vector{stoppedResponding, respondsAgain}));
+}
+
 TEST_P(RealEngine, WhatThePageMayNotShowComesToTheHostAndThePageStays) {
   ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
   std::vector<std::string> links;

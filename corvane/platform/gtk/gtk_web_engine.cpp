@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "corvane/platform/engine/responsiveness.h"
 #include "corvane/platform/gtk/gtk_capture.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
 #include "corvane/platform/gtk/gtk_evaluation.h"
@@ -75,6 +76,7 @@ struct GtkWebEngine::Parts {
   GObjectHandle<WebKitWebView> webView;
   std::shared_ptr<Evaluations> evaluations;
   std::shared_ptr<PageLoader> loader;
+  std::shared_ptr<engine::Responsiveness> responsiveness;
   std::vector<SignalConnection> connections;
   std::vector<SignalConnection> windows;
   StyleSheetHandle fixedPageStyle;
@@ -93,6 +95,15 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   parts.evaluations = std::make_shared<Evaluations>(parts.context);
   parts.loader = std::make_shared<PageLoader>(parts.webView.get(), parts.context, parts.evaluations, client);
   parts.loader->begin();
+  parts.responsiveness = std::make_shared<engine::Responsiveness>(
+      parts.context->runLoop,
+      [webView = std::make_shared<GObjectWeakHandle<WebKitWebView>>(parts.webView.get()),
+       evaluations = parts.evaluations](std::function<void()> answered) {
+        if (const auto alive = webView->lock()) {
+          evaluations->run(alive.get(), "0", [answered = std::move(answered)](const EvaluationResult&) { answered(); });
+        }
+      },
+      client);
   parts.windows = installPageWindows(parts.webView.get(), parts.loader);
   parts.connections = installContents(parts.manager.get(), *parts.controller, client, parts.loader,
                                       parts.context->options.longestMessage);
@@ -112,8 +123,13 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   const auto tellOfCapture = [](WebEngineClient& receiver, WebKitWebView*) { receiver.engineDidChangeCapture(); };
   notify("notify::camera-capture-state", tellOfCapture);
   notify("notify::microphone-capture-state", tellOfCapture);
-  notify("notify::is-web-process-responsive", [](WebEngineClient& receiver, WebKitWebView* webView) {
-    receiver.engineDidChangeResponsiveness(webkit_web_view_get_is_web_process_responsive(webView) != FALSE);
+  parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, WebKitLoadEvent)>(
+      parts.webView.get(), "load-changed", [page = parts.responsiveness](WebKitWebView*, WebKitLoadEvent event) {
+        if (event == WEBKIT_LOAD_COMMITTED) page->forget();
+      }));
+  // The engine looks only after the user's input.
+  notify("notify::is-web-process-responsive", [page = parts.responsiveness](WebEngineClient&, WebKitWebView* webView) {
+    page->setResponding(webkit_web_view_get_is_web_process_responsive(webView) != FALSE);
   });
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
       parts.webView.get(), "print", refusePrinting));
@@ -156,6 +172,7 @@ void GtkWebEngine::load(const URLRequest& request) { parts_->loader->load(reques
 
 void GtkWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {
   parts_->evaluations->run(parts_->webView.get(), script, std::move(completion));
+  parts_->responsiveness->expectAnswer();
 }
 
 void GtkWebEngine::setInteractionEnabled(bool isEnabled) {

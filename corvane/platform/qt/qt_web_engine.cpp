@@ -3,7 +3,9 @@
 #include <QPointer>
 #include <utility>
 
+#include "corvane/platform/engine/responsiveness.h"
 #include "corvane/platform/foundation/match.h"
+#include "corvane/platform/foundation/while_alive.h"
 #include "corvane/platform/qt/qt_capture.h"
 #include "corvane/platform/qt/qt_engine_context.h"
 #include "corvane/platform/qt/qt_evaluation.h"
@@ -12,7 +14,6 @@
 #include "corvane/platform/qt/qt_page_loader.h"
 #include "corvane/platform/qt/qt_page_scripts.h"
 #include "corvane/platform/qt/qt_page_view.h"
-#include "corvane/platform/qt/qt_responsiveness.h"
 
 namespace corvane::qt {
 
@@ -23,7 +24,7 @@ struct PageListener {
   PageScripts scripts;
   std::shared_ptr<PageLoader> loader;
   std::shared_ptr<PageCapture> capture;
-  std::shared_ptr<Responsiveness> responsiveness;
+  std::shared_ptr<engine::Responsiveness> responsiveness;
   std::weak_ptr<WebEngineClient> client;
 
   void hear(const QString& line) const {
@@ -61,7 +62,7 @@ struct QtWebEngine::Parts {
   std::shared_ptr<Evaluations> evaluations;
   std::shared_ptr<PageLoader> loader;
   std::shared_ptr<PageCapture> capture;
-  std::shared_ptr<Responsiveness> responsiveness;
+  std::shared_ptr<engine::Responsiveness> responsiveness;
   /// Shared with the questions of the page.
   std::shared_ptr<QPointer<QWidget>> surface = std::make_shared<QPointer<QWidget>>();
 };
@@ -79,7 +80,13 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
   parts.loader->begin();
 
   parts.capture = std::make_shared<PageCapture>(*parts.page, client);
-  parts.responsiveness = std::make_shared<Responsiveness>(parts.evaluations, client);
+  parts.responsiveness = std::make_shared<engine::Responsiveness>(
+      parts.context->runLoop,
+      whileAlive(std::weak_ptr(parts.evaluations),
+                 [](Evaluations& evaluations, std::function<void()> answered) {
+                   evaluations.run("0", [answered = std::move(answered)](const EvaluationResult&) { answered(); });
+                 }),
+      client);
   auto listener = std::make_shared<const PageListener>(
       PageScripts(configuration.userContentController, parts.context->options.longestMessage), parts.loader,
       parts.capture, parts.responsiveness, client);
@@ -112,7 +119,6 @@ QtWebEngine::~QtWebEngine() {
   Parts& parts = *parts_;
   setSurface(nullptr, nullptr);
   parts.loader->end();
-  parts.responsiveness->end();
   parts.page->setHandlers({});
   parts.evaluations->settleAll({WebError::Kind::processTerminated, "The web view has ended", {}});
   parts.view->hide();
