@@ -10,6 +10,7 @@
 #include <csignal>
 #include <filesystem>
 #include <map>
+#include <ranges>
 #include <utility>
 
 #include "corvane/platform/qt/qt_backend.h"
@@ -104,7 +105,7 @@ class QtPointer final : public TestPointer {
           nativeWindow(), kind, values[std::to_underlying(key)], Qt::NoModifier, text);
     };
     for (const Key key : chord) sendKey(QEvent::KeyPress, key);
-    for (auto key = std::rbegin(chord); key != std::rend(chord); ++key) sendKey(QEvent::KeyRelease, *key);
+    for (const Key key : std::views::reverse(chord)) sendKey(QEvent::KeyRelease, key);
   }
 
  private:

@@ -84,8 +84,9 @@ class RealCall : public testing::TestWithParam<RealEngineMaker> {
     const auto colourAt = platform_->takePicture();
     std::vector<Colour> colours;
     for (int step = 0; step < 400; ++step) {
+      const int row = step / 20;
       const CGFloat right = area.minX() + area.size.width * (step % 20 + 0.5) / 20;
-      const CGFloat down = area.minY() + area.size.height * (step / 20 + 0.5) / 20;
+      const CGFloat down = area.minY() + area.size.height * (row + 0.5) / 20;
       colours.push_back(colourAt(static_cast<int>(right), static_cast<int>(down)));
     }
     return colours;
