@@ -12,7 +12,7 @@ cmake --install "$build" --component development --prefix "$work" >/dev/null
 
 differs=0
 compared=0
-for library in corvane/libcorvane.so corvane/platform/gtk/libcorvane-gtk.so; do
+for library in corvane/libcorvane.so corvane/platform/gtk/libcorvane-gtk.so corvane/platform/qt/libcorvane-qt.so; do
   name=$(basename "$library" .so)
   [ -e "$build/$library" ] || { echo "skipped: $name is not built"; continue; }
   abidw --headers-dir "$work/include" --drop-private-types --suppressions public_types.ini --exported-interfaces-only \
