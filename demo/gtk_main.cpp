@@ -49,7 +49,7 @@ int run(const demo::DemoOptions& options) {
     std::fprintf(stderr, "demo: %s\n", products.error().c_str());
     return 1;
   }
-  const std::string page = (*server)->address(options.page);
+  const std::string page = (*server)->address("agent_tool/" + options.page);
   const bool isGood = options.isDeclarative ? runIn<demo::DeclarativeWindow>(options, page, *products)
                                             : runIn<demo::HostWindow>(options, page, *products);
   if (!isGood) std::fputs("demo: the tour did not come to its end\n", stderr);

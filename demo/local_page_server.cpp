@@ -3,11 +3,14 @@
 #include <libsoup/soup.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <span>
 #include <system_error>
 #include <utility>
+
+#include "demo/mailbox.h"
 
 namespace corvane::demo {
 
@@ -33,12 +36,11 @@ constexpr std::array contentTypes{
     ContentType{".png", "image/png"},
 };
 
+/// Null for what no page consists of.
 const char* contentTypeOf(const std::filesystem::path& file) {
   const std::string extension = file.extension().string();
-  for (const ContentType& known : contentTypes) {
-    if (known.extension == extension) return known.type;
-  }
-  return "application/octet-stream";
+  const auto known = std::ranges::find(contentTypes, extension, &ContentType::extension);
+  return known != contentTypes.end() ? known->type : nullptr;
 }
 
 std::optional<std::string> makeSecret() {
@@ -58,7 +60,7 @@ std::optional<std::string> makeSecret() {
 std::optional<std::filesystem::path> findFile(const std::filesystem::path& folder, std::string_view name) {
   std::error_code error;
   std::filesystem::path file = std::filesystem::canonical(folder / std::filesystem::path(name).relative_path(), error);
-  if (error || !std::filesystem::is_regular_file(file, error)) return std::nullopt;
+  if (error || !std::filesystem::is_regular_file(file, error) || contentTypeOf(file) == nullptr) return std::nullopt;
   for (const auto& part : file.lexically_relative(folder)) {
     if (part.string().starts_with('.')) return std::nullopt;
   }
@@ -73,38 +75,69 @@ struct LocalPageServer::Service {
   std::string prefix;
   guint port = 0;
   std::unique_ptr<SoupServer, Free> server;
+  Mailbox mailbox;
 
   ~Service() {
     if (server != nullptr) soup_server_disconnect(server.get());
   }
 
-  static void answer(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*, gpointer data) noexcept;
+  static void answer(SoupServer*, SoupServerMessage* message, const char* path, GHashTable* query,
+                     gpointer data) noexcept;
+  void sendFile(SoupServerMessage* message, std::string_view name) const;
+  void useMailbox(SoupServerMessage* message, std::string_view box, GHashTable* query);
 };
 
-void LocalPageServer::Service::answer(SoupServer*, SoupServerMessage* message, const char* path, GHashTable*,
+void LocalPageServer::Service::answer(SoupServer*, SoupServerMessage* message, const char* path, GHashTable* query,
                                       gpointer data) noexcept {
-  const auto& service = *static_cast<const Service*>(data);
-  const std::string_view method = soup_server_message_get_method(message);
-  if (method != "GET" && method != "HEAD") {
-    return soup_server_message_set_status(message, SOUP_STATUS_METHOD_NOT_ALLOWED, nullptr);
-  }
-  // The server also hands over paths that merely begin like ours.
-  const std::string_view asked = path;
-  const auto file =
-      asked.starts_with(service.prefix) ? findFile(service.folder, asked.substr(service.prefix.size())) : std::nullopt;
-  char* contents = nullptr;
-  gsize length = 0;
-  if (!file || g_file_get_contents(file->c_str(), &contents, &length, nullptr) == FALSE) {
-    return soup_server_message_set_status(message, SOUP_STATUS_NOT_FOUND, nullptr);
-  }
+  auto& service = *static_cast<Service*>(data);
   SoupMessageHeaders* headers = soup_server_message_get_response_headers(message);
   soup_message_headers_replace(headers, "X-Content-Type-Options", "nosniff");
   // Whoever works on the pages wants to see what they say now.
   soup_message_headers_replace(headers, "Cache-Control", "no-cache");
   // Versions of the server before 3.3 never notice that an idle connection has been closed by the other side.
   soup_message_headers_replace(headers, "Connection", "close");
+  std::string_view asked = path;
+  // The server also hands over paths that merely begin like ours.
+  if (!asked.starts_with(service.prefix)) {
+    return soup_server_message_set_status(message, SOUP_STATUS_NOT_FOUND, nullptr);
+  }
+  asked.remove_prefix(service.prefix.size());
+  constexpr std::string_view mailbox = "mailbox/";
+  if (asked.starts_with(mailbox)) return service.useMailbox(message, asked.substr(mailbox.size()), query);
+  service.sendFile(message, asked);
+}
+
+void LocalPageServer::Service::sendFile(SoupServerMessage* message, std::string_view name) const {
+  const std::string_view method = soup_server_message_get_method(message);
+  if (method != "GET" && method != "HEAD") {
+    return soup_server_message_set_status(message, SOUP_STATUS_METHOD_NOT_ALLOWED, nullptr);
+  }
+  const auto file = findFile(folder, name);
+  char* contents = nullptr;
+  gsize length = 0;
+  if (!file || g_file_get_contents(file->c_str(), &contents, &length, nullptr) == FALSE) {
+    return soup_server_message_set_status(message, SOUP_STATUS_NOT_FOUND, nullptr);
+  }
   soup_server_message_set_status(message, SOUP_STATUS_OK, nullptr);
   soup_server_message_set_response(message, contentTypeOf(*file), SOUP_MEMORY_TAKE, contents, length);
+}
+
+void LocalPageServer::Service::useMailbox(SoupServerMessage* message, std::string_view box, GHashTable* query) {
+  if (std::string_view(soup_server_message_get_method(message)) == "POST") {
+    const SoupMessageBody* const body = soup_server_message_get_request_body(message);
+    const bool isTaken = mailbox.post(box, {body->data, static_cast<std::size_t>(body->length)});
+    return soup_server_message_set_status(message, isTaken ? SOUP_STATUS_NO_CONTENT : SOUP_STATUS_BAD_REQUEST, nullptr);
+  }
+  const auto* const after = static_cast<const char*>(query != nullptr ? g_hash_table_lookup(query, "after") : nullptr);
+  std::optional<std::uint64_t> from;
+  guint64 number = 0;
+  if (after != nullptr && g_ascii_string_to_unsigned(after, 10, 0, G_MAXUINT64, &number, nullptr) != FALSE) {
+    from = number;
+  }
+  const std::string answer = mailbox.read(box, from);
+  soup_server_message_set_status(message, SOUP_STATUS_OK, nullptr);
+  soup_server_message_set_response(message, "application/json; charset=utf-8", SOUP_MEMORY_COPY, answer.data(),
+                                   answer.size());
 }
 
 std::expected<std::unique_ptr<LocalPageServer>, std::string> LocalPageServer::start(

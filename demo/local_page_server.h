@@ -9,13 +9,15 @@
 
 namespace corvane::demo {
 
-/// Serves the files of one folder, read-only, to this machine.
+/// Serves the pages in one folder, read-only, to this machine, and carries words between two of them: what one posts to
+/// `mailbox/ROOM/SIDE` the other gets from there.
 ///
 /// Every user of the machine can reach the port, so all addresses carry a random secret; nothing is served without it.
 ///
 /// Ownership: owned by its maker; the port closes with it.
 /// Threads:   the thread of the GLib default main context, which it answers on.
-/// Failure:   `start` gives a text; a file that is missing, hidden or outside of the folder is answered with 404.
+/// Failure:   `start` gives a text; a file that is missing, hidden, no part of a page or outside of the folder is
+///            answered with 404.
 class LocalPageServer {
  public:
   /// Starts to serve on a free port of 127.0.0.1.

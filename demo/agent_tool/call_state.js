@@ -19,6 +19,7 @@ const statusesAllowing = {
   reconnect: [CallStatus.reconnecting, CallStatus.waitingButLostRemote],
   loseCustomer: [CallStatus.running, CallStatus.paused],
   forward: [CallStatus.running],
+  mute: [CallStatus.running, CallStatus.reconnecting, CallStatus.waitingButLostRemote],
   endCall: Object.values(CallStatus).filter(
     (status) => status !== CallStatus.disconnecting && status !== CallStatus.disconnected,
   ),

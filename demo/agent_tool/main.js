@@ -6,19 +6,32 @@ import { Cart } from "./cart.js";
 import { HostActions } from "./host_actions.js";
 import { HostState } from "./host_state.js";
 import { showHostState } from "./host_state_view.js";
+import { productBySku } from "./known_products.js";
 import { logKeptBack, logPosted, logReceived } from "./message_log.js";
-import { booking, organisation, usesSsoLogin, wantsTour, wantsTourWithHost } from "./page_address.js";
+import {
+  beginsByItself,
+  booking,
+  organisation,
+  usesSsoLogin,
+  wantsRealCall,
+  wantsTour,
+  wantsTourWithHost,
+} from "./page_address.js";
 import { pause } from "./pause.js";
 import { needsReloadFor, reloadWith, troubleAtStart } from "./post_action_switch.js";
 import { startPreview, stopPreview } from "./preview.js";
 import { showCart, showProducts } from "./product_view.js";
 import { CallStatus, EventType, postEvent } from "./protocol.js";
+import { canHoldCalls, RealCall } from "./real_call.js";
+import { showCustomer, showMuted, showNotice } from "./real_call_view.js";
 import { requestsOf } from "./requests.js";
 import { runTour } from "./tour.js";
 import { troubleFrom, Troubles } from "./trouble.js";
 import { fieldsAreUsable, showTrouble, wishOf } from "./trouble_view.js";
 
 const timeToHangUp = 350;
+// As many as the other side shows, and as fit into one message of the connection.
+const mostProductsShared = 100;
 
 const localeSelect = document.querySelector("#locale-select");
 
@@ -32,12 +45,17 @@ function post(eventType, data) {
 
 function refreshProducts() {
   showProducts(callProducts.articles, localeSelect.value);
+  refreshCart();
+}
+
+function refreshCart() {
   showCart(cart, localeSelect.value);
+  realCall?.shareShop();
 }
 
 const callProducts = new CallProducts(() => refreshProducts());
 
-const cart = new Cart(() => showCart(cart, localeSelect.value));
+const cart = new Cart(() => refreshCart());
 
 const call = new CallState((status) => {
   post(EventType.callStatus, { status });
@@ -48,6 +66,34 @@ const call = new CallState((status) => {
     stopPreview();
   }
 });
+
+const realCall = wantsRealCall && canHoldCalls ? makeRealCall() : null;
+
+function makeRealCall() {
+  document.body.dataset.call = "real";
+  return new RealCall({
+    booking,
+    call,
+    capture: startPreview,
+    showCustomer,
+    customerCame(locale) {
+      post(EventType.callStarted, { clientPlatform: { language: { locale } } });
+    },
+    heard: hearCustomer,
+    shop: () => ({
+      products: callProducts.articles.slice(0, mostProductsShared),
+      lines: cart.lines.map(({ sku, quantity }) => ({ product: productBySku(sku), quantity })),
+    }),
+  });
+}
+
+// The customer fills the same cart, with what the page knows; the host hears of it as of the agent's own doing.
+function hearCustomer({ change, remove }) {
+  const sku = change?.sku ?? remove?.sku;
+  if (!callProducts.has(sku) && cart.quantityOf(sku) === 0) return;
+  if (change) changeQuantity(sku, Math.sign(Number(change.difference) || 0));
+  else removeFromCart(sku);
+}
 
 const hostState = new HostState(() => {
   showHostState(hostState);
@@ -79,25 +125,39 @@ function changeQuantity(sku, difference) {
   post(EventType.productUpdatedInCart, { sku, quantity });
 }
 
+function removeFromCart(sku) {
+  cart.remove(sku);
+  post(EventType.productRemovedFromCart, { sku, quantity: 0 });
+}
+
 const actions = {
   minimize() {
     post(EventType.minimize);
     hostState.askedToMinimize();
   },
 
-  startCall: () => call.moveTo(CallStatus.starting),
+  async startCall() {
+    if (!realCall) return call.moveTo(CallStatus.starting);
+    try {
+      await realCall.start();
+    } catch (error) {
+      showNotice(`No customer can join: ${error.message}`);
+    }
+  },
   nextStep: () => call.moveToNextStep(),
   customerJoins() {
     post(EventType.callStarted, { clientPlatform: { language: { locale: localeSelect.value } } });
     call.moveTo(CallStatus.running);
   },
-  pause: () => call.moveTo(CallStatus.paused),
-  resume: () => call.moveTo(CallStatus.running),
+  pause: () => (realCall ? realCall.setPaused(true) : call.moveTo(CallStatus.paused)),
+  resume: () => (realCall ? realCall.setPaused(false) : call.moveTo(CallStatus.running)),
+  mute: () => showMuted(realCall.toggleSound()),
   loseConnection: () => call.moveTo(CallStatus.reconnecting),
   loseCustomer: () => call.moveTo(CallStatus.waitingButLostRemote),
   reconnect: () => call.moveTo(CallStatus.running),
   forward: () => call.moveTo(CallStatus.forwarding),
   async endCall() {
+    if (realCall) return realCall.end();
     call.moveTo(CallStatus.disconnecting);
     await pause(timeToHangUp);
     if (call.status === CallStatus.disconnecting) call.moveTo(CallStatus.disconnected);
@@ -114,10 +174,7 @@ const actions = {
   addToCart: ({ sku }) => changeQuantity(sku, 1),
   increaseInCart: ({ sku }) => changeQuantity(sku, 1),
   decreaseInCart: ({ sku }) => changeQuantity(sku, -1),
-  removeFromCart({ sku }) {
-    cart.remove(sku);
-    post(EventType.productRemovedFromCart, { sku, quantity: 0 });
-  },
+  removeFromCart: ({ sku }) => removeFromCart(sku),
   removeFromCall({ sku }) {
     callProducts.remove(sku);
     post(EventType.productRemovedFromCall, { sku, quantity: 1 });
@@ -162,9 +219,12 @@ refreshProducts();
 showHostState(hostState);
 troubles.choose(troubleFrom(troubleAtStart()));
 
+if (!canHoldCalls) showNotice("This engine cannot hold calls, so the states of one are played.");
+
 // For whoever tests a host against this page.
 window.agentTool = Object.freeze({
   setTrouble,
+  connection: () => realCall?.connection ?? null,
   state: () => ({
     status: call.status,
     productsInCall: callProducts.skus,
@@ -177,4 +237,5 @@ window.agentTool = Object.freeze({
 });
 
 // The host can hear this page only once the whole document has loaded.
+if (realCall && beginsByItself) window.addEventListener("load", () => perform("startCall"));
 if (wantsTour) window.addEventListener("load", () => runTour(perform, { withHost: wantsTourWithHost }));

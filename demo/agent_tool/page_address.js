@@ -5,3 +5,6 @@ export const booking = items.get("connectId") || "no booking";
 export const usesSsoLogin = items.get("ssoLogin") === "true";
 export const wantsTourWithHost = window.location.hash === "#tour-with-host";
 export const wantsTour = wantsTourWithHost || window.location.hash === "#tour";
+// A call with a customer on a page of their own, which may begin by itself; otherwise the states are only played.
+export const beginsByItself = window.location.hash === "#call-now";
+export const wantsRealCall = beginsByItself || window.location.hash === "#call";

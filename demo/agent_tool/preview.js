@@ -25,12 +25,12 @@ function release(released) {
   for (const track of released.getTracks()) track.stop();
 }
 
-// Settles once the outcome is on the screen, whether a picture or a refusal.
+// Settles once the outcome is on the screen: with the stream that is shown, or with null.
 export async function startPreview() {
   stopPreview();
   if (!navigator.mediaDevices?.getUserMedia) {
     show("failed", "Camera and microphone are not available here.");
-    return;
+    return null;
   }
 
   const thisAttempt = ++attempt;
@@ -40,7 +40,7 @@ export async function startPreview() {
     // The answer may arrive after the call was ended; then nobody wants it.
     if (thisAttempt !== attempt) {
       release(granted);
-      return;
+      return null;
     }
     stream = granted;
     for (const track of granted.getTracks()) {
@@ -51,10 +51,12 @@ export async function startPreview() {
     picture.srcObject = granted;
     show("live", "");
     await picture.play();
+    return granted;
   } catch (error) {
-    if (thisAttempt !== attempt) return;
+    if (thisAttempt !== attempt) return null;
     stopPreview();
     show("failed", explanations[error.name] ?? `The preview did not start (${error.name}).`);
+    return null;
   }
 }
 

@@ -1,11 +1,14 @@
 // Two pages that see and hear each other, where the engine can do that. Nothing is made up but the devices.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <chrono>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/platform/web/engine_capabilities.h"
 #include "corvane/platform/web/wk_web_view.h"
 #include "tests/contract/real_engine_platform.h"
 
@@ -51,15 +54,21 @@ class RealCall : public testing::TestWithParam<RealEngineMaker> {
     platform_ = GetParam().make(reason);
     if (platform_ == nullptr) GTEST_SKIP() << reason;
     platform_->setPromptAnswer(true);
-    for (const auto& side : {agent_, customer_}) {
-      platform_->show(side);
-      const auto page = WKWebView::create(side->bounds(), {});
-      side->addSubview(page);
-      page->load({.url = platform_->page("plain.html")});
-      ASSERT_TRUE(waitFor(side, "typeof post === 'function' && document.readyState === 'complete'"));
-      if (!holds(side, "typeof RTCPeerConnection === 'function'")) GTEST_SKIP() << "the engine has no peer connections";
-      ASSERT_TRUE(platform_->evaluate(*side, callScript));
-    }
+    bool canHoldCalls = false;
+    bool isKnown = false;
+    WebEngineFactory::current().queryCapabilities([&](const EngineCapabilities& found) {
+      isKnown = true;
+      canHoldCalls = found.hasPeerConnections;
+    });
+    ASSERT_TRUE(platform_->runUntil([&] { return isKnown; }));
+    if (!canHoldCalls) GTEST_SKIP() << "the engine has no peer connections";
+    for (const auto& side : {agent_, customer_}) platform_->show(side);
+  }
+
+  void loadPage(const std::shared_ptr<UIView>& side, const std::string& address) {
+    const auto page = WKWebView::create(side->bounds(), {});
+    side->addSubview(page);
+    page->load({.url = address});
   }
 
   bool holds(const std::shared_ptr<UIView>& side, std::string_view condition) {
@@ -102,6 +111,11 @@ class RealCall : public testing::TestWithParam<RealEngineMaker> {
 };
 
 TEST_P(RealCall, TwoPagesSeeEachOtherAtFullSizeFloatingAndHidden) {
+  for (const auto& side : {agent_, customer_}) {
+    loadPage(side, platform_->page("plain.html"));
+    ASSERT_TRUE(waitFor(side, "typeof post === 'function' && document.readyState === 'complete'"));
+    ASSERT_TRUE(platform_->evaluate(*side, callScript));
+  }
   ASSERT_TRUE(platform_->evaluate(*agent_, "void call.offer()"));
   ASSERT_NO_FATAL_FAILURE(carryWords(agent_, customer_));
   ASSERT_NO_FATAL_FAILURE(carryWords(customer_, agent_));
@@ -121,6 +135,59 @@ TEST_P(RealCall, TwoPagesSeeEachOtherAtFullSizeFloatingAndHidden) {
   ASSERT_TRUE(platform_->evaluate(*agent_, "call.end()"));
   EXPECT_TRUE(holds(agent_, "call.stream.getTracks().every((track) => track.readyState === 'ended')"));
   EXPECT_TRUE(waitFor(customer_, "call.state !== 'connected'"));
+}
+
+/// Counts the frames that come from the other side, in `frames`.
+constexpr std::string_view watchScript = R"((() => {
+  window.frames_ = 0;
+  setInterval(async () => {
+    const connection = (window.agentTool ?? window.customer).connection();
+    for (const report of connection ? (await connection.getStats()).values() : [])
+      if (report.kind === "video" && report.framesDecoded) window.frames_ = report.framesDecoded;
+  }, 100);
+})())";
+
+TEST_P(RealCall, ThePagesOfTheDemoTalkAboutTheShopUntilOneHangsUp) {
+  const auto view = VelnorAgentView::create(Region::custom(platform_->demoPage("agent_tool/index.html#call-now")),
+                                            "shop", /*enableSSO=*/false);
+  std::vector<std::string> events;
+  view->setEventHandler([&](const AgentEvent& event) { events.push_back(encodeJson(event)); });
+  const auto waitForEvent = [&](std::string_view event) {
+    return platform_->runUntil([&] { return std::ranges::count(events, event) > 0; });
+  };
+  view->setFrame(agent_->bounds());
+  agent_->addSubview(view);
+  view->loadBooking("b 1");
+  loadPage(customer_, platform_->demoPage("customer/index.html?booking=b%201&locale=fr-CH#auto"));
+  ASSERT_TRUE(waitForEvent(R"({"clientLocale":{"locale":"fr-CH"}})")) << testing::PrintToString(events);
+  ASSERT_TRUE(platform_->runUntil([&] { return view->callSessionStatus() == CallSessionStatus::running; }));
+  for (const auto& side : {agent_, customer_}) {
+    ASSERT_TRUE(platform_->evaluate(*side, watchScript));
+    EXPECT_TRUE(grows(side, "frames_"));
+  }
+  EXPECT_EQ(view->captureState(AVMediaType::video), CaptureState::active);
+
+  view->addProductToCart("SCARF-MERINO-GREY", [](const auto&) {});
+  ASSERT_TRUE(
+      waitFor(customer_, "document.querySelector('#cart [data-wish=add][data-sku=SCARF-MERINO-GREY]') !== null"));
+  ASSERT_TRUE(platform_->evaluate(*customer_, "document.querySelector('#cart [data-wish=add]').click()"));
+  EXPECT_TRUE(waitForEvent(R"({"productUpdateInCart":{"data":{"sku":"SCARF-MERINO-GREY","quantity":2}}})"))
+      << testing::PrintToString(events);
+
+  // The customer goes and comes back.
+  ASSERT_TRUE(platform_->evaluate(*customer_, "document.querySelector('#leave').click()"));
+  ASSERT_TRUE(
+      platform_->runUntil([&] { return view->callSessionStatus() == CallSessionStatus::waitingButLostRemote; }));
+  ASSERT_TRUE(platform_->evaluate(*customer_, "document.querySelector('#join').click()"));
+  ASSERT_TRUE(platform_->runUntil([&] { return view->callSessionStatus() == CallSessionStatus::running; }));
+  ASSERT_TRUE(waitFor(customer_, "customer.state() === 'connected'"));
+  EXPECT_TRUE(waitFor(customer_, "document.querySelector('#cart .quantity')?.textContent === '2'"));
+
+  ASSERT_TRUE(platform_->evaluate(*agent_, "document.querySelector('[data-action=endCall]').click()"));
+  ASSERT_TRUE(platform_->runUntil([&] { return view->callSessionStatus() == CallSessionStatus::disconnected; }));
+  EXPECT_TRUE(waitFor(customer_, "customer.state() === 'ended' && customer.connection() === null"));
+  EXPECT_TRUE(platform_->runUntil([&] { return view->captureState(AVMediaType::video) == CaptureState::none; }));
+  view->removeFromSuperview();
 }
 
 INSTANTIATE_TEST_SUITE_P(, RealCall, testing::ValuesIn(realEngines()),

@@ -39,10 +39,10 @@ void TestPointer::moveInSteps(CGPoint to) {
 
 std::string RealEnginePlatform::begin() {
   auto server = demo::LocalPageServer::start(CORVANE_TEST_PAGES);
-  auto agentTool = demo::LocalPageServer::start(CORVANE_AGENT_TOOL);
-  if (!server || !agentTool) return (server ? agentTool : server).error();
+  auto demoPages = demo::LocalPageServer::start(CORVANE_DEMO_PAGES);
+  if (!server || !demoPages) return (server ? demoPages : server).error();
   server_ = *std::move(server);
-  agentTool_ = *std::move(agentTool);
+  demoPages_ = *std::move(demoPages);
   return {};
 }
 
@@ -56,7 +56,7 @@ std::function<void(const WKMediaCaptureRequest&, std::move_only_function<void(bo
 std::string RealEnginePlatform::address(PageKind kind) {
   switch (kind) {
     case PageKind::agentTool:
-      return agentTool_->address("index.html");
+      return demoPage("agent_tool/index.html");
     case PageKind::plain:
       return page("plain.html");
     case PageKind::closedPort:
@@ -70,6 +70,7 @@ std::string RealEnginePlatform::address(PageKind kind) {
 }
 
 std::string RealEnginePlatform::page(std::string_view file) const { return server_->address(file); }
+std::string RealEnginePlatform::demoPage(std::string_view file) const { return demoPages_->address(file); }
 
 bool RealEnginePlatform::runUntil(const std::function<bool()>& condition) {
   return test::runMainContextUntil(condition);

@@ -85,6 +85,8 @@ class RealEnginePlatform : public ContractPlatform {
 
   /// The address of one of the test pages.
   [[nodiscard]] std::string page(std::string_view file) const;
+  /// The address of a page of the demo.
+  [[nodiscard]] std::string demoPage(std::string_view file) const;
   /// Runs a script in the page that a view shows, and waits for its result.
   [[nodiscard]] EvaluationResult evaluate(const UIView& view, std::string_view script);
   /// Takes a picture of the window; the result gives the colour of single pixels, black where there is no picture.
@@ -113,7 +115,7 @@ class RealEnginePlatform : public ContractPlatform {
 
  private:
   std::unique_ptr<demo::LocalPageServer> server_;
-  std::unique_ptr<demo::LocalPageServer> agentTool_;
+  std::unique_ptr<demo::LocalPageServer> demoPages_;
   TroubleServer trouble_;
   bool promptAnswer_ = false;
   int promptCount_ = 0;
