@@ -114,7 +114,7 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
       }));
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitScriptDialog*)>(
       parts.webView.get(), "script-dialog", answerDialog));
-  const auto notify = [&](const char* signal, auto tell) {
+  const auto notify = [&](const char* signal, const auto& tell) {
     parts.connections.push_back(SignalConnection::make<void(WebKitWebView*, GParamSpec*)>(
         parts.webView.get(), signal, [client, tell](WebKitWebView* webView, GParamSpec*) {
           if (const auto receiver = client.lock()) tell(*receiver, webView);
