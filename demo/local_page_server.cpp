@@ -39,7 +39,7 @@ constexpr std::array contentTypes{
 /// Null for what no page consists of.
 const char* contentTypeOf(const std::filesystem::path& file) {
   const std::string extension = file.extension().string();
-  const auto known = std::ranges::find(contentTypes, extension, &ContentType::extension);
+  const auto* const known = std::ranges::find(contentTypes, extension, &ContentType::extension);
   return known != contentTypes.end() ? known->type : nullptr;
 }
 

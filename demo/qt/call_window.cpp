@@ -127,7 +127,7 @@ QWidget* CallWindow::makeProducts(const std::vector<Product>& products) {
 QWidget* CallWindow::makeBar() {
   auto* const bar = new QWidget;
   bar->setFixedHeight(barHeight);
-  auto* const row = new QHBoxLayout(bar);
+  auto* const row = new QHBoxLayout;
   for (const char* const name : {"Call", "Products"}) {
     auto* const tab = new QPushButton(QLatin1String(name));
     tab->setCheckable(true);
@@ -136,6 +136,7 @@ QWidget* CallWindow::makeBar() {
     row->addWidget(tab);
     tabs_.push_back(tab);
   }
+  bar->setLayout(row);
   return bar;
 }
 
