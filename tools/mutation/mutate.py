@@ -103,7 +103,7 @@ class Checkout:
                    f"-DCMAKE_CXX_FLAGS=-O0 -w -D_GLIBCXX_ASSERTIONS -ferror-limit=0 -fno-caret-diagnostics -fbracket-depth=1024 -Xclang -fno-pch-timestamp -I{TREE}",
                    "-DCMAKE_EXE_LINKER_FLAGS=-fuse-ld=lld-19", "-DCMAKE_SHARED_LINKER_FLAGS=-fuse-ld=lld-19",
                    "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON", "-DCMAKE_GTEST_DISCOVER_TESTS_DISCOVERY_MODE=PRE_TEST",
-                   "-DCORVANE_GTK=OFF"]
+                   "-DCORVANE_GTK=OFF", "-DCORVANE_QT=OFF"]
         hook = WORK / "precompiled.cmake"
         hook.write_text("".join(
             f"cmake_language(DEFER CALL target_precompile_headers {target} PRIVATE {' '.join(f'<{name}>' for name in names)})\n"
