@@ -31,7 +31,7 @@
 #include "corvane/platform/gtk/gtk_web_engine.h"
 #include "corvane/platform/gtk/signal_connection.h"
 #include "corvane/platform/web/wk_web_view.h"
-#include "demo/local_page_server.h"
+#include "demo/server/local_page_server.h"
 
 namespace corvane::benchmarks {
 namespace {

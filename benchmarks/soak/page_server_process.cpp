@@ -10,7 +10,7 @@
 #include <cstdlib>
 #include <vector>
 
-#include "demo/local_page_server.h"
+#include "demo/server/local_page_server.h"
 
 namespace corvane::soak {
 

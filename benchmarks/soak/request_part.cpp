@@ -11,7 +11,7 @@
 #include "benchmarks/soak/parts.h"
 #include "benchmarks/soak/random_source.h"
 #include "benchmarks/soak/request_ledger.h"
-#include "demo/shop_products.h"
+#include "demo/shop/shop_products.h"
 
 namespace corvane::soak {
 

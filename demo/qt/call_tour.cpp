@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "corvane/platform/qt/qt_screenshot.h"
-#include "demo/shop_products.h"
+#include "demo/shop/shop_products.h"
 
 namespace corvane::demo {
 

@@ -8,8 +8,8 @@
 #include <QVBoxLayout>
 
 #include "corvane/agent_view/minimized_state.h"
-#include "demo/event_printer.h"
-#include "demo/shop_products.h"
+#include "demo/shop/event_printer.h"
+#include "demo/shop/shop_products.h"
 
 namespace corvane::demo {
 

@@ -10,8 +10,8 @@
 
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/qt/qt_surface.h"
-#include "demo/shop_cart.h"
-#include "demo/shop_requests.h"
+#include "demo/shop/shop_cart.h"
+#include "demo/shop/shop_requests.h"
 
 class QLabel;
 class QPushButton;

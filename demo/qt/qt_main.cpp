@@ -7,12 +7,12 @@
 #include <string>
 
 #include "corvane/platform/qt/qt_backend.h"
-#include "demo/demo_options.h"
-#include "demo/local_page_server.h"
 #include "demo/qt/call_tour.h"
 #include "demo/qt/call_window.h"
 #include "demo/qt/customer_window.h"
-#include "demo/shop_products.h"
+#include "demo/server/local_page_server.h"
+#include "demo/shop/demo_options.h"
+#include "demo/shop/shop_products.h"
 
 namespace {
 

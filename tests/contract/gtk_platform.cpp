@@ -11,7 +11,7 @@
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
 #include "corvane/platform/gtk/signal_connection.h"
-#include "demo/pointer_input.h"
+#include "demo/gtk/pointer_input.h"
 #include "tests/contract/gtk_platform.h"
 
 namespace corvane::contract {

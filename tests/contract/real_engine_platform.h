@@ -9,7 +9,7 @@
 #include <string_view>
 
 #include "corvane/platform/views/touch_event.h"
-#include "demo/local_page_server.h"
+#include "demo/server/local_page_server.h"
 #include "tests/contract/contract_platform.h"
 #include "tests/contract/trouble_server.h"
 
