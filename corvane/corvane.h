@@ -40,3 +40,4 @@
 #include "corvane/product/product.h"
 #include "corvane/product/product_spec_error.h"
 #include "corvane/product/variation_factory.h"
+#include "corvane/version.h"

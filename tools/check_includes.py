@@ -9,7 +9,7 @@ from pathlib import Path
 ROOT = Path(__file__).resolve().parents[1]
 # The folders from the ground up. A file may include its own folder and those of the lines before.
 LAYERS = [
-    ["corvane/export.h"],
+    ["corvane/export.h", "corvane/version.h"],
     ["corvane/platform/foundation", "corvane/platform/geometry"],
     ["corvane/platform/views", "corvane/platform/capture"],
     ["corvane/platform/web", "corvane/platform/declarative"],

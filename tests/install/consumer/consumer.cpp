@@ -9,6 +9,8 @@
 
 using namespace corvane;
 
+static_assert(CORVANE_VERSION >= CORVANE_VERSION_NUMBER(0, 1, 0));
+
 DetachedTask fillCart(std::shared_ptr<VelnorAgentView> view, bool& isFilled) {
   const bool isAdded = !co_await awaiting(*view).addProductToCart("SHIRT-M");
   const auto cart = co_await awaiting(*view).getCartStatus();
