@@ -20,8 +20,8 @@ bool startProgram(int count, char** arguments, std::string address, Run& run) {
   std::vector<char*> command(arguments + 1, arguments + count);
   command.push_back(address.data());
   command.push_back(nullptr);
-  constexpr auto flags = static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_SEARCH_PATH |
-                                                  G_SPAWN_CHILD_INHERITS_STDIN);
+  constexpr auto flags =
+      static_cast<GSpawnFlags>(G_SPAWN_DO_NOT_REAP_CHILD | G_SPAWN_SEARCH_PATH | G_SPAWN_CHILD_INHERITS_STDIN);
   GPid program = 0;
   GError* error = nullptr;
   if (g_spawn_async(nullptr, command.data(), nullptr, flags, nullptr, nullptr, &program, &error) == FALSE) {
