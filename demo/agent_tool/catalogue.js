@@ -3,7 +3,7 @@ export const products = Object.freeze([
     sku: "SHIRT-OXFORD-M-BLUE",
     name: "Oxford shirt",
     variant: "Blue, M",
-    priceInCents: 7990,
+    priceInCents: 5995,
     picture: {
       background: "#dbe7f6",
       colour: "#4a78b5",
@@ -15,7 +15,7 @@ export const products = Object.freeze([
     sku: "JEANS-SLIM-32-INDIGO",
     name: "Slim jeans",
     variant: "Indigo, 32",
-    priceInCents: 11900,
+    priceInCents: 7400,
     picture: {
       background: "#e3e1f3",
       colour: "#3d3f86",
@@ -27,7 +27,7 @@ export const products = Object.freeze([
     sku: "SCARF-MERINO-GREY",
     name: "Merino scarf",
     variant: "Grey",
-    priceInCents: 4950,
+    priceInCents: 4990,
     picture: {
       background: "#e9e7e4",
       colour: "#77777d",
@@ -47,4 +47,4 @@ export const products = Object.freeze([
       detail: "M8 31h32M20 21l4-3M23 24l4-2",
     },
   },
-].map((product) => Object.freeze({ ...product, currency: "CHF" })));
+].map((product) => Object.freeze({ ...product, currency: "EUR" })));
