@@ -83,6 +83,7 @@ TEST_F(ViewMountTest, KeepsPlatformViewsByPlaceAndTypeAndFollowsWhatBodiesRead) 
   model_.number.set(2);
   model_.isOn.set(true);
   EXPECT_EQ(evaluations, 1) << "never inside the change";
+  EXPECT_EQ(loop().pendingTaskCount(), 1U);
   loop().runUntilIdle();
   EXPECT_EQ(evaluations, 2) << "once for all changes";
   EXPECT_THAT(shown(), ElementsAre("back 2", "middle", "front"));
@@ -131,11 +132,18 @@ TEST_F(ViewMountTest, OnlyBodiesThatReadTheValueAreEvaluatedAgain) {
   EXPECT_THAT(std::exchange(evaluated, {}), ElementsAre("outer", "a", "c"));
   EXPECT_THAT(takeLog(), ElementsAre("make a", "-b", "+a"));
 
-  host_->show(ZStack{inner("c", false), inner("b", true)});
+  const auto late = [&](const char* name) {
+    return Composed{[&, name] { return when(other.isOn.value(), [&, name] { return noted(name); }); }};
+  };
+  host_->show(ZStack{late("first"), inner("c", false), inner("b", true), late("last")});
   evaluated.clear();
   model_.number.set(2);
   loop().runUntilIdle();
   EXPECT_THAT(evaluated, ElementsAre("b"));
+  other.isOn.set(true);
+  loop().runUntilIdle();
+  EXPECT_THAT(evaluated, ElementsAre("b")) << "it has been evaluated since";
+  EXPECT_THAT(shown(), ElementsAre("first", "c", "b", "last"));
 }
 
 /// Reads a value where the modifier is applied.
@@ -191,7 +199,11 @@ TEST_F(ViewMountTest, BodiesInsideOfAnythingFollowWhatTheyReadNowAndInTheirPlace
   loop().runUntilIdle();
   EXPECT_EQ(shown().back(), "g2");
   const AnyView same = noted("same");
-  host_->show(ZStack{same, same});
+  for (int time = 0; time < 2; ++time) {
+    host_->show(same);
+    EXPECT_THAT(shown(), ElementsAre("same"));
+  }
+  for (int time = 0; time < 2; ++time) host_->show(ZStack{same, same});
   EXPECT_THAT(shown(), ElementsAre("same", "same"));
 }
 
@@ -202,6 +214,7 @@ TEST_F(ViewMountTest, IdentityIsTypeAndPlaceUnlessItIsSaid) {
   EXPECT_THAT(shown(), ElementsAre("b"));
   host_->show(noted("c") | id(2));
   EXPECT_THAT(takeLog(), ElementsAre("make c", "-b", "+c")) << "the disappear action of the last evaluation";
+  host_->show(noted("c") | id(2));
   host_->show(when(true, [&] { return noted("d"); }, [&] { return noted("e"); }));
   host_->show(when(false, [&] { return noted("d"); }, [&] { return noted("e"); }));
   EXPECT_THAT(takeLog(), ElementsAre("make d", "-c", "+d", "make e", "-d", "+e"));
@@ -271,8 +284,9 @@ TEST_F(ViewMountTest, BoxesHaveAPlaceAColourAndTaps) {
   EXPECT_EQ(filling->frame(), window_->bounds());
   EXPECT_EQ(filling->backgroundColor(), UIColor{.red = 1});
   EXPECT_THAT(namesIn(*filling), ElementsAre("a"));
-  tap({50, 50});
-  tap({50, 50});
+  window_->setFrame({{0, 0}, {400, 844}});
+  tap({5, 50});
+  tap({5, 50});
   EXPECT_THAT(takeLog(), ElementsAre("make a", "+a", "tapped")) << "the box has moved away from under the second tap";
   tap({250, 50});
   EXPECT_THAT(takeLog(), ElementsAre("-a"));
@@ -281,11 +295,20 @@ TEST_F(ViewMountTest, BoxesHaveAPlaceAColourAndTaps) {
     return EmptyView{} |
            box({.frame = CGRect{{x, 0}, {10, 10}}, .autoresizingMask = UIViewAutoresizing::flexibleLeftMargin});
   };
+  std::vector<CGFloat> places;
   for (const CGFloat x : {0, 0, 7}) {
     host_->show(placed(x));
     window_->setFrame({{0, 0}, {window_->bounds().size.width + 10, 844}});
+    places.push_back(host_->view()->subviews()[0]->frame().origin.x);
   }
-  EXPECT_EQ(host_->view()->subviews()[0]->frame(), (CGRect{{17, 0}, {10, 10}}));
+  EXPECT_THAT(places, ElementsAre(10, 20, 17)) << "written only where the value has changed";
+  const auto stacked = [&](const char* inside, AnyView front) {
+    return ZStack{noted(inside) | box({}), std::move(front)};
+  };
+  host_->show(stacked("in", EmptyView{}));
+  host_->show(stacked("inside", noted("front")));
+  EXPECT_THAT(namesIn(*host_->view()->subviews()[0]), ElementsAre("inside"));
+  EXPECT_THAT(shown(), ElementsAre("front"));
 }
 
 }  // namespace

@@ -57,6 +57,54 @@ TEST_F(WKWebViewTest, NothingIsSwitchedOffBeforeSomebodyAsks) {
   EXPECT_EQ(URLRequest(), (URLRequest{.url = {},
                                       .cachePolicy = URLRequestCachePolicy::useProtocolCachePolicy,
                                       .timeoutInterval = std::chrono::minutes(1)}));
+  EXPECT_EQ(WebError().kind, WebError::Kind::cannotLoad);
+  EXPECT_FALSE(WKNavigationAction().isUserInitiated);
+  EXPECT_EQ(EngineCapabilities(), (EngineCapabilities{false, false, false, false}));
+}
+
+class Follower : public WKNavigationDelegate {
+ public:
+  void webViewDidFinish(WKWebView&) override {}
+  void webViewDidFail(WKWebView&, const WebError&) override {}
+  void webViewDidFailProvisionalNavigation(WKWebView&, const WebError&) override {}
+};
+
+TEST_F(WKWebViewTest, PagesGoToOtherPagesOfTheWebInTheirOwnPlaceUnlessAnybodySaysOtherwise) {
+  const auto mayGo = [&](const char* url, WKNavigationTarget target) {
+    return engine().navigate({.url = url, .target = target});
+  };
+  EXPECT_TRUE(mayGo("file:///etc", WKNavigationTarget::newWindow)) << "nobody is there to refuse it";
+  const auto follower = std::make_shared<Follower>();
+  view_->setNavigationDelegate(follower);
+  EXPECT_TRUE(mayGo("https://a.test", WKNavigationTarget::mainFrame));
+  EXPECT_TRUE(mayGo("http://a.test", WKNavigationTarget::mainFrame));
+  EXPECT_TRUE(mayGo("about:blank", WKNavigationTarget::subframe));
+  EXPECT_FALSE(mayGo("https://a.test", WKNavigationTarget::newWindow));
+  EXPECT_FALSE(engine().navigate({.url = "file:///etc"}));
+}
+
+class Listener : public WKScriptMessageHandler {
+ public:
+  void userContentControllerDidReceive(WKUserContentController&, const WKScriptMessage& message) override {
+    heard.emplace_back(message.name);
+  }
+  std::vector<std::string> heard;
+};
+
+TEST_F(WKWebViewTest, ThePageIsHeardOnEachOfItsChannelsAndTheEngineTellsWhatItCanDo) {
+  const auto one = std::make_shared<Listener>();
+  const auto two = std::make_shared<Listener>();
+  view_->configuration().userContentController->addScriptMessageHandler(one, "one");
+  view_->configuration().userContentController->addScriptMessageHandler(two, "two");
+  for (const char* channel : {"two", "three", "one"}) engine().postMessage(channel, "1");
+  EXPECT_EQ(one->heard, (Log{"one"}));
+  EXPECT_EQ(two->heard, (Log{"two"}));
+
+  std::optional<EngineCapabilities> found;
+  backend().setCapabilities({.hasCamera = true});
+  queryEngineCapabilities([&](const EngineCapabilities& capabilities) { found = capabilities; });
+  loop().runUntilIdle();
+  EXPECT_EQ(found, (EngineCapabilities{.hasCamera = true}));
 }
 
 TEST_F(WKWebViewTest, WhatTheUserMayDoReachesTheEngine) {
