@@ -199,10 +199,6 @@ TEST_F(ViewMountTest, BodiesInsideOfAnythingFollowWhatTheyReadNowAndInTheirPlace
   loop().runUntilIdle();
   EXPECT_EQ(shown().back(), "g2");
   const AnyView same = noted("same");
-  for (int time = 0; time < 2; ++time) {
-    host_->show(same);
-    EXPECT_THAT(shown(), ElementsAre("same"));
-  }
   for (int time = 0; time < 2; ++time) host_->show(ZStack{same, same});
   EXPECT_THAT(shown(), ElementsAre("same", "same"));
 }

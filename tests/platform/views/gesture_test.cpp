@@ -70,9 +70,9 @@ class Gesture : public HeadlessTest {
 
 TEST_F(Gesture, APanBeginsAfterTenPointsAndFollowsTheFinger) {
   view_->setTransform(CGAffineTransform::makeScale(0.5, 0.5));
-  EXPECT_EQ(send(began, {150, 150}), held);
-  EXPECT_EQ(send(moved, {156, 157.9}), held) << "less than ten points";
-  EXPECT_EQ(send(moved, {156, 158}), claimed);
+  EXPECT_EQ(send(began, {140, 150}), held);
+  EXPECT_EQ(send(moved, {146, 157.9}), held) << "less than ten points";
+  EXPECT_EQ(send(moved, {146, 158}), claimed);
   EXPECT_EQ(pan_->translation(nullptr), (CGPoint{6, 8}));
   EXPECT_EQ(pan_->translation(view_.get()), (CGPoint{12, 16})) << "in the coordinates of a view of half the size";
   EXPECT_EQ(tap_->state(), State::failed);
@@ -210,7 +210,7 @@ TEST_F(Gesture, AnActionMayDropTheWindow) {
 
 TEST_F(Gesture, APageMayMoveFromUnderAFingerThatRestsOnIt) {
   const TouchAnchor beside(*window_, {5, 5});
-  const TouchAnchor anchor(*window_, {150, 150});
+  const TouchAnchor anchor(*window_, {120, 170});
   view_->setCenter({view_->center().x, view_->center().y + 10});
   EXPECT_FALSE(anchor.hasMoved()) << "fingers are not that exact";
   UIView::animate(1s, [&] { view_->setCenter({300, 300}); });

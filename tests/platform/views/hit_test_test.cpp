@@ -57,7 +57,8 @@ TEST(HitTest, FindsTheFrontmostViewThatTakesTouches) {
            Row{"no touches inside", [](S s) { s.child->setUserInteractionEnabled(false); }, "160 110 floating"},
            Row{"clip", [&](S s) { clip(s, 0); }, "199 110 child  201 110 screen  101 101 floating"},
            Row{"round, but no clip", [](S s) { s.floating->setCornerRadius(50); }, "101 199 floating"},
-           Row{"round clip", [&](S s) { clip(s, 30); }, "105 195 screen  112 188 floating  195 105 screen"},
+           Row{"round clip", [&](S s) { clip(s, 30); },
+               "105 195 screen  112 188 floating  195 105 screen  145 100 floating  100 150 floating"},
            Row{"a wide one", [&](S s) { s.floating->setFrame({{100, 100}, {100, 40}}), clip(s, 900); },
                "101 101 screen  120 101 floating  120 139 floating  104 106 screen  108 106 floating"},
            Row{"a high one", [&](S s) { s.floating->setFrame({{100, 100}, {40, 100}}), clip(s, 900); },
@@ -93,6 +94,7 @@ TEST(UIView, PointsConvertThroughTheViewsInCommon) {
   EXPECT_EQ(scene.child->convertPoint({5, 0}, nullptr), (CGPoint{150, 137.5}));
   EXPECT_EQ(scene.screen->convertPoint({150, 137.5}, scene.child.get()), (CGPoint{5, 0}));
   EXPECT_EQ(scene.child->convertPointFrom({150, 137.5}, nullptr), (CGPoint{5, 0}));
+  EXPECT_EQ(scene.floating->convertPointFrom({5, 0}, scene.child.get()), (CGPoint{50, 0}));
   scene.window->setFrame({{30, 30}, {400, 800}});
   EXPECT_EQ(scene.screen->convertPoint({1, 2}, nullptr), (CGPoint{1, 2})) << "where the window lies does not matter";
   scene.floating->setTransform(CGAffineTransform::makeScale(0, 0));

@@ -38,6 +38,7 @@ class Listener : public UIView {
 TEST(UIView, FrameFollowsBoundsCentreAndTransform) {
   const auto view = UIView::create({{10, 20}, {100, 200}});
   EXPECT_EQ(view->center(), (CGPoint{60, 120}));
+  EXPECT_TRUE(UIColor().alpha == 1 && UIViewPresentation().alpha == 1);
   view->setTransform(CGAffineTransform::makeScale(0.5, 0.25));
   EXPECT_EQ(view->frame(), (CGRect{{35, 95}, {50, 50}}));
   EXPECT_EQ(view->bounds(), (CGRect{{0, 0}, {100, 200}}));
@@ -64,10 +65,12 @@ TEST(UIView, FrameOfARotatedViewIsItsBoundingBox) {
   EXPECT_NEAR(view->bounds().size.width, 100, 1e-9) << "no size has this box at this angle";
   view->setFrame({{0, 0}, {10, 200}});
   EXPECT_NEAR(view->bounds().size.height, 40, 1e-9) << "nor that one";
-  view->setTransform({.a = 0, .b = 1, .c = -1, .d = 0});
+  view->setTransform({.a = 0, .b = -1, .c = 1, .d = 0});
   view->setFrame({{5, 6}, {0, 30}});
   EXPECT_EQ(view->bounds().size, (CGSize{30, 0})) << "a quarter of a turn";
   EXPECT_EQ(view->frame(), (CGRect{{5, 6}, {0, 30}}));
+  view->setFrame({{5, 6}, {30, 0}});
+  EXPECT_EQ(view->bounds().size, (CGSize{0, 30}));
 }
 
 TEST(UIView, FlexibleLengthsShareTheGrowthOfTheSuperview) {

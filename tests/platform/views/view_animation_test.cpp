@@ -1,6 +1,8 @@
 #include <gmock/gmock.h>
 
 #include <algorithm>
+#include <cmath>
+#include <functional>
 
 #include "corvane/platform/views/animation_curve.h"
 #include "corvane/platform/views/ui_view.h"
@@ -38,12 +40,12 @@ TEST(AnimationCurve, TakesItsNamedShape) {
 TEST(AnimationCurve, SpringsSettleInTimeAndPassTheirTargetOnlyWhenTheyMay) {
   for (const auto duration : {100ms, 500ms, 60'000ms}) {
     for (const double velocity : {-20.0, -1.0, 0.0, 1.0, 30.0}) {
-      for (const double damping : {0.0, 0.1, 0.5, 0.999999, 1.0}) {
+      for (const double damping : {0.0, 0.1, 0.5, 0.999999, 1.0, 2.0}) {
         const auto curve = AnimationCurve::spring(damping, velocity, duration);
         SCOPED_TRACE(testing::Message() << damping << " " << velocity << " " << duration.count());
         double highest = 0;
         for (int i = 0; i <= 1000; ++i) highest = std::max(highest, curve.valueAt(i / 1000.0));
-        if (damping == 1) {
+        if (damping >= 1) {
           EXPECT_LE(highest, 1);
         } else if (damping <= 0.5) {
           EXPECT_GT(highest, 1.05);
@@ -54,6 +56,8 @@ TEST(AnimationCurve, SpringsSettleInTimeAndPassTheirTargetOnlyWhenTheyMay) {
       }
     }
   }
+  const auto half = [](double velocity) { return AnimationCurve::spring(1, velocity, 1s).valueAt(0.5); };
+  EXPECT_EQ(half(HUGE_VAL), half(0)) << "no velocity that makes sense";
 }
 
 TEST_F(ViewAnimation, MovesWhatIsShownAndChangesTheViewAtOnce) {
@@ -138,14 +142,22 @@ TEST_F(ViewAnimation, CompletionsComeOnceAndOnTimeWhateverTheBlockDid) {
       },
       tell("outer"));
   auto gone = UIView::create();
-  UIView::animate(400ms, [&] { gone->setAlpha(0.5); }, tell("gone"));
+  for (const std::function<void()>& change : {std::function<void()>([&] { gone->setAlpha(0.5); }),
+                                              {[&] { gone->setBounds({{1, 1}, {0, 0}}); }},
+                                              {[&] { gone->setCenter({1, 1}); }},
+                                              {[&] { gone->setTransform(CGAffineTransform::makeScale(2, 2)); }},
+                                              {[&] { gone->setCornerRadius(1); }}}) {
+    UIView::animate(400ms, change, tell("gone"));
+  }
   gone.reset();
   EXPECT_TRUE(told.empty());
   loop().advance(99ms);
   EXPECT_THAT(told, ElementsAre("at once@0"));
   loop().advance(1s);
+  const std::string cut = "gone@400 cut short";
   EXPECT_THAT(told,
-              ElementsAre("at once@0", "late@100", "inner@100", "nothing@250", "outer@300", "gone@400 cut short"));
+              ElementsAre("at once@0", "late@100", "inner@100", "nothing@250", "outer@300", cut, cut, cut, cut, cut));
+  EXPECT_FALSE(view_->hasAnimations());
 }
 
 TEST_F(ViewAnimation, ABlockThatThrowsLeavesNoAnimationBehind) {
@@ -168,6 +180,9 @@ TEST_F(ViewAnimation, SubviewsThatFollowASizeAreAnimatedWithIt) {
   EXPECT_FALSE(other->hasAnimations());
   view_->setBounds({{0, 0}, {50, 200}});
   EXPECT_FALSE(view_->hasAnimations()) << "the change from outside has ended the child's as well";
+  EXPECT_FALSE(child->hasAnimations());
+  UIView::animate(1s, [&] { child->setCornerRadius(1); });
+  EXPECT_TRUE(view_->hasAnimations());
 }
 
 }  // namespace
