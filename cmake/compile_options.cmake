@@ -24,7 +24,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   # GCC 12 sees null dereferences, overlapping copies and uses of uninitialised values in its own library headers once it
   # has inlined them.
   target_compile_options(corvane_compile_options INTERFACE
-    -Wno-null-dereference -Wno-maybe-uninitialized -Wno-restrict)
+    -Wno-null-dereference -Wno-maybe-uninitialized -Wno-restrict -Wno-stringop-overflow)
   # Its plain -Wshadow also refuses constructor arguments named like the members that they initialise.
   target_compile_options(corvane_compile_options INTERFACE -Wshadow=local)
 else()

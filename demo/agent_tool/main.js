@@ -74,7 +74,7 @@ function makeRealCall() {
   return new RealCall({
     booking,
     call,
-    capture: startPreview,
+    capture: captureForCall,
     showCustomer,
     customerCame(locale) {
       post(EventType.callStarted, { clientPlatform: { language: { locale } } });
@@ -85,6 +85,13 @@ function makeRealCall() {
       lines: cart.lines.map(({ sku, quantity }) => ({ product: productBySku(sku), quantity })),
     }),
   });
+}
+
+async function captureForCall() {
+  const stream = await startPreview();
+  const isMadeUp = stream?.getVideoTracks().some(({ label }) => label.startsWith("fake_"));
+  if (isMadeUp) showNotice("There is no camera here, so the engine makes up pictures and sound.");
+  return stream;
 }
 
 // The customer fills the same cart, with what the page knows; the host hears of it as of the agent's own doing.
