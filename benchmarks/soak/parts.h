@@ -19,6 +19,8 @@ void soakViews(SoakHost& host, const PartOptions& options, Checks& checks);
 /// The same as the views, with the engine alone: what grows here is none of ours. It checks nothing.
 void soakBareViews(SoakHost& host, const PartOptions& options, Checks& checks);
 void soakProcesses(SoakHost& host, const PartOptions& options, Checks& checks);
+/// Pages that hang and wander, files that are dropped, containers that change: the call outlives them.
+void soakTroubles(SoakHost& host, const PartOptions& options, Checks& checks);
 void soakFlood(SoakHost& host, const PartOptions& options, Checks& checks);
 
 }  // namespace corvane::soak

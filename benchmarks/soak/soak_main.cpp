@@ -20,8 +20,9 @@ struct Part {
   bool isUsual = true;
 };
 
-constexpr std::array parts{Part{"requests", soakRequests}, Part{"views", soakViews}, Part{"processes", soakProcesses},
-                           Part{"flood", soakFlood}, Part{"bare-views", soakBareViews, false}};
+constexpr std::array parts{Part{"requests", soakRequests},   Part{"views", soakViews},
+                           Part{"processes", soakProcesses}, Part{"troubles", soakTroubles},
+                           Part{"flood", soakFlood},         Part{"bare-views", soakBareViews, false}};
 
 struct Result {
   std::string_view part;
