@@ -172,6 +172,8 @@ class GtkPlatform final : public GtkEnginePlatform {
     return gtk_widget_get_parent(focus) == surface() ? Focus::page : Focus::host;
   }
 
+  bool iterate(bool mayBlock) override { return g_main_context_iteration(nullptr, mayBlock) != FALSE; }
+
   GtkWidget* surface() override { return surface_->widget(); }
   void useOwnCaptureDialog() override { backend_->setCapturePrompt({}); }
   GtkWidget* addButton(const CGRect& frame, std::function<void()> clicked) override {

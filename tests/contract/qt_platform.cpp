@@ -1,5 +1,6 @@
 #include <qpa/qwindowsysteminterface.h>
 #include <unistd.h>
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QGridLayout>
 #include <QImage>
@@ -183,6 +184,12 @@ class QtPlatform final : public RealEnginePlatform {
 
   const std::shared_ptr<UIWindow>& window() override { return surface_->window(); }
 
+  bool iterate(bool mayBlock) override {
+    // On Wayland, Qt looks for events of the compositor where its own dispatcher is about to wait.
+    return QAbstractEventDispatcher::instance()->processEvents(mayBlock ? QEventLoop::WaitForMoreEvents
+                                                                        : QEventLoop::AllEvents);
+  }
+
   void pageLosesItsProcess(const UIView&) override {
     for (QWidget* const widget : QApplication::topLevelWidgets()) {
       const auto* const view = qobject_cast<QWebEngineView*>(widget);
@@ -197,8 +204,9 @@ class QtPlatform final : public RealEnginePlatform {
     const QImage picture(QString::fromStdString(file.string()));
     std::error_code ignored;
     std::filesystem::remove(file, ignored);
-    return [picture](int x, int y) {
-      const QColor colour = picture.pixelColor(x, y);
+    const double scale = surface_->widget()->devicePixelRatio();
+    return [picture, scale](int x, int y) {
+      const QColor colour = picture.pixelColor(static_cast<int>(x * scale), static_cast<int>(y * scale));
       return Colour{colour.red(), colour.green(), colour.blue()};
     };
   }

@@ -73,7 +73,7 @@ std::string RealEnginePlatform::page(std::string_view file) const { return serve
 std::string RealEnginePlatform::demoPage(std::string_view file) const { return demoPages_->address(file); }
 
 bool RealEnginePlatform::runUntil(const std::function<bool()>& condition) {
-  return test::runMainContextUntil(condition);
+  return test::runMainContextUntil(condition, [this](bool mayBlock) { return iterate(mayBlock); });
 }
 
 EvaluationResult RealEnginePlatform::evaluate(const UIView& view, std::string_view script) {

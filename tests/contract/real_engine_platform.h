@@ -110,6 +110,8 @@ class RealEnginePlatform : public ContractPlatform {
  protected:
   /// How the user answers; for the backend's prompt.
   [[nodiscard]] std::function<void(const WKMediaCaptureRequest&, std::move_only_function<void(bool)>)> prompt();
+  /// One turn of the main loop; false where there was nothing to do.
+  virtual bool iterate(bool mayBlock) = 0;
   /// Starts the servers. Empty, or a reason.
   [[nodiscard]] std::string begin();
 
