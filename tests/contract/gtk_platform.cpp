@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "corvane/platform/gtk/gtk_backend.h"
+#include "corvane/platform/gtk/gtk_developer_tools.h"
 #include "corvane/platform/gtk/gtk_frame_meter.h"
 #include "corvane/platform/gtk/gtk_screenshot.h"
 #include "corvane/platform/gtk/gtk_surface.h"
@@ -147,6 +148,8 @@ class GtkPlatform final : public GtkEnginePlatform {
   std::unique_ptr<TestPointer> openPointer(std::string& reason) override {
     return GtkPointer::open(surface_->widget(), reason);
   }
+  bool showDeveloperTools(const UIView& view) override { return gtk::showDeveloperTools(view); }
+  int windowCount() override { return static_cast<int>(g_list_model_get_n_items(gtk_window_get_toplevels())); }
   void setSurfaceVisible(bool isVisible) override { gtk_widget_set_visible(surface_->widget(), isVisible); }
   std::unique_ptr<TestScreen> makeScreen(bool isShown) override { return std::make_unique<GtkScreen>(isShown); }
 

@@ -8,6 +8,7 @@
 #include <QPushButton>
 #include <QWindow>
 #include <QtWebEngineWidgets/QWebEngineView>
+#include <algorithm>
 #include <csignal>
 #include <filesystem>
 #include <map>
@@ -15,6 +16,7 @@
 #include <utility>
 
 #include "corvane/platform/qt/qt_backend.h"
+#include "corvane/platform/qt/qt_developer_tools.h"
 #include "corvane/platform/qt/qt_frame_meter.h"
 #include "corvane/platform/qt/qt_screenshot.h"
 #include "corvane/platform/qt/qt_surface.h"
@@ -215,6 +217,10 @@ class QtPlatform final : public RealEnginePlatform {
   void queueFrame() override { surface_->widget()->update(); }
   std::unique_ptr<TestPointer> openPointer(std::string&) override {
     return std::make_unique<QtPointer>(surface_->widget());
+  }
+  bool showDeveloperTools(const UIView& view) override { return qt::showDeveloperTools(view); }
+  int windowCount() override {
+    return static_cast<int>(std::ranges::count_if(QApplication::topLevelWidgets(), &QWidget::isVisible));
   }
   void setSurfaceVisible(bool isVisible) override { surface_->widget()->setVisible(isVisible); }
   std::unique_ptr<TestScreen> makeScreen(bool isShown) override { return std::make_unique<QtScreen>(isShown); }

@@ -101,6 +101,10 @@ class RealEnginePlatform : public ContractPlatform {
   /// Puts a button of the host app under the surface.
   virtual void addHostButton(const CGRect& frame, std::function<void()> clicked) = 0;
   [[nodiscard]] virtual Focus focus() = 0;
+  /// Opens the developer tools of a view's page; false where there is none.
+  virtual bool showDeveloperTools(const UIView& view) = 0;
+  /// The toolkit's windows on screen.
+  [[nodiscard]] virtual int windowCount() = 0;
   virtual void setSurfaceVisible(bool isVisible) = 0;
   /// Puts the surface into a window of its own, or back over the host app's widgets.
   virtual void moveSurface(bool isAlone) = 0;

@@ -164,6 +164,22 @@ TEST_P(RealEngine, WhatTheHostChoseReachesThePage) {
   EXPECT_LT(std::ranges::max(events_, {}, &std::string::size).size(), 1000U) << "the long one is dropped";
 }
 
+TEST_P(RealEngine, DeveloperToolsHaveAWindowOfTheirOwnAndEndWithTheirPage) {
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  const auto width = [&] { return platform_->evaluate(*view_, "innerWidth").value_or(JsonValue()).integer(); };
+  const auto widthBefore = width();
+  EXPECT_FALSE(platform_->showDeveloperTools(*UIView::create({})));
+  const int before = platform_->windowCount();
+  for (int time = 0; time < 2; ++time) {
+    EXPECT_TRUE(platform_->showDeveloperTools(*view_));
+    EXPECT_TRUE(platform_->runUntil([&] { return platform_->windowCount() == before + 1; }));
+  }
+  EXPECT_EQ(width(), widthBefore);
+  view_->removeFromSuperview();
+  view_.reset();
+  EXPECT_TRUE(platform_->runUntil([&] { return platform_->windowCount() == before; }));
+}
+
 TEST_P(RealEngine, WhatItCanDoIsKnownBeforeAPageIsLoadedAndCaptureCanBeMuted) {
   std::optional<EngineCapabilities> found;
   queryEngineCapabilities([&](const EngineCapabilities& capabilities) { found = capabilities; });

@@ -15,6 +15,7 @@
 #include "corvane/platform/gtk/gtk_page_settings.h"
 #include "corvane/platform/gtk/gtk_page_windows.h"
 #include "corvane/platform/gtk/gtk_surface_widget.h"
+#include "corvane/platform/gtk/gtk_tools_window.h"
 
 namespace corvane::gtk {
 
@@ -133,6 +134,7 @@ GtkWebEngine::GtkWebEngine(const WKWebViewConfiguration& configuration, std::wea
   });
   parts.connections.push_back(SignalConnection::make<gboolean(WebKitWebView*, WebKitPrintOperation*)>(
       parts.webView.get(), "print", refusePrinting));
+  keepToolsApart(parts.webView.get());
   // Wherever in the app's widgets something is moved to another place, all that is inside is taken apart.
   parts.connections.push_back(SignalConnection::make<void(WebKitWebView*)>(
       parts.webView.get(), "unrealize", [isLost = &parts.isPictureLost](WebKitWebView*) { *isLost = true; }));
