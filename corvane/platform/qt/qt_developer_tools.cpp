@@ -27,9 +27,8 @@ void showToolsOf(QWebEnginePage& page) {
   tools->page()->setInspectedPage(&page);
   QObject::connect(tools->page(), &QWebEnginePage::windowCloseRequested, tools.get(), &QWidget::close);
   QObject::connect(&page, &QObject::destroyed, tools.get(), &QWidget::close);
-  tools->show();
   // Closing it ends it.
-  static_cast<void>(tools.release());
+  tools.release()->show();
 }
 
 }  // namespace
