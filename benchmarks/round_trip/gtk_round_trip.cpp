@@ -58,7 +58,7 @@ class BareGtkAsker final : public BareAsker {
         manager, ("script-message-received::" + name).c_str(), [this](WebKitUserContentManager*, JSCValue* value) {
           if (reads()) {
             const std::unique_ptr<char, decltype(&g_free)> text(jsc_value_to_json(value, 0), &g_free);
-            static_cast<void>(JsonValue::parse(text.get()));
+            readCount_ += JsonValue::parse(text.get()).has_value() ? 1 : 0;
           }
           messageCame();
         });
@@ -67,6 +67,7 @@ class BareGtkAsker final : public BareAsker {
 
   GObjectHandle<WebKitWebView> webView_;
   std::optional<gtk::SignalConnection> connection_;
+  int readCount_ = 0;
 };
 
 int run() {

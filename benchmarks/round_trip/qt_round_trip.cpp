@@ -47,7 +47,7 @@ class BareQtAsker final : public BareAsker {
     auto page = std::make_unique<ListeningPage>(modelPage->profile(), &view_, [this](const QString& line) {
       if (reads()) {
         const QByteArray json = line.mid(line.indexOf(QLatin1Char(' ')) + 1).toUtf8();
-        static_cast<void>(JsonValue::parse({json.constData(), static_cast<std::size_t>(json.size())}));
+        readCount_ += JsonValue::parse({json.constData(), static_cast<std::size_t>(json.size())}) ? 1 : 0;
       }
       messageCame();
     });
@@ -61,6 +61,7 @@ class BareQtAsker final : public BareAsker {
   void evaluate(const std::string& script) override { view_.page()->runJavaScript(QString::fromStdString(script)); }
 
   qt::PageView view_;
+  int readCount_ = 0;
 };
 
 int run(int count, char** arguments) {

@@ -26,4 +26,10 @@ template <class Condition, class Iterate>
   return holds;
 }
 
+template <class Condition>
+[[nodiscard]] bool runMainContextUntil(const Condition& condition) {
+  return runMainContextUntil(condition,
+                             [](bool mayBlock) { return g_main_context_iteration(nullptr, mayBlock) != FALSE; });
+}
+
 }  // namespace corvane::test
