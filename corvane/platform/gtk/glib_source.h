@@ -4,6 +4,7 @@
 #include <glib.h>
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 
 namespace corvane::gtk {
@@ -28,6 +29,8 @@ class GlibSource {
   void setNeverReady();
 
  private:
+  void moveReadyTime(std::int64_t time);
+
   GSource* source_;
 };
 
