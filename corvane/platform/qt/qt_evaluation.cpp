@@ -2,6 +2,8 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRandomGenerator>
+#include <QStringBuilder>
 #include <QVariant>
 #include <string>
 #include <utility>
@@ -19,6 +21,21 @@ constexpr std::chrono::milliseconds lastAnswers{1000};
 
 WebError scriptFailed(std::string description) { return {WebError::Kind::scriptFailed, std::move(description), {}}; }
 
+/// Left in each document, so that it is compiled once and not with every script. The page does not know its name.
+const char* const runnerSource = R"js((() => {
+  const toJson = JSON.stringify;
+  const answer = (run) => {
+    try {
+      const value = run();
+      if (typeof value === 'function' || typeof value === 'symbol' || value instanceof Promise)
+        throw 'The result has no JSON form';
+      const json = toJson(value);
+      return 'v' + (json === undefined ? 'null' : json);
+    } catch (error) { return 'e' + String(error); }
+  };
+  Object.defineProperty(window, '%1', { value: answer });
+})();)js";
+
 /// The first letter of an answer says whether a value or an error follows.
 QString wrapped(const QString& expression) {
   static const QString head = QStringLiteral(
@@ -32,16 +49,19 @@ QString wrapped(const QString& expression) {
 }
 
 /// A call that ends in a semicolon is an expression otherwise.
-QString withoutEnd(const QString& script) {
-  qsizetype length = script.size();
-  while (length > 0 && (script.at(length - 1).isSpace() || script.at(length - 1) == QLatin1Char(';'))) --length;
-  return script.left(length);
+QStringView withoutEnd(QStringView script) {
+  while (!script.isEmpty() && (script.back().isSpace() || script.back() == QLatin1Char(';'))) script.chop(1);
+  return script;
 }
 
 }  // namespace
 
 Evaluations::Evaluations(QWebEnginePage& page, std::shared_ptr<EngineContext> context)
-    : page_(&page), context_(std::move(context)) {}
+    : page_(&page),
+      context_(std::move(context)),
+      runner_(QLatin1String("corvane") + QString::number(QRandomGenerator::system()->generate64(), 16)) {}
+
+QString Evaluations::runnerScript() const { return QString::fromLatin1(runnerSource).arg(runner_); }
 
 void Evaluations::run(std::string_view script, EvaluationCompletion completion) {
   if (isProcessGone_) {
@@ -51,9 +71,10 @@ void Evaluations::run(std::string_view script, EvaluationCompletion completion) 
   const std::uint64_t number = nextNumber_++;
   completions_.emplace(number, std::move(completion));
   const QString text = toQString(script);
-  page_->runJavaScript(wrapped(withoutEnd(text)), 0,
-                       whileAlive(weak_from_this(), [text, number](Evaluations& self, const QVariant& result) {
-                         // The engine gives no text for what it cannot parse, and nothing of that has run.
+  const QString call = runner_ % QLatin1String("(() => (") % withoutEnd(text) % QLatin1String("\n))");
+  page_->runJavaScript(call, 0, whileAlive(weak_from_this(), [text, number](Evaluations& self, const QVariant& result) {
+                         // The engine gives no text for what it cannot parse, nor where the runner is missing, and
+                         // nothing of that has run.
                          if (result.typeId() == QMetaType::QString) return self.answer(number, result.toString());
                          self.runAsProgram(text, number);
                        }));

@@ -26,6 +26,8 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
  public:
   Evaluations(QWebEnginePage& page, std::shared_ptr<EngineContext> context);
 
+  /// To be injected into every document before its own scripts.
+  [[nodiscard]] QString runnerScript() const;
   void run(std::string_view script, EvaluationCompletion completion);
   /// A new document has taken the place of the one that scripts were handed to. The engine forgets those that it had
   /// no time for.
@@ -44,6 +46,7 @@ class Evaluations : public std::enable_shared_from_this<Evaluations> {
 
   QWebEnginePage* page_;
   std::shared_ptr<EngineContext> context_;
+  QString runner_;
   std::map<std::uint64_t, EvaluationCompletion> completions_;
   std::uint64_t nextNumber_ = 0;
   bool isProcessGone_ = false;

@@ -83,7 +83,9 @@ QString PageScripts::channelScript() const {
 
 QString PageScripts::captureIntroduction() const { return secret_ + captureSign; }
 
-void PageScripts::install(QWebEngineScriptCollection& scripts, const QString& captureScript) const {
+void PageScripts::install(QWebEngineScriptCollection& scripts, const QString& captureScript,
+                          const QString& runnerScript) const {
+  scripts.insert(makeScript(runnerScript, QWebEngineScript::DocumentCreation, true));
   scripts.insert(makeScript(captureScript, QWebEngineScript::DocumentCreation, false));
   scripts.insert(makeScript(channelScript(), QWebEngineScript::DocumentCreation, false));
   for (const auto& content : controller_->contents()) {

@@ -45,8 +45,9 @@ class PageScripts {
 
   /// What a script of ours puts before a change of capture.
   [[nodiscard]] QString captureIntroduction() const;
-  /// Adds the script that follows capture, the channels and the scripts in their order.
-  void install(QWebEngineScriptCollection& scripts, const QString& captureScript) const;
+  /// Adds the script that runs those of the host, the one that follows capture, the channels and the scripts in their
+  /// order.
+  void install(QWebEngineScriptCollection& scripts, const QString& captureScript, const QString& runnerScript) const;
   [[nodiscard]] std::optional<PageWord> read(const QString& line) const;
 
  private:

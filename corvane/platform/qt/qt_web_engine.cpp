@@ -90,7 +90,8 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
   auto listener = std::make_shared<const PageListener>(
       PageScripts(configuration.userContentController, parts.context->options.longestMessage), parts.loader,
       parts.capture, parts.responsiveness, client);
-  listener->scripts.install(parts.page->scripts(), parts.capture->script(listener->scripts.captureIntroduction()));
+  listener->scripts.install(parts.page->scripts(), parts.capture->script(listener->scripts.captureIntroduction()),
+                            parts.evaluations->runnerScript());
   const std::weak_ptr<PageLoader> loader = parts.loader;
   parts.page->setHandlers({
       .said = [listener = std::move(listener)](const QString& line) { listener->hear(line); },
