@@ -25,6 +25,8 @@ using AgentResult = std::expected<std::optional<Value>, AgentError>;
 ///
 ///     if (const auto cart = valueOf(result)) show(*cart);
 ///     button.setEnabled(valueOf(isInCart).value_or(false));
+///
+/// The value ends with the statement unless it is given a name, so do not loop over `*valueOf(result)`.
 template <class Value>
 [[nodiscard]] std::optional<Value> valueOf(AgentResult<Value> result) {
   if (!result) return std::nullopt;

@@ -40,7 +40,7 @@ std::string normalised(std::string_view decimal) {
 /// The shortest decimal that reads back as the same float, without an exponent.
 std::string shortest(float value) {
   std::string text(64, '\0');  // the longest one has 48 characters
-  const auto end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr;
+  auto* const end = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed).ptr;
   text.resize(static_cast<std::size_t>(end - text.data()));
   return text;
 }

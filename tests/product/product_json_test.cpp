@@ -312,11 +312,11 @@ TEST(ProductJson, AmountsComeOutAsTheyWereGivenOrAreRefused) {
   EXPECT_EQ(Price::fromMinorUnits("EUR", 2, 5995, -5), Price("EUR", 59.95F, -0.05F));
   EXPECT_EQ(Price::fromMinorUnits("JPY", 0, 20000000), Price("JPY", 2e7F, std::nullopt));
   for (const auto* bad : {"", "-", "1,5", ".5", "1.", "+1", " 1", "1e3", "nan", "131072.01", "16777217"}) {
-    EXPECT_THROW(Price::fromDecimal("EUR", bad), InvalidDataError) << bad;
+    EXPECT_THROW(written(Price::fromDecimal("EUR", bad)), InvalidDataError) << bad;
   }
-  EXPECT_THROW(Price::fromDecimal("EUR", "1", "x"), DecodingError);
-  EXPECT_THROW(Price::fromMinorUnits("EUR", 10, 1), DecodingError);
-  EXPECT_THROW(Price::fromMinorUnits("EUR", 2, std::numeric_limits<std::int64_t>::min()), DecodingError);
+  EXPECT_THROW(written(Price::fromDecimal("EUR", "1", "x")), DecodingError);
+  EXPECT_THROW(written(Price::fromMinorUnits("EUR", 10, 1)), DecodingError);
+  EXPECT_THROW(written(Price::fromMinorUnits("EUR", 2, std::numeric_limits<std::int64_t>::min())), DecodingError);
   EXPECT_THROW(Product({.variations = {plainVariation("A", {}), plainVariation("B", {})}}), InvalidDataError);
 }
 
