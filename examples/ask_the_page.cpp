@@ -14,7 +14,7 @@ void askThePage(VelnorAgentView& view) {
   view.getCartStatus([](AgentResult<CartQuantities> cart) {
     if (!cart) {
       std::printf("The cart is not known: %s\n", cart.error().what());
-    } else if (const std::optional<CartQuantities>& quantities = *cart) {
+    } else if (const auto quantities = valueOf(cart)) {
       for (const auto& [sku, quantity] : *quantities) std::printf("%s: %d\n", sku.c_str(), static_cast<int>(quantity));
     }
   });

@@ -13,8 +13,8 @@ DetachedTask buyTheShirt(std::shared_ptr<VelnorAgentView> view) {
     std::printf("The shirt is not in the cart: %s\n", error->what());
     co_return;
   }
-  const AgentResult<CartQuantities> cart = co_await awaiting(*view).getCartStatus();
-  if (cart && *cart) std::printf("%zu article in the cart\n", (*cart)->size());
+  const std::optional<CartQuantities> cart = valueOf(co_await awaiting(*view).getCartStatus());
+  if (cart) std::printf("%zu article in the cart\n", cart->size());
 }
 
 int main() {

@@ -55,14 +55,13 @@ int main() {
   const auto window = UIWindow::create({{0, 0}, {390, 844}});
   Shop shop;
   const auto mount = ViewMount::create(*window);
+  const auto page = simulation::SimulatedAgentTool::attachToNextView(*backend);
   mount->show(AppScreen{&shop});
 
   // What the user and the agent do.
   const auto view = VelnorAgentContext::shared().agentView();
-  const auto page = simulation::SimulatedAgentTool::attach(view);
-  view->loadBooking("booking-7");
   backend->runLoop().runUntilIdle();
-  page->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  page->postMinimize();
   backend->runLoop().advance(std::chrono::seconds(1));
   shop.isCallOpen.set(false);
   backend->runLoop().runUntilIdle();

@@ -11,7 +11,7 @@ int main() try {
 
   corvane::VariationFactory shirt;
   shirt.name = "Oxford shirt";
-  shirt.price = corvane::Price("EUR", 59.95F, 79.95F);
+  shirt.price = corvane::Price::fromDecimal("EUR", "59.95", "79.95");
   shirt.imageUrls = {"https://shop.example.com/images/shirt-oxford.jpg"};
   shirt.details = {corvane::Detail::bullets({"Button-down collar", "Woven from long-staple cotton"})};
   shirt.comparableAttributes = {{"material", "Material", "100 % cotton"}};
@@ -29,7 +29,7 @@ int main() try {
   });
   product.setDefaultVariationIndex(1);
   std::puts(corvane::encodeJson(product).c_str());
-} catch (const corvane::ProductSpecError& error) {
-  std::fprintf(stderr, "the product contradicts itself: %s\n", error.what());
+} catch (const corvane::InvalidDataError& error) {
+  std::fprintf(stderr, "the product cannot be made: %s\n", error.what());
   return 1;
 }

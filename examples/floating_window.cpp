@@ -33,7 +33,7 @@ int main() {
   view->loadBooking("booking-7");
   backend->runLoop().runUntilIdle();
 
-  page->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  page->postMinimize();
   backend->runLoop().advance(1s);
   view.reset();  // while it floats, others need not hold it
   const auto floating = MinimizedState::shared().agentView();

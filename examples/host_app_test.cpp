@@ -15,7 +15,7 @@ int main() {
   });
   view->loadBooking("booking-7");
   backend->runLoop().runUntilIdle();
-  page->postText(R"({"eventType":"SDK_PRODUCT_UPDATE_IN_CART","data":{"sku":"SHIRT-M","quantity":2}})");
+  page->postProductUpdateInCart("SHIRT-M", 2);
 
   return view->isLoaded() && cartUpdates == 1 ? EXIT_SUCCESS : EXIT_FAILURE;
 }

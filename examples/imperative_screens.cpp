@@ -70,9 +70,8 @@ int main() {
 
   // What the user and the agent do.
   const auto page = simulation::SimulatedAgentTool::attach(view.lock());
-  view.lock()->loadBooking("booking-7");
   backend->runLoop().runUntilIdle();
-  page->postText(R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  page->postMinimize();
   backend->runLoop().advance(std::chrono::seconds(1));
   app.openHome();
   const bool isFloating = MinimizedState::shared().isMinimized() && view.lock()->superview().get() == &app.window();

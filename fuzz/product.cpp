@@ -9,7 +9,6 @@
 #include "corvane/platform/foundation/coding_error.h"
 #include "corvane/platform/foundation/json_coding.h"
 #include "corvane/product/product.h"
-#include "corvane/product/product_spec_error.h"
 #include "fuzz/require.h"
 
 namespace {
@@ -19,8 +18,7 @@ using namespace corvane;
 std::optional<Product> decode(std::string_view text) {
   try {
     return decodeJson<Product>(text);
-  } catch (const DecodingError&) {
-  } catch (const ProductSpecError&) {
+  } catch (const InvalidDataError&) {
   }
   return std::nullopt;
 }

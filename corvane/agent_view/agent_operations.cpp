@@ -7,6 +7,7 @@
 
 #include "corvane/agent_view/request_channel.h"
 #include "corvane/bridge/action_records.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/uuid.h"
 
@@ -18,7 +19,12 @@ template <class Record, class Data, class Completion>
 void request(RequestChannel* channel, Action action, Data data, Completion completion,
              std::source_location door = std::source_location::current()) {
   assertMainThread(door);
-  if (channel != nullptr) channel->submit(std::make_shared<Record>(std::move(data), std::move(completion), action));
+  if (channel != nullptr) {
+    return channel->submit(std::make_shared<Record>(std::move(data), std::move(completion), action));
+  }
+  diagnose(Diagnostic::Kind::requestDropped, [&] {
+    return std::string(rawValue(action)) + ": no agent view is held here, so the completion is never called";
+  });
 }
 
 RequestId newRequest() { return {._id = makeUuid()}; }

@@ -15,6 +15,7 @@
 #include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/url_components.h"
 #include "corvane/platform/foundation/while_alive.h"
 
 namespace corvane {
@@ -103,6 +104,11 @@ void VelnorAgentView::loadBooking(std::string connectId) {
   if (!parts.callUrl) {
     return diagnose(Diagnostic::Kind::addressRefused, [] {
       return std::string("loadBooking: no address can be made of this region, organisation and booking");
+    });
+  }
+  if (!hasScheme(*parts.callUrl)) {
+    diagnose(Diagnostic::Kind::addressRefused, [&] {
+      return "loadBooking: " + *parts.callUrl + " does not begin with https://, and no engine loads it";
     });
   }
   parts.error.reset();

@@ -145,12 +145,6 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
 
   /// Dispatches a message of the page; called by the web view.
   void userContentControllerDidReceive(WKUserContentController& controller, const WKScriptMessage& message) override;
-  /// The page wants to go somewhere; called by the web view.
-  [[nodiscard]] bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action) override;
-  /// The page hangs, or goes on; called by the web view.
-  void webViewDidChangeResponsiveness(WKWebView& webView, bool isResponding) override;
-  /// The page captures something else; called by the web view.
-  void webViewDidChangeCapture(WKWebView& webView) override;
   /// The page has loaded; called by the web view.
   void webViewDidFinish(WKWebView& webView) override;
   /// The page has failed; called by the web view.
@@ -165,6 +159,9 @@ class CORVANE_EXPORT VelnorAgentView final : public UIView,
   friend class AgentViewAccess;
   class Parts;
 
+  [[nodiscard]] bool webViewMayNavigate(WKWebView& webView, const WKNavigationAction& action) override;
+  void webViewDidChangeResponsiveness(WKWebView& webView, bool isResponding) override;
+  void webViewDidChangeCapture(WKWebView& webView) override;
   [[nodiscard]] RequestChannel* requestChannel() const override;
   void superviewDidResize(CGSize from) override;
   void buildWebView();

@@ -1,17 +1,17 @@
 /// Product data that contradicts itself.
 #pragma once
 
-#include <exception>
 #include <string>
 #include <utility>
 
 #include "corvane/export.h"
+#include "corvane/platform/foundation/coding_error.h"
 
 namespace corvane {
 
 /// Thrown where a product, or a part of one, is built from data that does not fit together. The first contradiction
 /// counts; nothing is collected.
-class CORVANE_EXPORT ProductSpecError : public std::exception {
+class CORVANE_EXPORT ProductSpecError : public InvalidDataError {
  public:
   enum class Kind {
     undefinedAttributeDefinition,        ///< a variation uses an attribute that the product does not define

@@ -5,12 +5,18 @@
 #include <utility>
 
 #include "corvane/agent_view/script_bridge.h"
+#include "corvane/bridge/page_event_records.h"
+#include "corvane/bridge/product_cart_status_coding.h"
 #include "corvane/bridge/web_agent_event_type.h"
+#include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/foundation/json_writer.h"
 #include "corvane/platform/foundation/match.h"
+#include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/foundation/run_loop.h"
+#include "corvane/platform/foundation/url_components.h"
 #include "corvane/platform/foundation/utf8.h"
 #include "corvane/platform/foundation/while_alive.h"
+#include "corvane/simulation/page_message.h"
 
 namespace corvane::simulation {
 
@@ -53,6 +59,14 @@ bool hasForwarder(const headless::HeadlessWebEngine& engine) {
   return hasScript && hasChannel;
 }
 
+/// How an engine ends the load of a page that is there.
+SimulatedAgentTool::LoadOutcome likeAnEngine(std::string_view url) {
+  if (hasScheme(url)) return SimulatedAgentTool::Finishes{};
+  return SimulatedAgentTool::FailsBeforeAnythingArrived{{.kind = WebError::Kind::cannotLoad,
+                                                         .description = "This is not an address of a page",
+                                                         .failingUrl = std::string(url)}};
+}
+
 std::string answerText(std::string_view eventType, std::string_view id, const ActionOutcome& outcome) {
   JsonWriter writer;
   writer.beginObject();
@@ -71,18 +85,50 @@ std::string answerText(std::string_view eventType, std::string_view id, const Ac
 }  // namespace
 
 std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attach(const std::shared_ptr<UIView>& view) {
-  std::shared_ptr<SimulatedAgentTool> page(new SimulatedAgentTool(view));
-  if (auto* const engine = page->engine()) {
-    page->hasForwarder_ = hasForwarder(*engine);
-    engine->setLoadObserver(whileAlive(std::weak_ptr(page), [](SimulatedAgentTool& alive, const URLRequest& request) {
-      alive.beginLoad(request.url);
-    }));
-    engine->setEvaluator([weak = std::weak_ptr(page)](std::string_view script) -> EvaluationResult {
-      const auto alive = weak.lock();
-      return alive == nullptr ? EvaluationResult(JsonValue()) : alive->evaluate(script);
-    });
+  assertMainThread();
+  std::shared_ptr<SimulatedAgentTool> page(new SimulatedAgentTool);
+  auto* const found = view == nullptr ? nullptr : headless::HeadlessWebEngine::of(*view);
+  if (const auto engine = found == nullptr ? nullptr : found->shared()) {
+    page->play(engine);
+  } else {
+    diagnose(Diagnostic::Kind::pageNeverAttached,
+             [] { return std::string("SimulatedAgentTool::attach: there is no headless web view inside the view"); });
   }
   return page;
+}
+
+std::shared_ptr<SimulatedAgentTool> SimulatedAgentTool::attachToNextView(headless::Backend& backend) {
+  assertMainThread();
+  std::shared_ptr<SimulatedAgentTool> page(new SimulatedAgentTool);
+  backend.addEngineTaker([weak = std::weak_ptr(page)](const std::shared_ptr<headless::HeadlessWebEngine>& engine) {
+    const auto alive = weak.lock();
+    // The app may have web views of its own.
+    if (alive == nullptr || !hasForwarder(*engine)) return false;
+    alive->play(engine);
+    return true;
+  });
+  return page;
+}
+
+void SimulatedAgentTool::play(const std::shared_ptr<headless::HeadlessWebEngine>& engine) {
+  engine_ = engine;
+  hasForwarder_ = hasForwarder(*engine);
+  const auto self = weak_from_this();
+  engine->setLoadObserver([self](const URLRequest& request) {
+    if (const auto alive = self.lock()) return alive->beginLoad(request.url);
+    diagnose(Diagnostic::Kind::pageNeverAttached,
+             [&] { return "nobody plays " + request.url + " any more: keep what SimulatedAgentTool gives you"; });
+  });
+  engine->setEvaluator([self](std::string_view script) -> EvaluationResult {
+    const auto alive = self.lock();
+    return alive == nullptr ? EvaluationResult(JsonValue()) : alive->evaluate(script);
+  });
+  if (const auto load = engine->takeUnobservedLoad()) {
+    // Later, so that a plan can still be set.
+    RunLoop::main().post(whileAlive(self, [url = load->url](SimulatedAgentTool& alive) {
+      if (alive.load_ == 0) alive.beginLoad(url);
+    }));
+  }
 }
 
 void SimulatedAgentTool::setTrouble(PageTrouble::Value trouble) {
@@ -92,11 +138,6 @@ void SimulatedAgentTool::setTrouble(PageTrouble::Value trouble) {
   trouble_ = std::move(trouble);
 }
 
-headless::HeadlessWebEngine* SimulatedAgentTool::engine() const {
-  const auto view = view_.lock();
-  return view == nullptr ? nullptr : headless::HeadlessWebEngine::of(*view);
-}
-
 void SimulatedAgentTool::beginLoad(std::string_view url) {
   const unsigned load = ++load_;
   receivedActions_.clear();
@@ -104,15 +145,14 @@ void SimulatedAgentTool::beginLoad(std::string_view url) {
   heldAnswer_.reset();
   const bool isTour = url.ends_with("#tour");
   // The plan may replace itself, and even load something else.
-  const LoadPlan plan = loadPlan_;
-  RunLoop::main().post(whileAlive(
-      weak_from_this(), [load, isTour, outcome = plan ? plan(url) : LoadOutcome(Finishes{})](SimulatedAgentTool& self) {
-        self.endLoad(load, outcome, isTour);
-      }));
+  const LoadPlan plan = loadPlan_ ? loadPlan_ : &likeAnEngine;
+  RunLoop::main().post(whileAlive(weak_from_this(), [load, isTour, outcome = plan(url)](SimulatedAgentTool& self) {
+    self.endLoad(load, outcome, isTour);
+  }));
 }
 
 void SimulatedAgentTool::endLoad(unsigned load, const LoadOutcome& outcome, bool isTour) {
-  auto* const engine = this->engine();
+  const auto engine = this->engine();
   if (engine == nullptr || load != load_) return;
   match(
       outcome,
@@ -128,7 +168,7 @@ void SimulatedAgentTool::endLoad(unsigned load, const LoadOutcome& outcome, bool
 void SimulatedAgentTool::runTourFrom(unsigned load, std::size_t step) {
   if (load != load_ || step == tour.size()) return;
   RunLoop::main().schedule(tourStep, whileAlive(weak_from_this(), [load, step](SimulatedAgentTool& self) {
-                             auto* const engine = self.engine();
+                             const auto engine = self.engine();
                              if (engine == nullptr || load != self.load_) return;
                              if (step == previewStep)
                                engine->requestCapture(WKMediaCaptureType::cameraAndMicrophone,
@@ -213,17 +253,63 @@ void SimulatedAgentTool::answer(std::string_view eventType, std::string_view id,
 }
 
 void SimulatedAgentTool::postCallStatus(CallSessionStatus status) {
-  postText(std::string(R"({"eventType":"SDK_CALL_STATUS","data":{"status":")").append(rawValue(status)).append("\"}}"));
+  postText(pageMessage(WebAgentEventType::callStatus, CallStatus{status}));
+}
+
+void SimulatedAgentTool::postClientLocale(std::string_view locale) {
+  postText(pageMessage(WebAgentEventType::callStarted, [&](JsonWriter& writer) {
+    writer.beginObject();
+    json_detail::encodeMember("clientPlatform", ClientPlatform{std::string(locale)}, writer);
+    writer.endObject();
+  }));
+}
+
+void SimulatedAgentTool::postMinimize() { postText(pageMessage(WebAgentEventType::minimizeAgentTool)); }
+void SimulatedAgentTool::postUnauthorized() { postText(pageMessage(WebAgentEventType::unauthorized)); }
+
+void SimulatedAgentTool::postProductUpdateInCart(std::string_view sku, std::int64_t quantity) {
+  const auto self = shared_from_this();  // whoever gets an event may drop this page
+  for (const std::string& event : shop_.setQuantity(sku, quantity).events) postText(event);
+}
+
+void SimulatedAgentTool::postProductRemovedFromCart(std::string_view sku) {
+  const std::string message =
+      pageMessage(WebAgentEventType::productRemovedFromCart, ProductCartStatus{std::string(sku), 0});
+  shop_.removeFromCart(sku);
+  postText(message);
+}
+
+void SimulatedAgentTool::postProductRemovedFromCall(std::string_view sku) {
+  const std::string message =
+      pageMessage(WebAgentEventType::productRemovedFromCall, ProductCartStatus{std::string(sku), 0});
+  shop_.removeFromCall(sku);
+  postText(message);
+}
+
+void SimulatedAgentTool::postRefreshSsoToken(std::string_view responseId) {
+  postText(pageMessage(WebAgentEventType::refreshSsoToken, [&](JsonWriter& writer) {
+    writer.beginObject();
+    writer.key("responseId");
+    writer.text(responseId);
+    writer.endObject();
+  }));
 }
 
 void SimulatedAgentTool::postText(std::string_view text, Origin origin) {
-  if (JsonValue::parse(text)) postValue(text, origin);
+  if (JsonValue::parse(text)) return postValue(text, origin);
+  diagnose(Diagnostic::Kind::messageDropped,
+           [] { return std::string("the simulated page posted a text that is no JSON"); });
 }
 
 void SimulatedAgentTool::postValue(std::string_view jsonText, Origin origin) {
-  auto* const engine = this->engine();
-  if (engine == nullptr || origin == Origin::another || !hasForwarder_) return;
-  engine->postMessage(agentEventChannel, jsonText);
+  const auto engine = this->engine();
+  if (engine != nullptr && hasForwarder_) {
+    if (origin == Origin::ofThePage) engine->postMessage(agentEventChannel, jsonText);
+    return;
+  }
+  diagnose(Diagnostic::Kind::pageNeverAttached, [] {
+    return std::string("a simulated page posted, and has no agent view: none was made yet, or it has ended");
+  });
 }
 
 }  // namespace corvane::simulation

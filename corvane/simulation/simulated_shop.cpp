@@ -5,8 +5,8 @@
 
 #include "corvane/bridge/action.h"
 #include "corvane/bridge/product_cart_status_coding.h"
-#include "corvane/bridge/web_agent_event_type.h"
 #include "corvane/platform/foundation/json_coder.h"
+#include "corvane/simulation/page_message.h"
 
 namespace corvane::simulation {
 
@@ -16,15 +16,6 @@ template <class Value>
 std::string jsonText(const Value& value) {
   JsonWriter writer;
   JsonCoding<Value>::encode(value, writer);
-  return writer.take();
-}
-
-std::string eventText(WebAgentEventType type, const ProductCartStatus& data) {
-  JsonWriter writer;
-  writer.beginObject();
-  json_detail::encodeMember("eventType", type, writer);
-  json_detail::encodeMember("data", data, writer);
-  writer.endObject();
   return writer.take();
 }
 
@@ -87,24 +78,22 @@ ActionOutcome SimulatedShop::removeFromCall(std::string_view sku) {
 }
 
 ActionOutcome SimulatedShop::setQuantity(std::string_view sku, std::int64_t quantity) {
+  const ProductCartStatus line{.sku = std::string(sku), .quantity = std::max<std::int64_t>(quantity, 0)};
+  std::string event = pageMessage(WebAgentEventType::productUpdateInCart, line);
   if (quantity < 1) {
     if (const auto item = cart_.find(sku); item != cart_.end()) cart_.erase(item);
   } else {
     cart_.insert_or_assign(std::string(sku), quantity);
   }
-  return {.events = {eventText(WebAgentEventType::productUpdateInCart,
-                               {.sku = std::string(sku), .quantity = std::max<std::int64_t>(quantity, 0)})},
-          .error = {},
-          .result = {}};
+  return {.events = {std::move(event)}, .error = {}, .result = {}};
 }
 
 ActionOutcome SimulatedShop::removeFromCart(std::string_view sku) {
   const auto item = cart_.find(sku);
   if (item == cart_.end()) return refusal("The cart has no product", sku);
   cart_.erase(item);
-  return {.events = {eventText(WebAgentEventType::productRemovedFromCart, {.sku = std::string(sku), .quantity = 0})},
-          .error = {},
-          .result = {}};
+  const ProductCartStatus line{.sku = std::string(sku), .quantity = 0};
+  return {.events = {pageMessage(WebAgentEventType::productRemovedFromCart, line)}, .error = {}, .result = {}};
 }
 
 std::vector<std::string> SimulatedShop::skusInCart() const {

@@ -1,6 +1,7 @@
 /// What a simulated page knows of the products in its call and of the customer's cart.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -32,11 +33,14 @@ class CORVANE_EXPORT SimulatedShop {
   [[nodiscard]] const std::vector<std::string>& skusInCall() const { return skusInCall_; }
   [[nodiscard]] const CartQuantities& cart() const { return cart_; }
 
+  /// What happens when the customer or the agent does the same in the page. A quantity below 1 empties the line.
+  ActionOutcome setQuantity(std::string_view sku, std::int64_t quantity);
+  /// An error in the outcome where there is no such product; nothing has changed then.
+  ActionOutcome removeFromCart(std::string_view sku);
+  ActionOutcome removeFromCall(std::string_view sku);
+
  private:
   ActionOutcome showInCall(JsonView product);
-  ActionOutcome removeFromCall(std::string_view sku);
-  ActionOutcome setQuantity(std::string_view sku, std::int64_t quantity);
-  ActionOutcome removeFromCart(std::string_view sku);
   [[nodiscard]] std::vector<std::string> skusInCart() const;
   [[nodiscard]] bool isInCall(std::string_view sku) const;
   [[nodiscard]] std::int64_t quantityOf(std::string_view sku) const;

@@ -1,5 +1,6 @@
 // The agent view's operations against a simulated page.
 
+#include "corvane/agent_view/minimized_state.h"
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/foundation/diagnostics.h"
 #include "corvane/platform/views/ui_window.h"
@@ -83,12 +84,16 @@ TEST_F(AgentViewRequests, WhatIsDroppedIsToldToDevelopersWhoAsk) {
   view_->loadBooking("\xff");
   const auto unplayed = VelnorAgentView::create(Region::custom("http://h"), "o", false);
   unplayed->loadBooking("b");
-  EXPECT_EQ(log_.size(), 6U);
+  MinimizedState::shared().getProductsInCall(nullptr);
+  page_.reset();
+  view_->loadBooking("its page has gone");
+  EXPECT_EQ(log_.size(), 8U);
   EXPECT_EQ(log_[0], R"(message "SDK_NEWS": an unknown type, or data that it cannot have)");
   EXPECT_TRUE(log_[5].starts_with("nobody plays http://h?"));
+  EXPECT_TRUE(log_[6].starts_with("SDK_INTERNAL_GET_PRODUCTS_IN_CALL: no agent view"));
   setDiagnosticsHandler(nullptr);
   unplayed->loadBooking("c");
-  EXPECT_EQ(takeLog().size(), 6U);
+  EXPECT_EQ(takeLog().size(), 8U);
 }
 
 TEST_F(AgentViewRequests, ADecrementKeepsItsViewUntilItIsDone) {

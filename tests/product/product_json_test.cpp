@@ -303,6 +303,23 @@ TEST(ProductJson, FloatsKeepEveryBit) {
       << "a price must not show the digits of a wider type";
 }
 
+TEST(ProductJson, AmountsComeOutAsTheyWereGivenOrAreRefused) {
+  const auto written = [](const Price& price) { return Json::parse(encodeJson(price))["current"]; };
+  for (const auto* same : {"59.95", "0.01", "-0.5", "131071.99", "16777216.0", "0.0"}) {
+    EXPECT_EQ(written(Price::fromDecimal("EUR", same)), Json::parse(same));
+  }
+  EXPECT_EQ(Price::fromDecimal("EUR", "007.50", "10"), Price("EUR", 7.5F, 10.0F));
+  EXPECT_EQ(Price::fromMinorUnits("EUR", 2, 5995, -5), Price("EUR", 59.95F, -0.05F));
+  EXPECT_EQ(Price::fromMinorUnits("JPY", 0, 20000000), Price("JPY", 2e7F, std::nullopt));
+  for (const auto* bad : {"", "-", "1,5", ".5", "1.", "+1", " 1", "1e3", "nan", "131072.01", "16777217"}) {
+    EXPECT_THROW(written(Price::fromDecimal("EUR", bad)), InvalidDataError) << bad;
+  }
+  EXPECT_THROW(written(Price::fromDecimal("EUR", "1", "x")), DecodingError);
+  EXPECT_THROW(written(Price::fromMinorUnits("EUR", 10, 1)), DecodingError);
+  EXPECT_THROW(written(Price::fromMinorUnits("EUR", 2, std::numeric_limits<std::int64_t>::min())), DecodingError);
+  EXPECT_THROW(Product({.variations = {plainVariation("A", {}), plainVariation("B", {})}}), InvalidDataError);
+}
+
 TEST(ProductJson, WhatHasNoJsonFormIsRefusedWithItsPath) {
   ProductFields empty = shirtFields();
   empty.variations.clear();

@@ -1,6 +1,8 @@
 #include "corvane/simulation/simulated_agent_tool.h"
 
 #include "corvane/agent_view/velnor_agent_view.h"
+#include "corvane/platform/foundation/diagnostics.h"
+#include "corvane/platform/web/wk_web_view.h"
 #include "tests/support/headless_test.h"
 
 namespace corvane {
@@ -45,6 +47,63 @@ TEST_F(SimulatedAgentToolTest, ATourEndsWithAnotherLoad) {
   view_->loadBooking("b2");
   loop().advance(1h);
   EXPECT_EQ(events_.size(), 4U);
+}
+
+TEST_F(SimulatedAgentToolTest, WhatIsMadeAndLoadedInOneGoHasAPageAllTheSame) {
+  const auto openCall = [this](std::string name, const std::string& address = "http://h") {
+    auto view = VelnorAgentView::create(Region::custom(address), "o", false);
+    view->setEventHandler([this, name](const AgentEvent& event) { log_.push_back(name + encodeJson(event)); });
+    view->loadBooking("b");
+    return view;
+  };
+  setDiagnosticsHandler([this](const Diagnostic& diagnostic) { log_.push_back(diagnostic.text.substr(0, 23)); });
+  static_cast<void>(SimulatedAgentTool::attachToNextView(backend()));  // it ends at once, and waits for nothing
+  const auto first = SimulatedAgentTool::attachToNextView(backend());
+  const auto second = SimulatedAgentTool::attachToNextView(backend());
+  first->postUnauthorized();
+  const auto ownWebView = WKWebView::create({}, {});
+  auto firstCall = openCall("1 ");
+  const auto secondCall = openCall("2 ", "shop.example:80/call");
+  const auto thirdCall = openCall("3 ");
+  EXPECT_EQ(takeLog(), (Log{"a simulated page posted", "loadBooking: shop.examp", "nobody plays http://h?o"}));
+  const auto third = SimulatedAgentTool::attach(thirdCall);
+  third->setLoadPlan([](std::string_view) { return SimulatedAgentTool::Fails{}; });
+  static_cast<void>(SimulatedAgentTool::attach(UIView::create()));
+  loop().runUntilIdle();
+  EXPECT_EQ(takeLog(),
+            (Log{"SimulatedAgentTool::att", R"(1 {"didLoad":{}})", R"(2 {"error":{}})", R"(3 {"error":{}})"}));
+  EXPECT_EQ(secondCall->error()->kind, WebError::Kind::cannotLoad);
+  firstCall.reset();
+  first->postMinimize();
+  third->postText("{");
+  EXPECT_EQ(takeLog(), (Log{"a simulated page posted", "the simulated page post"}));
+  setDiagnosticsHandler(nullptr);
+}
+
+TEST_F(SimulatedAgentToolTest, EachEventOfThePageCanBePosted) {
+  makePage("http://h");
+  page_->postCallStatus(CallSessionStatus::running);
+  page_->postClientLocale("de-CH");
+  page_->postProductUpdateInCart("A\"", 2);
+  page_->postProductUpdateInCart("B", 1);
+  view_->getCartStatus([this](AgentResult<CartQuantities> cart) {
+    for (const auto& [sku, quantity] : valueOf(cart).value_or(CartQuantities{}))
+      events_.push_back(sku + std::to_string(quantity));
+    EXPECT_EQ(valueOf(AgentResult<bool>(std::unexpected(AgentError::NoActiveCall{}))), std::nullopt);
+  });
+  loop().advance(5s);
+  page_->postProductRemovedFromCart("B");
+  page_->postProductRemovedFromCall("C");
+  page_->postRefreshSsoToken("r");
+  page_->postUnauthorized();
+  EXPECT_THROW(page_->postProductUpdateInCart("\xff", 1), EncodingError);
+  EXPECT_EQ(page_->shop().cart(), (CartQuantities{{"A\"", 2}}));
+  EXPECT_EQ(events_, (Log{R"({"callStatusUpdate":{"status":"CALL_SESSION_STATUS_RUNNING"}})",
+                          R"({"clientLocale":{"locale":"de-CH"}})",
+                          R"({"productUpdateInCart":{"data":{"sku":"A\"","quantity":2}}})",
+                          R"({"productUpdateInCart":{"data":{"sku":"B","quantity":1}}})", "A\"2", "B1",
+                          R"({"productRemovedFromCart":{"sku":"B"}})", R"({"productRemovedFromCall":{"sku":"C"}})",
+                          R"({"refreshSsoToken":{"responseId":"r"}})", R"({"unauthorized":{}})"}));
 }
 
 }  // namespace

@@ -25,6 +25,8 @@ std::string toText(const CodingPath& path) {
   return text;
 }
 
+InvalidDataError::~InvalidDataError() = default;
+
 DecodingError::DecodingError(Kind kind, std::string typeName, CodingPath codingPath, std::string debugDescription)
     : kind_(kind),
       typeName_(std::move(typeName)),

@@ -20,8 +20,21 @@ using CodingPath = std::vector<CodingKey>;
 /// A coding path as people write it: `product.variations[3].price`.
 CORVANE_EXPORT std::string toText(const CodingPath& path);
 
+/// Data that a record cannot be made of. What there is of it: `DecodingError`, and `ProductSpecError` for products.
+///
+///     try { show(decodeJson<Product>(text)); } catch (const InvalidDataError& error) { log(error.what()); }
+class CORVANE_EXPORT InvalidDataError : public std::exception {
+ public:
+  InvalidDataError(const InvalidDataError&) = default;
+  InvalidDataError& operator=(const InvalidDataError&) = default;
+  ~InvalidDataError() override;
+
+ protected:
+  InvalidDataError() = default;
+};
+
 /// JSON that cannot be read as the wanted record.
-class CORVANE_EXPORT DecodingError : public std::exception {
+class CORVANE_EXPORT DecodingError : public InvalidDataError {
  public:
   enum class Kind {
     typeMismatch,   ///< a value is there, but of another type

@@ -15,7 +15,8 @@ struct Diagnostic {
     messageDropped,     ///< a page's message was not understood, or nobody waited for it
     addressRefused,     ///< no address could be made, or it is none that an engine loads
     scriptFailed,       ///< a script of the framework failed in the page
-    pageNeverAttached,  ///< a headless page was asked to load, and nobody plays it
+    pageNeverAttached,  ///< nobody plays a headless page that is to load, or a simulated page has no view
+    requestDropped,     ///< nobody was there to be asked: a holder that holds no agent view
   };
   Kind kind = Kind::messageDropped;
   /// What happened and why, in words for developers. It may hold what the page sent, shortened.

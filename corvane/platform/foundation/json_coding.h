@@ -16,7 +16,8 @@ template <class Record>
 /// The record that a JSON text (UTF-8) describes. Offered for the types whose documentation says so. Members that the
 /// record does not know are ignored; of a member that occurs twice the last one counts.
 ///
-/// Throws `DecodingError`, and for products `ProductSpecError` where variations or attributes are too few.
+/// Throws `DecodingError`, and for products `ProductSpecError` where variations or attributes are too few. Both are an
+/// `InvalidDataError`.
 template <class Record>
 [[nodiscard]] Record decodeJson(std::string_view text);
 

@@ -16,8 +16,8 @@ PlatformInstallation* installation = nullptr;
 
 [[noreturn]] void endWithoutPlatform() {
   static_cast<void>(
-      std::fputs("corvane: no backend is installed. Install one before using the framework, for example "
-                 "gtk::Backend::install(), and end it last.\n",
+      std::fputs("corvane: no backend is installed. Call install() of gtk::Backend, of qt::Backend or, in tests, of "
+                 "headless::Backend before you use the framework. Keep what it gives, and end it last.\n",
                  stderr));
   std::abort();
 }

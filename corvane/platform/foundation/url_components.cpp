@@ -44,6 +44,14 @@ void appendEncoded(std::string& text, std::string_view value) {
 
 }  // namespace
 
+bool hasScheme(std::string_view url) {
+  const auto isDigit = [](char character) { return character >= '0' && character <= '9'; };
+  const auto end = url.find_first_of(":/?#");
+  if (end == std::string_view::npos || end == 0 || url[end] != ':') return false;
+  // By the grammar alone, the host before a port would be a scheme.
+  return end + 1 < url.size() && !isDigit(url[end + 1]);
+}
+
 std::optional<URLComponents> URLComponents::parse(std::string_view text) {
   if (!isUriReference(text)) return std::nullopt;
   URLComponents components;

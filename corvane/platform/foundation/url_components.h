@@ -35,4 +35,8 @@ class URLComponents {
   std::optional<std::string> fragment_;
 };
 
+/// Whether an address says how to get what it leads to, as "https://..." does. A host alone, with its port or without,
+/// is none that an engine loads.
+[[nodiscard]] bool hasScheme(std::string_view url);
+
 }  // namespace corvane

@@ -1,5 +1,7 @@
 #include "corvane/platform/headless/headless_backend.h"
 
+#include <algorithm>
+#include <list>
 #include <utility>
 
 #include "corvane/platform/capture/stored_authorization.h"
@@ -14,12 +16,19 @@ class Factory final : public WebEngineFactory {
  public:
   std::unique_ptr<WebEngine> makeEngine(const WKWebViewConfiguration& configuration,
                                         std::weak_ptr<WebEngineClient> client) override {
-    return std::make_unique<HeadlessWebEngine>(configuration, std::move(client));
+    // The web view does not have its engine yet, so the pointer is good for later use only.
+    auto engine = std::make_unique<HeadlessWebEngine>(configuration, std::move(client));
+    if (const auto shared = engine->shared()) {
+      const auto taker = std::ranges::find_if(takers, [&](const auto& asked) { return asked(shared); });
+      if (taker != takers.end()) takers.erase(taker);
+    }
+    return engine;
   }
   void queryCapabilities(std::move_only_function<void(const EngineCapabilities&)> completion) override {
     RunLoop::main().post([completion = std::move(completion), found = capabilities]() mutable { completion(found); });
   }
 
+  std::list<Backend::EngineTaker> takers;
   EngineCapabilities capabilities{.hasPeerConnections = true, .hasCamera = true, .hasMicrophone = true};
 };
 
@@ -41,6 +50,11 @@ std::expected<std::unique_ptr<Backend>, std::string> Backend::install() {
 Backend::Backend() : services_(std::make_unique<Services>()) {}
 
 Backend::~Backend() = default;
+
+void Backend::addEngineTaker(EngineTaker taker) {
+  assertMainThread();
+  if (taker) services_->factory.takers.push_back(std::move(taker));
+}
 
 VirtualRunLoop& Backend::runLoop() { return services_->runLoop; }
 

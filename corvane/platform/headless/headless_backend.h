@@ -2,6 +2,7 @@
 #pragma once
 
 #include <expected>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,6 +20,9 @@ namespace corvane::headless {
 /// Failure:   `install` gives a text while another backend is installed; a test takes `.value()`. Nothing is thrown.
 class CORVANE_EXPORT Backend final {
  public:
+  /// Says whether it takes an engine that has just been made.
+  using EngineTaker = std::function<bool(const std::shared_ptr<HeadlessWebEngine>& engine)>;
+
   [[nodiscard]] static std::expected<std::unique_ptr<Backend>, std::string> install();
   Backend(const Backend&) = delete;
   Backend& operator=(const Backend&) = delete;
@@ -29,6 +33,9 @@ class CORVANE_EXPORT Backend final {
   void setCapabilities(const EngineCapabilities& capabilities);
   /// What this app may do; `notDetermined` until it is set.
   void setCaptureAuthorization(AVMediaType mediaType, AVAuthorizationStatus status);
+  /// Has each new engine shown to the taker, before anything is loaded in it, until the taker takes one. Of several
+  /// takers the one that has waited longest is asked first, and an engine that was taken is shown to no other.
+  void addEngineTaker(EngineTaker taker);
 
  private:
   class Services;

@@ -1,6 +1,7 @@
 #include "corvane/platform/headless/headless_web_engine.h"
 
 #include <memory>
+#include <ranges>
 #include <utility>
 
 #include "corvane/platform/foundation/diagnostics.h"
@@ -52,7 +53,14 @@ HeadlessWebEngine* HeadlessWebEngine::of(const UIView& view) {
   return nullptr;
 }
 
+std::shared_ptr<HeadlessWebEngine> HeadlessWebEngine::shared() {
+  // The client is the web view, which owns this engine.
+  auto client = client_.lock();
+  return client == nullptr ? nullptr : std::shared_ptr<HeadlessWebEngine>(std::move(client), this);
+}
+
 void HeadlessWebEngine::finishLoad() {
+  isLoadUnobserved_ = false;
   if (const auto client = client_.lock()) client->engineDidFinishLoad();
 }
 
@@ -62,10 +70,12 @@ bool HeadlessWebEngine::navigate(const WKNavigationAction& action) {
 }
 
 void HeadlessWebEngine::failLoad(const WebError& error) {
+  isLoadUnobserved_ = false;
   if (const auto client = client_.lock()) client->engineDidFailLoad(LoadPhase::committed, error);
 }
 
 void HeadlessWebEngine::failProvisionalLoad(const WebError& error) {
+  isLoadUnobserved_ = false;
   if (const auto client = client_.lock()) client->engineDidFailLoad(LoadPhase::provisional, error);
 }
 
@@ -112,12 +122,21 @@ void HeadlessWebEngine::setResponding(bool isResponding) {
 void HeadlessWebEngine::setEvaluator(Evaluator evaluator) { *evaluator_ = std::move(evaluator); }
 void HeadlessWebEngine::setLoadObserver(LoadObserver observer) { loadObserver_ = std::move(observer); }
 
+std::optional<URLRequest> HeadlessWebEngine::takeUnobservedLoad() {
+  if (!std::exchange(isLoadUnobserved_, false)) return std::nullopt;
+  for (const Record& record : std::views::reverse(records_)) {
+    if (const auto* load = std::get_if<LoadRequested>(&record)) return load->request;
+  }
+  return std::nullopt;
+}
+
 void HeadlessWebEngine::load(const URLRequest& request) {
   records_.emplace_back(LoadRequested{request});
   pageUrl_ = request.url;
+  isLoadUnobserved_ = !loadObserver_;
   if (const auto observer = loadObserver_) return observer(request);
   diagnose(Diagnostic::Kind::pageNeverAttached,
-           [&] { return "nobody plays " + request.url + ": attach a SimulatedAgentTool to the view before it loads"; });
+           [&] { return "nobody plays " + request.url + ": attach a SimulatedAgentTool to the view"; });
 }
 
 void HeadlessWebEngine::evaluate(std::string_view script, EvaluationCompletion completion) {

@@ -69,6 +69,9 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// none.
   [[nodiscard]] static HeadlessWebEngine* of(const UIView& view);
 
+  /// A pointer that keeps the web view, and so its engine; null while the web view ends.
+  [[nodiscard]] std::shared_ptr<HeadlessWebEngine> shared();
+
   /// Everything that the engine was asked, in order.
   [[nodiscard]] std::span<const Record> records() const { return records_; }
   /// The records of one kind, in order.
@@ -105,6 +108,9 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   /// comes to it, in the order of the calls.
   void setEvaluator(Evaluator evaluator);
   void setLoadObserver(LoadObserver observer);
+  /// The load that is under way while there was nobody to observe it, for whoever plays it from now on. Given out once,
+  /// and not after the load was brought to an end by hand.
+  [[nodiscard]] std::optional<URLRequest> takeUnobservedLoad();
 
   void load(const URLRequest& request) override;
   void evaluate(std::string_view script, EvaluationCompletion completion) override;
@@ -122,6 +128,7 @@ class CORVANE_EXPORT HeadlessWebEngine final : public WebEngine {
   LoadObserver loadObserver_;
   CaptureState video_ = CaptureState::none;
   CaptureState audio_ = CaptureState::none;
+  bool isLoadUnobserved_ = false;
 };
 
 }  // namespace corvane::headless
