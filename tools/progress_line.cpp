@@ -31,7 +31,6 @@ std::size_t sizeOfAll(const std::vector<std::string>& paths) {
 
 ProgressLine::ProgressLine(const std::vector<std::string>& paths)
     : fileCount_(paths.size()),
-      totalBytes_(0),
       isTerminal_(::isatty(STDERR_FILENO) == 1),
       begin_(Clock::now()),
       nextUpdate_(begin_ + (fileCount_ > manyFiles ? std::chrono::milliseconds(0) : longRun)) {

@@ -24,7 +24,7 @@ class ProgressLine {
   using Clock = std::chrono::steady_clock;
 
   std::size_t fileCount_;
-  std::size_t totalBytes_;  ///< 0 if not known
+  std::size_t totalBytes_ = 0;  ///< 0 if not known
   bool isTerminal_;
   bool isShown_ = false;
   Clock::time_point begin_;
