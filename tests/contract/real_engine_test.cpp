@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <memory>
 #include <string>
 #include <vector>
@@ -162,6 +163,44 @@ TEST_P(RealEngine, WhatTheHostChoseReachesThePage) {
   EXPECT_TRUE(waitFor(token("short")));
   EXPECT_EQ(events_.back(), token("short"));
   EXPECT_LT(std::ranges::max(events_, {}, &std::string::size).size(), 1000U) << "the long one is dropped";
+}
+
+TEST_P(RealEngine, AFloatingCallStaysAtItsSideOnATurnedOutput) {
+  if (std::getenv("SWAYSOCK") == nullptr) GTEST_SKIP() << "There is no output that can be turned";
+  const auto waitForSize = [&](CGSize size) {
+    return platform_->runUntil(
+        [&] { return platform_->window()->bounds().size == size && !platform_->window()->isAnimating(); });
+  };
+  ASSERT_TRUE(waitForSize({390, 844}));
+  ASSERT_NO_FATAL_FAILURE(loadPage("plain.html"));
+  view_->setMinimizedOrigin(MinimizedOrigin::bottomRight());
+  platform_->pagePostsValue(*view_, R"({"eventType":"SDK_MINIMIZE_AGENT_TOOL"})");
+  ASSERT_TRUE(platform_->runUntil([&] { return view_->isMinimized() && !platform_->window()->isAnimating(); }));
+  const auto turn = [&](const std::string& transform, CGSize size) {
+    const std::string command = "swaymsg -q output HEADLESS-1 transform " + transform;
+    ASSERT_TRUE(g_spawn_command_line_sync(command.c_str(), nullptr, nullptr, nullptr, nullptr));
+    ASSERT_TRUE(waitForSize(size));
+  };
+  const auto expectOnTheRight = [&] {
+    const CGRect frame = view_->frame();
+    const CGSize size = platform_->window()->bounds().size;
+    EXPECT_TRUE(view_->center().x > size.width / 2 && frame.maxX() <= size.width && frame.minY() >= 0 &&
+                frame.maxY() <= size.height);
+    const auto x = static_cast<int>(view_->center().x);
+    const auto y = static_cast<int>(view_->center().y);
+    EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(x, y) == (Colour{0, 128, 0}); }));
+  };
+  ASSERT_NO_FATAL_FAILURE(turn("90", {844, 390}));
+  expectOnTheRight();
+  ASSERT_NO_FATAL_FAILURE(turn("normal", {390, 844}));
+  expectOnTheRight();
+  ASSERT_NO_FATAL_FAILURE(turn("270", {844, 390}));
+  view_->maximizeView();
+  EXPECT_TRUE(platform_->runUntil([&] {
+    const auto size = platform_->evaluate(*view_, "innerWidth + ' ' + innerHeight");
+    return view_->frame() == platform_->window()->bounds() && size && size->string() == "844 390";
+  }));
+  ASSERT_NO_FATAL_FAILURE(turn("normal", {390, 844}));
 }
 
 TEST_P(RealEngine, DeveloperToolsHaveAWindowOfTheirOwnAndEndWithTheirPage) {
