@@ -206,7 +206,30 @@ TEST_P(FloatingPage, ADragEndsWithItsWindowAndItsSurface) {
   expectClickInPage(box_->center());
 }
 
-INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(realEngines()),
+TEST_P(FloatingPage, WhatGoesAtTheEndOfItsDragLeavesThePageNoPartOfIt) {
+  const auto cover = UIView::create({{100, 300}, {200, 200}});
+  cover->addGestureRecognizer(UIPanGestureRecognizer::create([&](UIPanGestureRecognizer& pan) {
+    dragState_ = pan.state();
+    if (dragState_ == UIGestureRecognizerState::ended) cover->setHidden(true);
+  }));
+  platform_->window()->addSubview(cover);
+  for (int time = 0; time < 5; ++time) {
+    cover->setHidden(false);
+    ASSERT_NO_FATAL_FAILURE(show());
+    ASSERT_NO_FATAL_FAILURE(beginDrag({200, 400}, {180, 380}));
+    pointer_->move({170, 370});
+    pointer_->release();
+    ASSERT_TRUE(platform_->runUntil([&] { return dragState_ == UIGestureRecognizerState::ended; }));
+    ASSERT_NO_FATAL_FAILURE(show());
+    pointer_->press();
+    pointer_->release();
+    ASSERT_TRUE(waitForPage("seen.includes('click 170 370')")) << seen();
+    EXPECT_EQ(kindsSeen(), "pointerdown,mousedown,pointerup,mouseup,click") << seen();
+    forgetEvents();
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(, FloatingPage, testing::ValuesIn(surfaces()),
                          [](const auto& engine) { return engine.param.name; });
 
 }  // namespace

@@ -39,19 +39,37 @@ void RestingPointer::followRoot() {
   gtk_event_controller_set_propagation_phase(controller_.get(), GTK_PHASE_CAPTURE);
   events_ = SignalConnection::make<gboolean(GtkEventController*, GdkEvent*)>(
       controller_.get(), "event", [weak = weak_from_this()](GtkEventController*, GdkEvent* event) -> gboolean {
-        if (const auto self = weak.lock()) self->note(event);
-        return GDK_EVENT_PROPAGATE;
+        const auto self = weak.lock();
+        return self != nullptr && self->note(event) ? GDK_EVENT_STOP : GDK_EVENT_PROPAGATE;
       });
   // The widget takes a reference over.
   gtk_widget_add_controller(objectCast<GtkWidget>(root), GObjectHandle(controller_).release());
 }
 
-void RestingPointer::note(GdkEvent* event) {
-  const GdkEventType type = gdk_event_get_event_type(event);
-  if (type == GDK_LEAVE_NOTIFY) return lastMotion_.reset();
-  if (type != GDK_MOTION_NOTIFY) return;
-  lastMotion_.reset(gdk_event_ref(event));
+bool RestingPointer::note(GdkEvent* event) {
+  switch (gdk_event_get_event_type(event)) {
+    case GDK_LEAVE_NOTIFY:
+      lastMotion_.reset();
+      return false;
+    case GDK_BUTTON_PRESS:
+      isPressed_ = true;
+      return false;
+    case GDK_BUTTON_RELEASE:
+      isPressed_ = false;
+      if (std::exchange(isOutdated_, false)) later_->setReadyTime({});
+      return false;
+    case GDK_MOTION_NOTIFY:
+      break;
+    default:
+      return false;
+  }
+  constexpr int buttons = GDK_BUTTON1_MASK | GDK_BUTTON2_MASK | GDK_BUTTON3_MASK;
+  // The toolkit has looked by now. To a page a movement of a drag that is over would be one more drag.
+  const bool isOver =
+      event == lastMotion_.get() && (static_cast<int>(gdk_event_get_modifier_state(event)) & buttons) != 0;
+  if (!isOver) lastMotion_.reset(gdk_event_ref(event));
   viewBelow_ = viewBelow();
+  return isOver;
 }
 
 std::weak_ptr<UIView> RestingPointer::viewBelow() const {
@@ -69,6 +87,8 @@ void RestingPointer::viewsDidChange() {
 
 void RestingPointer::lookAgain() {
   later_->setNeverReady();
+  isOutdated_ = isPressed_;
+  if (isPressed_) return;
   if (lastMotion_ != nullptr) putBack(lastMotion_.get());
 }
 

@@ -14,7 +14,8 @@
 namespace corvane::gtk {
 
 /// Makes the toolkit look again for what is under the mouse when our views change there. By itself it looks when the
-/// mouse moves, so that a click of a resting one would go to what was there before.
+/// mouse moves, so that a click of a resting one would go to what was there before. What is pressed belongs to where the
+/// press was, so that looking waits for the release.
 ///
 /// Ownership: owned by the surface; it keeps the widget alive and knows the window weakly.
 /// Threads:   main thread only.
@@ -29,7 +30,8 @@ class RestingPointer : public std::enable_shared_from_this<RestingPointer> {
  private:
   void followRoot();
   void leaveRoot();
-  void note(GdkEvent* event);
+  /// Whether the event ends here.
+  [[nodiscard]] bool note(GdkEvent* event);
   void lookAgain();
   [[nodiscard]] std::weak_ptr<UIView> viewBelow() const;
 
@@ -42,6 +44,8 @@ class RestingPointer : public std::enable_shared_from_this<RestingPointer> {
   CHandle<GdkEvent, gdk_event_unref> lastMotion_;
   std::weak_ptr<UIView> viewBelow_;
   std::optional<GlibSource> later_;
+  bool isPressed_ = false;
+  bool isOutdated_ = false;
 };
 
 }  // namespace corvane::gtk
