@@ -30,7 +30,7 @@ endif()
 
 set(CORVANE_HAS_QT OFF)
 if(NOT CORVANE_QT STREQUAL "OFF")
-  find_package(Qt6 6.4 QUIET COMPONENTS Widgets QuickWidgets WebEngineWidgets)
+  find_package(Qt6 6.4 QUIET COMPONENTS Widgets Quick QuickWidgets WebEngineWidgets)
   if(TARGET Qt6::WebEngineWidgets AND TARGET Qt6::QuickWidgets AND TARGET Qt6::GuiPrivate AND soup_FOUND)
     set(CORVANE_HAS_QT ON)
   elseif(CORVANE_QT STREQUAL "ON")

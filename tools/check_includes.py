@@ -21,10 +21,11 @@ LAYERS = [
     ["corvane/agent_view"],
     ["corvane/declarative"],
     ["corvane/corvane.h"],
-    ["corvane/simulation"],
+    ["corvane/simulation", "corvane/quick"],
 ]
 BACKENDS = LAYERS[5]
-MAY_INCLUDE_BACKENDS = {"corvane/platform/headless", "corvane/platform/gtk", "corvane/platform/qt", "corvane/simulation"}
+MAY_INCLUDE_BACKENDS = {"corvane/platform/headless", "corvane/platform/gtk", "corvane/platform/qt", "corvane/simulation",
+                        "corvane/quick"}
 
 
 def folder_of(path):

@@ -150,4 +150,12 @@ std::vector<RealEngineMaker> realEngines() {
   };
 }
 
+std::vector<RealEngineMaker> surfaces() {
+  auto makers = realEngines();
+#ifdef CORVANE_HAS_QT
+  makers.push_back(quickEngine());
+#endif
+  return makers;
+}
+
 }  // namespace corvane::contract

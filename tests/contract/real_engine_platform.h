@@ -144,7 +144,11 @@ inline void PrintTo(const RealEngineMaker& maker, std::ostream* out) { *out << m
 /// Only where the backends are built.
 [[nodiscard]] RealEngineMaker gtkEngine();
 [[nodiscard]] RealEngineMaker qtEngine();
-/// Every one that is built.
+/// The same engine in an app of Qt Quick: for what its surface does otherwise.
+[[nodiscard]] RealEngineMaker quickEngine();
+/// Every engine that is built.
 [[nodiscard]] std::vector<RealEngineMaker> realEngines();
+/// Every kind of surface.
+[[nodiscard]] std::vector<RealEngineMaker> surfaces();
 
 }  // namespace corvane::contract

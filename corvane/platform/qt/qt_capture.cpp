@@ -1,9 +1,12 @@
 #include "corvane/platform/qt/qt_capture.h"
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QUrl>
+#include <QWindow>
+#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -29,13 +32,24 @@ std::optional<WKMediaCaptureType> captureType(Feature feature) {
   }
 }
 
+/// Null for a window of Qt Quick.
+QWidget* widgetOf(const QWindow& window) {
+  const QWidgetList widgets = QApplication::topLevelWidgets();
+  const auto found = std::ranges::find(widgets, &window, &QWidget::windowHandle);
+  return found != widgets.end() ? *found : nullptr;
+}
+
 /// Asks in a modal dialog over the page's window. The answer is dropped uncalled where there is none, when the page
 /// ends, or when the dialog is closed.
-void showCaptureDialog(QWidget* parent, QWebEnginePage* page, const CaptureDialogTexts& texts,
+void showCaptureDialog(QWindow* parent, QWebEnginePage* page, const CaptureDialogTexts& texts,
                        const WKMediaCaptureRequest& request, std::move_only_function<void(bool)> answer) {
   if (parent == nullptr || page == nullptr) return;
-  auto* const dialog = new QMessageBox(parent->window());
+  auto* const dialog = new QMessageBox(widgetOf(*parent));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
+  if (dialog->parent() == nullptr) {
+    dialog->winId();
+    dialog->windowHandle()->setTransientParent(parent);
+  }
   dialog->setWindowModality(Qt::WindowModal);
   dialog->setIcon(QMessageBox::Question);
   const std::string host = toText(QUrl(toQString(request.pageUrl)).host());

@@ -2,15 +2,18 @@
 #pragma once
 
 #include <QtWebEngineCore/QWebEnginePage>
+#include <functional>
 #include <memory>
 
 #include "corvane/platform/qt/qt_engine_context.h"
 #include "corvane/platform/web/web_engine.h"
 
+class QWindow;
+
 namespace corvane::qt {
 
-/// The widget over which a page's questions stand; null where the page is in no window.
-using DialogParent = std::function<QWidget*()>;
+/// The window over which a page's questions stand; null where the page is in none.
+using DialogParent = std::function<QWindow*()>;
 
 /// Puts a page's wishes to the web view's client, and refuses those that are none of ours. A client that is gone
 /// refuses.

@@ -2,6 +2,7 @@
 
 #include <QEvent>
 #include <QWidget>
+#include <QtQuick/QQuickWindow>
 #include <algorithm>
 #include <vector>
 
@@ -12,20 +13,25 @@ class FrameMeter::Parts final : public QObject {
   explicit Parts(QWidget* widget) {
     if (widget != nullptr) widget->installEventFilter(this);
   }
+  explicit Parts(QQuickWindow& window) { connect(&window, &QQuickWindow::afterAnimating, this, &Parts::count); }
 
   [[nodiscard]] const std::vector<std::chrono::nanoseconds>& times() const { return times_; }
 
  protected:
   bool eventFilter(QObject*, QEvent* event) override {
-    if (event->type() == QEvent::Paint) times_.emplace_back(std::chrono::steady_clock::now().time_since_epoch());
+    if (event->type() == QEvent::Paint) count();
     return false;
   }
 
  private:
+  void count() { times_.emplace_back(std::chrono::steady_clock::now().time_since_epoch()); }
+
   std::vector<std::chrono::nanoseconds> times_;
 };
 
 FrameMeter::FrameMeter(QWidget* widget) : parts_(std::make_unique<Parts>(widget)) {}
+
+FrameMeter::FrameMeter(QQuickWindow& window) : parts_(std::make_unique<Parts>(window)) {}
 
 FrameMeter::~FrameMeter() = default;
 

@@ -6,16 +6,18 @@
 
 #include "corvane/export.h"
 
+class QQuickWindow;
 class QWidget;
 
 namespace corvane::qt {
 
-/// Counts the frames of a widget from its making on. Make it right before an animation and read it in the animation's
-/// completion. While nothing changes there are no frames, and the wait for one counts as a gap.
+/// Counts the frames of a widget or of a window of Qt Quick from its making on. Make it right before an animation and
+/// read it in the animation's completion. While nothing changes there are no frames, and the wait for one counts as a
+/// gap.
 ///
 /// Ownership: owned by whoever measures.
 /// Threads:   main thread only.
-/// Failure:   none; a widget that is not on screen has no frames.
+/// Failure:   none; what is not on screen has no frames.
 class CORVANE_EXPORT FrameMeter {
  public:
   struct Result {
@@ -26,6 +28,7 @@ class CORVANE_EXPORT FrameMeter {
   };
 
   explicit FrameMeter(QWidget* widget);
+  explicit FrameMeter(QQuickWindow& window);
   FrameMeter(const FrameMeter&) = delete;
   FrameMeter& operator=(const FrameMeter&) = delete;
   ~FrameMeter();

@@ -5,6 +5,7 @@
 
 #include "corvane/export.h"
 
+class QQuickWindow;
 class QWidget;
 
 namespace corvane::qt {
@@ -12,5 +13,8 @@ namespace corvane::qt {
 /// Writes what a widget shows now into a PNG file, in device pixels of its window. False when the widget is not on
 /// screen, has no size or the file cannot be written.
 [[nodiscard]] CORVANE_EXPORT bool saveScreenshot(QWidget* widget, const std::filesystem::path& file);
+
+/// The same for a window of Qt Quick.
+[[nodiscard]] CORVANE_EXPORT bool saveScreenshot(QQuickWindow& window, const std::filesystem::path& file);
 
 }  // namespace corvane::qt

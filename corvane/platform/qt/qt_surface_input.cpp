@@ -6,6 +6,7 @@
 #include <QTouchEvent>
 #include <QVariant>
 #include <QWheelEvent>
+#include <QWidget>
 #include <algorithm>
 #include <set>
 #include <utility>
@@ -42,15 +43,16 @@ std::optional<engine::Placement> placementOf(const WKWebView& page, const UIWind
 
 }  // namespace
 
-std::shared_ptr<SurfaceInput> SurfaceInput::create(QWidget& widget, std::shared_ptr<UIWindow> window) {
-  return std::make_shared<SurfaceInput>(ConstructionKey{}, widget, std::move(window));
+std::shared_ptr<SurfaceInput> SurfaceInput::create(std::shared_ptr<SurfaceHost> host,
+                                                   std::shared_ptr<UIWindow> window) {
+  return std::make_shared<SurfaceInput>(ConstructionKey{}, std::move(host), std::move(window));
 }
 
-SurfaceInput::SurfaceInput(ConstructionKey, QWidget& widget, std::shared_ptr<UIWindow> window)
-    : widget_(&widget), window_(std::move(window)), held_(std::make_shared<HeldTouches>(window_)) {}
+SurfaceInput::SurfaceInput(ConstructionKey, std::shared_ptr<SurfaceHost> host, std::shared_ptr<UIWindow> window)
+    : host_(std::move(host)), window_(std::move(window)), held_(std::make_shared<HeldTouches>(window_)) {}
 
 void SurfaceInput::watchWindow() {
-  QWindow* const native = widget_ != nullptr ? widget_->window()->windowHandle() : nullptr;
+  QWindow* const native = host_->nativeWindow();
   if (native == native_) return;
   if (native_ != nullptr) native_->removeEventFilter(this);
   native_ = native;
@@ -65,7 +67,7 @@ void SurfaceInput::cancelAll() {
 
 bool SurfaceInput::eventFilter(QObject*, QEvent* event) {
   const auto alive = shared_from_this();
-  if (isReplaying_ || widget_ == nullptr || !widget_->isVisible()) return false;
+  if (isReplaying_ || !host_->isVisible()) return false;
   // A menu that is open takes all that happens outside of it, and closes.
   if (QApplication::activePopupWidget() != nullptr) return false;
   return filter(event);
@@ -343,8 +345,7 @@ void SurfaceInput::focus(const std::shared_ptr<WKWebView>& page, Qt::FocusReason
     static_cast<void>(handleFocused(out));
   }
   focused_ = page;
-  if (widget_ == nullptr) return;
-  if (!widget_->hasFocus()) return widget_->setFocus(reason);
+  if (!host_->hasFocus()) return host_->takeFocus(reason);
   if (before == page) return;
   QFocusEvent in(QEvent::FocusIn, reason);
   static_cast<void>(handleFocused(in));
@@ -360,8 +361,8 @@ std::shared_ptr<WKWebView> SurfaceInput::pageAt(CGPoint point) const {
   return page != nullptr && inputOf(*page) != nullptr ? page : nullptr;
 }
 
-bool SurfaceInput::takesInputAt(QPointF onWindow) const {
-  return targetAt(onSurface(onWindow)).kind != Target::Kind::host;
+bool SurfaceInput::takesInputAt(QPointF onSurface) const {
+  return targetAt({onSurface.x(), onSurface.y()}).kind != Target::Kind::host;
 }
 
 bool SurfaceInput::handleFocused(QEvent& event) {
@@ -388,12 +389,13 @@ QVariant SurfaceInput::answerInputMethod(Qt::InputMethodQuery query) const {
 }
 
 CGPoint SurfaceInput::onSurface(QPointF onWindow) const {
-  const QPointF point = widget_->mapFrom(widget_->window(), onWindow);
+  const QPointF point = host_->fromWindow(onWindow);
   return {point.x(), point.y()};
 }
 
 SurfaceInput::Target SurfaceInput::targetAt(CGPoint onSurface) const {
-  const CGRect area{{}, {static_cast<CGFloat>(widget_->width()), static_cast<CGFloat>(widget_->height())}};
+  const QSize size = host_->size();
+  const CGRect area{{}, {static_cast<CGFloat>(size.width()), static_cast<CGFloat>(size.height())}};
   if (!area.contains(onSurface)) return {};
   const CGPoint origin = window_->bounds().origin;
   const auto view = window_->hitTest({onSurface.x + origin.x, onSurface.y + origin.y});

@@ -5,7 +5,6 @@
 #include <QObject>
 #include <QPointF>
 #include <QPointer>
-#include <QWidget>
 #include <QWindow>
 #include <cstdint>
 #include <functional>
@@ -16,6 +15,7 @@
 
 #include "corvane/platform/engine/held_touches.h"
 #include "corvane/platform/qt/qt_page_touches.h"
+#include "corvane/platform/qt/qt_surface_host.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/web/wk_web_view.h"
 
@@ -41,10 +41,10 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   };
 
  public:
-  static std::shared_ptr<SurfaceInput> create(QWidget& widget, std::shared_ptr<UIWindow> window);
-  SurfaceInput(ConstructionKey key, QWidget& widget, std::shared_ptr<UIWindow> window);
+  static std::shared_ptr<SurfaceInput> create(std::shared_ptr<SurfaceHost> host, std::shared_ptr<UIWindow> window);
+  SurfaceInput(ConstructionKey key, std::shared_ptr<SurfaceHost> host, std::shared_ptr<UIWindow> window);
 
-  /// The widget may have come into another window.
+  /// The surface may have come into another window.
   void watchWindow();
   /// What is not on screen gets no more events.
   void cancelAll();
@@ -58,8 +58,8 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   void setFocusedPage(const std::shared_ptr<WKWebView>& page) { focused_ = page; }
   /// The page at a point of the window of views that takes input; null for none.
   [[nodiscard]] std::shared_ptr<WKWebView> pageAt(CGPoint point) const;
-  /// Whether our views have what happens at a point of the toolkit's window.
-  [[nodiscard]] bool takesInputAt(QPointF onWindow) const;
+  /// Whether our views have what happens at a point of the surface.
+  [[nodiscard]] bool takesInputAt(QPointF onSurface) const;
   /// Called before the Tab key goes on in this window; true is forward.
   void setTabHandler(std::function<void(bool)> handler) { tabHandler_ = std::move(handler); }
   [[nodiscard]] QVariant answerInputMethod(Qt::InputMethodQuery query) const;
@@ -116,7 +116,7 @@ class SurfaceInput final : public QObject, public std::enable_shared_from_this<S
   /// A point of the surface in a page's own coordinates; none while the page is not to be seen.
   [[nodiscard]] std::optional<QPointF> onPage(const WKWebView& page, CGPoint onSurface) const;
 
-  QPointer<QWidget> widget_;
+  std::shared_ptr<SurfaceHost> host_;
   QPointer<QWindow> native_;
   std::shared_ptr<UIWindow> window_;
   std::shared_ptr<engine::HeldTouches> held_;

@@ -1,8 +1,8 @@
 #include "corvane/platform/qt/qt_surface_keyboard.h"
 
-#include <QApplication>
 #include <QPen>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "corvane/platform/engine/key_gestures.h"
@@ -13,20 +13,15 @@ namespace corvane::qt {
 
 namespace {
 
-/// An app has fewer widgets in a row that cannot have the focus.
-constexpr int mostSteps = 256;
-
 Qt::FocusReason tabReason(bool isForward) { return isForward ? Qt::TabFocusReason : Qt::BacktabFocusReason; }
 
 }  // namespace
 
-SurfaceKeyboard::SurfaceKeyboard(QWidget& widget, std::shared_ptr<UIWindow> window, std::shared_ptr<SurfaceInput> input)
-    : widget_(&widget), window_(std::move(window)), input_(std::move(input)) {}
+SurfaceKeyboard::SurfaceKeyboard(std::shared_ptr<SurfaceHost> host, std::shared_ptr<UIWindow> window,
+                                 std::shared_ptr<SurfaceInput> input)
+    : host_(std::move(host)), window_(std::move(window)), input_(std::move(input)) {}
 
 void SurfaceKeyboard::begin() {
-  QObject::connect(
-      qApp, &QApplication::focusChanged, connections_.get(),
-      whileAlive(weak_from_this(), [](SurfaceKeyboard& self, QWidget*, QWidget* now) { self.focusDidMove(now); }));
   input_->setTabHandler(whileAlive(weak_from_this(), [](SurfaceKeyboard& self, bool isForward) {
     self.isForward_ = isForward;
     // The views may have changed since they were last drawn.
@@ -42,50 +37,41 @@ void SurfaceKeyboard::viewsDidChange() {
 /// A page that comes over what has the focus gets it. What the user is in and can see keeps it.
 void SurfaceKeyboard::placeFocus() {
   isPlacing_ = false;
-  if (widget_ == nullptr || !widget_->isVisible()) return;
-  QWidget* const focus = widget_->window()->focusWidget();
+  if (!host_->isVisible()) return;
+  const auto other = host_->otherFocus();
   const bool isFloating = engine::floatingView(*window_) != nullptr;
-  if (focus == widget_) {
+  if (host_->hasFocus()) {
     if (!input_->hasFocusedPage()) input_->focus(nullptr, Qt::OtherFocusReason);
     if (isFloating || input_->hasFocusedPage()) return;
-  } else if (focus != nullptr && !covers(*focus)) {
+  } else if (other && !covers(*other)) {
     return;
   }
   // A floating view leaves the rest of the window to the keys.
   if (const auto page = isFloating ? nullptr : pageInTheMiddle()) {
     input_->focus(page, Qt::OtherFocusReason);
-  } else if (focus != nullptr && !moveOn(*focus, isForward_)) {
-    focus->clearFocus();
+  } else if ((other || host_->hasFocus()) && !moveOn(isForward_)) {
+    host_->dropFocus();
   }
 }
 
-void SurfaceKeyboard::focusDidMove(QWidget* focus) {
-  if (widget_ == nullptr) return;
-  widget_->update();
-  if (isLeaving_ || focus == nullptr || !covers(*focus)) return;
-  if (!moveOn(*focus, isForward_)) focus->clearFocus();
+void SurfaceKeyboard::focusDidMove() {
+  host_->queueFrame();
+  const auto other = isLeaving_ ? std::nullopt : host_->otherFocus();
+  if (other && covers(*other) && !moveOn(isForward_)) host_->dropFocus();
 }
 
-bool SurfaceKeyboard::moveOn(QWidget& from, bool isForward) {
+bool SurfaceKeyboard::moveOn(bool isForward) {
   const auto alive = shared_from_this();
-  QWidget* next = &from;
-  for (int step = 0; step < mostSteps; ++step) {
-    next = isForward ? next->nextInFocusChain() : next->previousInFocusChain();
-    if (next == &from) break;
-    const bool isSurface = next == widget_;
-    const bool hasUse = !isSurface || engine::floatingView(*window_) != nullptr || pageInTheMiddle() != nullptr;
-    const bool isStop = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled() && next->isVisible();
-    if (!isStop || !hasUse || next->window() != widget_->window() || covers(*next)) continue;
-    isLeaving_ = true;
-    next->setFocus(tabReason(isForward));
-    isLeaving_ = false;
-    return true;
-  }
-  return false;
+  isLeaving_ = true;
+  const bool hasMoved = host_->moveFocus(isForward, [this](const std::optional<QRectF>& box) {
+    return box ? !covers(*box) : engine::floatingView(*window_) != nullptr || pageInTheMiddle() != nullptr;
+  });
+  isLeaving_ = false;
+  return hasMoved;
 }
 
 void SurfaceKeyboard::leavePage(bool isForward) {
-  if (widget_ == nullptr || moveOn(*widget_, isForward)) return;
+  if (moveOn(isForward)) return;
   // There is nothing else in the window: the page begins again.
   if (const auto page = pageInTheMiddle()) {
     input_->focus(nullptr, tabReason(isForward));
@@ -140,7 +126,7 @@ bool SurfaceKeyboard::handleKey(int key) {
 }
 
 void SurfaceKeyboard::drawFocus(QPainter& painter) const {
-  if (widget_ == nullptr || !widget_->hasFocus() || input_->hasFocusedPage()) return;
+  if (!host_->hasFocus() || input_->hasFocusedPage()) return;
   const auto view = engine::floatingView(*window_);
   if (view == nullptr) return;
   constexpr qreal thickness = 3;
@@ -158,15 +144,11 @@ std::shared_ptr<WKWebView> SurfaceKeyboard::pageInTheMiddle() const {
   return input_->pageAt({window_->bounds().midX(), window_->bounds().midY()});
 }
 
-bool SurfaceKeyboard::covers(const QWidget& other) const {
-  if (&other == widget_ || other.isAncestorOf(widget_) || other.window() != widget_->window() || !other.isVisible()) {
-    return false;
-  }
+bool SurfaceKeyboard::covers(const QRectF& box) const {
   // Corners and middle: what shows some of itself can be used.
   for (const auto& [x, y] :
        std::to_array<std::pair<qreal, qreal>>({{0.5, 0.5}, {0.05, 0.05}, {0.95, 0.05}, {0.05, 0.95}, {0.95, 0.95}})) {
-    const QPointF point = other.mapTo(other.window(), QPointF(x * other.width(), y * other.height()));
-    if (!input_->takesInputAt(point)) return false;
+    if (!input_->takesInputAt(QPointF(box.x() + x * box.width(), box.y() + y * box.height()))) return false;
   }
   return true;
 }

@@ -1,13 +1,11 @@
-/// The keyboard's way among a surface, its pages and the widgets of the host app.
+/// The keyboard's way among a surface, its pages and what the host app has beside them.
 #pragma once
 
 #include <QKeyEvent>
-#include <QObject>
 #include <QPainter>
-#include <QPointer>
-#include <QWidget>
 #include <memory>
 
+#include "corvane/platform/qt/qt_surface_host.h"
 #include "corvane/platform/qt/qt_surface_input.h"
 #include "corvane/platform/views/ui_window.h"
 
@@ -21,11 +19,14 @@ namespace corvane::qt {
 /// Threads:   main thread only.
 class SurfaceKeyboard : public std::enable_shared_from_this<SurfaceKeyboard> {
  public:
-  SurfaceKeyboard(QWidget& widget, std::shared_ptr<UIWindow> window, std::shared_ptr<SurfaceInput> input);
+  SurfaceKeyboard(std::shared_ptr<SurfaceHost> host, std::shared_ptr<UIWindow> window,
+                  std::shared_ptr<SurfaceInput> input);
 
   void begin();
   /// What is covered, and what floats, may be something else by now.
   void viewsDidChange();
+  /// Something else in the window may have the focus now.
+  void focusDidMove();
   /// Keys and the focus. True for what ends here.
   [[nodiscard]] bool handle(QEvent& event);
   /// The Tab key has come to the end of a page.
@@ -35,20 +36,18 @@ class SurfaceKeyboard : public std::enable_shared_from_this<SurfaceKeyboard> {
 
  private:
   void placeFocus();
-  void focusDidMove(QWidget* focus);
   /// The focus goes on as Tab does, past everything that nobody sees. False where there is nothing to go to.
-  bool moveOn(QWidget& from, bool isForward);
+  bool moveOn(bool isForward);
   [[nodiscard]] bool handleKey(int key);
   void handleFocusIn(QFocusEvent& event);
   /// The page that covers the middle of the surface; null for none.
   [[nodiscard]] std::shared_ptr<WKWebView> pageInTheMiddle() const;
-  /// Whether our views lie over the whole of a widget, so that nobody sees it.
-  [[nodiscard]] bool covers(const QWidget& other) const;
+  /// Whether our views lie over the whole of a box on the surface, so that nobody sees what is in it.
+  [[nodiscard]] bool covers(const QRectF& box) const;
 
-  QPointer<QWidget> widget_;
+  std::shared_ptr<SurfaceHost> host_;
   std::shared_ptr<UIWindow> window_;
   std::shared_ptr<SurfaceInput> input_;
-  std::unique_ptr<QObject> connections_ = std::make_unique<QObject>();
   bool isForward_ = true;
   bool isPlacing_ = false;
   bool isLeaving_ = false;

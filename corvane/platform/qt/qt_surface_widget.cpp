@@ -1,17 +1,22 @@
 #include "corvane/platform/qt/qt_surface_widget.h"
 
+#include <QApplication>
 #include <QEvent>
+#include <QPainter>
 #include <QVariant>
 
 namespace corvane::qt {
 
-SurfaceWidget::SurfaceWidget(SurfaceWidgetClient& client) : client_(&client) {
+SurfaceWidget::SurfaceWidget() {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setAttribute(Qt::WA_NoSystemBackground);
   setAttribute(Qt::WA_InputMethodEnabled);
   setFocusPolicy(Qt::StrongFocus);
   setAccessibleName(QStringLiteral("Call"));
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  connect(qApp, &QApplication::focusChanged, this, [this] {
+    if (client_ != nullptr) client_->focusMoved();
+  });
 }
 
 QVariant SurfaceWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
@@ -21,14 +26,8 @@ QVariant SurfaceWidget::inputMethodQuery(Qt::InputMethodQuery query) const {
 
 bool SurfaceWidget::event(QEvent* event) {
   if (client_ == nullptr) return QWidget::event(event);
+  if (isInput(*event)) return client_->handleInput(*event) || QWidget::event(event);
   switch (event->type()) {
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::InputMethod:
-    case QEvent::FocusIn:
-    case QEvent::FocusOut:
-      return client_->handleInput(*event) || QWidget::event(event);
     case QEvent::Resize:
       client_->surfaceResized({static_cast<CGFloat>(width()), static_cast<CGFloat>(height())});
       return true;
@@ -48,7 +47,9 @@ bool SurfaceWidget::event(QEvent* event) {
 }
 
 void SurfaceWidget::paintEvent(QPaintEvent*) {
-  if (client_ != nullptr) client_->drawSurface();
+  if (client_ == nullptr) return;
+  QPainter painter(this);
+  client_->drawSurface(painter, devicePixelRatioF());
 }
 
 }  // namespace corvane::qt

@@ -1,6 +1,5 @@
 #include "corvane/platform/qt/qt_web_engine.h"
 
-#include <QPointer>
 #include <utility>
 
 #include "corvane/platform/engine/responsiveness.h"
@@ -14,6 +13,7 @@
 #include "corvane/platform/qt/qt_page_loader.h"
 #include "corvane/platform/qt/qt_page_scripts.h"
 #include "corvane/platform/qt/qt_page_view.h"
+#include "corvane/platform/qt/qt_surface_host.h"
 
 namespace corvane::qt {
 
@@ -64,7 +64,7 @@ struct QtWebEngine::Parts {
   std::shared_ptr<PageCapture> capture;
   std::shared_ptr<engine::Responsiveness> responsiveness;
   /// Shared with the questions of the page.
-  std::shared_ptr<QPointer<QWidget>> surface = std::make_shared<QPointer<QWidget>>();
+  std::shared_ptr<std::shared_ptr<SurfaceHost>> surface = std::make_shared<std::shared_ptr<SurfaceHost>>();
 };
 
 QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_ptr<WebEngineClient> client,
@@ -113,7 +113,9 @@ QtWebEngine::QtWebEngine(const WKWebViewConfiguration& configuration, std::weak_
         if (const auto responsiveness = weakResponsiveness.lock()) responsiveness->forget();
       });
   handleFeatureRequests(
-      *parts.page, [surface = parts.surface]() -> QWidget* { return *surface; }, parts.context, std::move(client));
+      *parts.page,
+      [surface = parts.surface]() -> QWindow* { return *surface != nullptr ? (*surface)->nativeWindow() : nullptr; },
+      parts.context, std::move(client));
 }
 
 QtWebEngine::~QtWebEngine() {
@@ -145,13 +147,13 @@ void QtWebEngine::setCaptureMuted(AVMediaType mediaType, bool isMuted) {
 
 PageView& QtWebEngine::view() const { return *parts_->view; }
 
-void QtWebEngine::setSurface(QWidget* surface, std::function<void()> changed) {
-  *parts_->surface = surface;
+void QtWebEngine::setSurface(std::shared_ptr<SurfaceHost> surface, std::function<void()> changed) {
   if (surface == nullptr) parts_->view->setEndOfTabs(nullptr);
+  *parts_->surface = std::move(surface);
   parts_->view->setPictureHandler(std::move(changed));
 }
 
-QWidget* QtWebEngine::surface() const { return *parts_->surface; }
+const std::shared_ptr<SurfaceHost>& QtWebEngine::surface() const { return *parts_->surface; }
 
 void QtWebEngine::noteUserAction() {
   parts_->loader->noteUserAction();

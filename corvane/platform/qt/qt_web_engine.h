@@ -7,12 +7,11 @@
 
 #include "corvane/platform/web/web_engine.h"
 
-class QWidget;
-
 namespace corvane::qt {
 
 struct EngineContext;
 class PageView;
+class SurfaceHost;
 
 /// Carries a web view with Qt WebEngine. It works in no window, too: pages load, run their scripts and post messages.
 ///
@@ -39,10 +38,10 @@ class QtWebEngine final : public WebEngine {
   [[nodiscard]] bool isInteractive() const { return isInteractive_; }
   /// The page's own widget, which is never on screen.
   [[nodiscard]] PageView& view() const;
-  /// The surface's widget that shows the page, and what is to be called when the page looks different.
-  void setSurface(QWidget* surface, std::function<void()> changed);
-  /// The surface's widget; null for a page that none shows.
-  [[nodiscard]] QWidget* surface() const;
+  /// The surface that shows the page, and what is to be called when the page looks different.
+  void setSurface(std::shared_ptr<SurfaceHost> surface, std::function<void()> changed);
+  /// Null for a page that none shows.
+  [[nodiscard]] const std::shared_ptr<SurfaceHost>& surface() const;
   /// The user has clicked, typed or touched in the page.
   void noteUserAction();
 
