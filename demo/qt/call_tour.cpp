@@ -28,7 +28,7 @@ std::shared_ptr<WKWebView> pageOf(const UIView& view) {
 
 }  // namespace
 
-CallTour::CallTour(CallWindow& agent, CustomerWindow& customer, const Product& product, std::filesystem::path pictures)
+CallTour::CallTour(AgentApp& agent, CustomerWindow& customer, const Product& product, std::filesystem::path pictures)
     : agent_(agent), customer_(customer), pictures_(std::move(pictures)) {
   addSteps(product);
   timer_.setInterval(interval);
@@ -53,7 +53,7 @@ void CallTour::addSteps(const Product& product) {
   steps_.push_back({"a product is added in the app, and the customer sees it",
                     [this, product] {
                       savePictures("call");
-                      agent_.requests().addToCall(product);
+                      agent_.addToCall(product);
                     },
                     customerSees("document.querySelector('#products [data-sku=\"" + sku + "\"]') !== null")});
   addFloatingSteps();
@@ -75,13 +75,13 @@ void CallTour::addSteps(const Product& product) {
 }
 
 void CallTour::addFloatingSteps() {
-  const auto isStill = [this] { return !agent_.surface()->window()->isAnimating(); };
+  const auto isStill = [this] { return !agent_.views()->isAnimating(); };
   steps_.push_back({"the call shrinks",
                     [this] {
                       clickForAgent("minimize");
                       measure();
                     },
-                    [this, isStill] { return agent_.view()->isMinimized() && isStill(); }});
+                    [this, isStill] { return agent_.agentView()->isMinimized() && isStill(); }});
   steps_.push_back({"the products are under the small call",
                     [this] {
                       printFrames("shrinking");
@@ -89,20 +89,21 @@ void CallTour::addFloatingSteps() {
                       agent_.showProducts();
                     },
                     [this] { return hasPaused(); }});
-  steps_.push_back({"the small call is dragged to the other side",
-                    [this] {
-                      measure();
-                      drag();
-                    },
-                    [this, isStill] { return agent_.view()->center().x < agent_.width() / 2.0 && isStill(); }});
+  steps_.push_back(
+      {"the small call is dragged to the other side",
+       [this] {
+         measure();
+         drag();
+       },
+       [this, isStill] { return agent_.agentView()->center().x < agent_.nativeWindow()->width() / 2.0 && isStill(); }});
   steps_.push_back({"the call grows back",
                     [this] {
                       printFrames("snapping");
                       savePictures("dragged");
                       measure();
-                      agent_.view()->maximizeView();
+                      agent_.agentView()->maximizeView();
                     },
-                    [this, isStill] { return !agent_.view()->isMinimized() && isStill(); }});
+                    [this, isStill] { return !agent_.agentView()->isMinimized() && isStill(); }});
 }
 
 void CallTour::look() {
@@ -124,7 +125,10 @@ void CallTour::next() {
 }
 
 std::function<bool()> CallTour::hasCall(CallSessionStatus status) const {
-  return [this, status] { return agent_.view()->callSessionStatus() == status; };
+  return [this, status] {
+    const auto view = agent_.agentView();
+    return view != nullptr && view->callSessionStatus() == status;
+  };
 }
 
 std::function<bool()> CallTour::customerSees(std::string script) {
@@ -143,15 +147,15 @@ void CallTour::runForCustomer(std::string_view script) {
 bool CallTour::hasPaused() const { return std::chrono::steady_clock::now() - begun_ > pauseForPictures; }
 
 void CallTour::clickForAgent(const std::string& action) {
-  if (const auto page = pageOf(*agent_.view())) {
+  if (const auto page = pageOf(*agent_.agentView())) {
     page->evaluateJavaScript("document.querySelector('[data-action=" + action + "]').click()",
                              [](const EvaluationResult&) {});
   }
 }
 
 void CallTour::drag() {
-  const CGPoint center = agent_.view()->superview()->convertPoint(agent_.view()->center(), nullptr);
-  QWindow* const window = agent_.windowHandle();
+  const CGPoint center = agent_.agentView()->superview()->convertPoint(agent_.agentView()->center(), nullptr);
+  QWindow* const window = agent_.nativeWindow();
   const auto send = [&](QEvent::Type type, QPointF at) {
     const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
     const Qt::MouseButtons buttons = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
@@ -166,7 +170,7 @@ void CallTour::drag() {
   send(QEvent::MouseButtonRelease, place);
 }
 
-void CallTour::measure() { frames_.emplace(agent_.surface()->widget()); }
+void CallTour::measure() { frames_ = agent_.measure(); }
 
 void CallTour::printFrames(const char* name) {
   const auto result = frames_->result();
@@ -175,7 +179,7 @@ void CallTour::printFrames(const char* name) {
 }
 
 void CallTour::savePictures(const std::string& name) {
-  const bool isSaved = qt::saveScreenshot(&agent_, pictures_ / ("qt_" + name + "_agent.png")) &&
+  const bool isSaved = agent_.savePicture(pictures_ / ("qt_" + name + "_agent.png")) &&
                        qt::saveScreenshot(&customer_, pictures_ / ("qt_" + name + "_customer.png"));
   if (!isSaved) std::printf("demo: a picture could not be saved in %s\n", pictures_.c_str());
 }

@@ -6,13 +6,12 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
 #include "corvane/platform/qt/qt_frame_meter.h"
-#include "demo/qt/call_window.h"
+#include "demo/qt/agent_app.h"
 #include "demo/qt/customer_window.h"
 
 namespace corvane::demo {
@@ -24,7 +23,7 @@ namespace corvane::demo {
 /// Failure:   a step that takes too long ends the tour with a word.
 class CallTour {
  public:
-  CallTour(CallWindow& agent, CustomerWindow& customer, const Product& product, std::filesystem::path pictures);
+  CallTour(AgentApp& agent, CustomerWindow& customer, const Product& product, std::filesystem::path pictures);
 
   /// Calls the function once, with whether the tour has come to its end.
   void begin(std::function<void(bool)> ended);
@@ -53,14 +52,14 @@ class CallTour {
   void printFrames(const char* name);
   void savePictures(const std::string& name);
 
-  CallWindow& agent_;
+  AgentApp& agent_;
   CustomerWindow& customer_;
   std::filesystem::path pictures_;
   std::vector<Step> steps_;
   std::size_t current_ = 0;
   std::chrono::steady_clock::time_point begun_;
   std::function<void(bool)> ended_;
-  std::optional<qt::FrameMeter> frames_;
+  std::unique_ptr<qt::FrameMeter> frames_;
   std::shared_ptr<bool> answer_ = std::make_shared<bool>(false);
   QTimer timer_;
 };

@@ -6,8 +6,10 @@
 #include <QScrollArea>
 #include <QStackedWidget>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "corvane/agent_view/minimized_state.h"
+#include "corvane/platform/qt/qt_screenshot.h"
 #include "demo/shop/event_printer.h"
 #include "demo/shop/shop_products.h"
 
@@ -54,12 +56,13 @@ QString priceOf(const Product& product) {
 
 }  // namespace
 
-CallWindow::CallWindow(const std::string& page, const std::vector<Product>& products)
+CallWindow::CallWindow(const std::string& page, std::string booking, const std::vector<Product>& products)
     : view_(VelnorAgentView::create(Region::custom(page), "shop-42", /*enableSSO=*/true)),
       requests_(std::make_shared<ShopRequests>(
           view_, [this](const std::string& line) { report_->setText(QString::fromStdString(line)); })),
       callArea_(Area::create()),
-      floatingArea_(Area::create()) {
+      floatingArea_(Area::create()),
+      booking_(std::move(booking)) {
   setWindowTitle(QStringLiteral("Shop: the agent"));
   setStyleSheet(QLatin1String(styleSheetText));
   resize(phoneWidth, phoneHeight);
@@ -162,6 +165,15 @@ void CallWindow::placeCall() {
   });
 }
 
+void CallWindow::open() {
+  show();
+  view_->loadBooking(booking_);
+}
+
+std::unique_ptr<qt::FrameMeter> CallWindow::measure() { return std::make_unique<qt::FrameMeter>(surface_->widget()); }
+
+bool CallWindow::savePicture(const std::filesystem::path& file) { return qt::saveScreenshot(this, file); }
+
 void CallWindow::showCall() { showScreen(callScreen); }
 void CallWindow::showProducts() { showScreen(productsScreen); }
 
@@ -181,7 +193,6 @@ void CallWindow::receive(const AgentEvent& event) {
     row.quantity->setText(quantity > 0 ? QString::number(quantity) + QStringLiteral(" in cart") : QString());
   }
   if (const auto* ask = event.getIf<AgentEvent::RefreshSsoToken>()) requests_->refreshToken(ask->responseId);
-  if (const auto handler = handler_) handler(event);
 }
 
 }  // namespace corvane::demo

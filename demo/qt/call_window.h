@@ -3,13 +3,13 @@
 
 #include <QWidget>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "corvane/agent_view/velnor_agent_view.h"
 #include "corvane/platform/qt/qt_surface.h"
+#include "demo/qt/agent_app.h"
 #include "demo/shop/shop_cart.h"
 #include "demo/shop/shop_requests.h"
 
@@ -22,18 +22,20 @@ namespace corvane::demo {
 /// The call floats over both screens, and over nothing of the bar below them.
 ///
 /// Ownership: owned by its maker. Threads: main thread only. A backend must be installed.
-class CallWindow final : public QWidget {
+class CallWindow final : public QWidget, public AgentApp {
  public:
   /// `page` is the address of the agent tool.
-  CallWindow(const std::string& page, const std::vector<Product>& products);
+  CallWindow(const std::string& page, std::string booking, const std::vector<Product>& products);
   ~CallWindow() override;
 
-  [[nodiscard]] const std::shared_ptr<VelnorAgentView>& view() const { return view_; }
-  [[nodiscard]] const std::shared_ptr<qt::Surface>& surface() const { return surface_; }
-  [[nodiscard]] ShopRequests& requests() { return *requests_; }
-  void showCall();
-  void showProducts();
-  void setEventHandler(std::function<void(const AgentEvent&)> handler) { handler_ = std::move(handler); }
+  void open() override;
+  [[nodiscard]] std::shared_ptr<VelnorAgentView> agentView() const override { return view_; }
+  [[nodiscard]] std::shared_ptr<UIWindow> views() const override { return surface_->window(); }
+  [[nodiscard]] QWindow* nativeWindow() const override { return windowHandle(); }
+  void addToCall(const Product& product) override { requests_->addToCall(product); }
+  void showProducts() override;
+  [[nodiscard]] std::unique_ptr<qt::FrameMeter> measure() override;
+  [[nodiscard]] bool savePicture(const std::filesystem::path& file) override;
 
  private:
   struct Row {
@@ -45,6 +47,7 @@ class CallWindow final : public QWidget {
   [[nodiscard]] QWidget* makeBar();
   void placeCall();
   void receive(const AgentEvent& event);
+  void showCall();
   void showScreen(int index);
 
   std::shared_ptr<VelnorAgentView> view_;
@@ -57,7 +60,7 @@ class CallWindow final : public QWidget {
   QStackedWidget* screens_ = nullptr;
   QLabel* report_ = nullptr;
   std::vector<QPushButton*> tabs_;
-  std::function<void(const AgentEvent&)> handler_;
+  std::string booking_;
 };
 
 }  // namespace corvane::demo

@@ -1,12 +1,15 @@
 // The demo on Qt, where a call takes place: the agent's app, and the customer's page in a window beside it.
 #include <QApplication>
+#include <QWindow>
 #include <cstdio>
 #include <filesystem>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
 
 #include "corvane/platform/qt/qt_backend.h"
+#include "demo/qml/qml_app.h"
 #include "demo/qt/call_tour.h"
 #include "demo/qt/call_window.h"
 #include "demo/qt/customer_window.h"
@@ -49,14 +52,22 @@ int run(const demo::DemoOptions& options) {
 
   const std::string link = (*server)->address(std::string("customer/index.html?booking=") + booking);
   std::printf("demo: the customer's link, for the window beside or a browser on this machine: %s\n", link.c_str());
-  demo::CallWindow agent((*server)->address("agent_tool/" + options.page + "#call-now"), *products);
+  const std::string page = (*server)->address("agent_tool/" + options.page + "#call-now");
+  std::unique_ptr<demo::AgentApp> agent;
+  if (options.isDeclarative) {
+    auto app = demo::QmlApp::load(page, booking, *products);
+    if (!app) return fail(app.error());
+    agent = *std::move(app);
+  } else {
+    agent = std::make_unique<demo::CallWindow>(page, booking, *products);
+  }
   demo::CustomerWindow customer(link + "#auto");
-  agent.show();
-  customer.move(agent.x() + agent.width() + gap, agent.y());
+  agent->open();
+  const QRect place = agent->nativeWindow()->geometry();
+  customer.move(place.right() + gap, place.y());
   customer.show();
-  agent.view()->loadBooking(booking);
   if (!options.isTour) return QApplication::exec();
-  demo::CallTour tour(agent, customer, products->front(), options.screenshotFolder);
+  demo::CallTour tour(*agent, customer, products->front(), options.screenshotFolder);
   tour.begin([&](bool isComplete) { QCoreApplication::exit(isComplete ? 0 : 1); });
   return QApplication::exec();
 }
