@@ -38,7 +38,7 @@ QVariant null() { return QVariant::fromValue(nullptr); }
 
 }  // namespace
 
-void QmlOperations::call(QJSValue completion, const QVariant& error, const QVariant& value) {
+void QmlOperations::call(const QJSValue& completion, const QVariant& error, const QVariant& value) {
   QJSEngine* const engine = qjsEngine(this);
   if (engine == nullptr || !completion.isCallable()) return;
   const QJSValue outcome = completion.call({engine->toScriptValue(error), engine->toScriptValue(value)});

@@ -40,7 +40,7 @@ class QmlOperations : public QObject {
   [[nodiscard]] AgentErrorCompletion whenDone(const QJSValue& completion);
   template <class Value>
   [[nodiscard]] AgentResultCompletion<Value> whenAnswered(const QJSValue& completion);
-  void call(QJSValue completion, const QVariant& error, const QVariant& value);
+  void call(const QJSValue& completion, const QVariant& error, const QVariant& value);
 
   AgentOperations* operations_;
 };

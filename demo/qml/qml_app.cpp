@@ -29,7 +29,8 @@ class ProductPictures final : public QQuickImageProvider {
     QImage picture(length, length, QImage::Format_RGB32);
     QLinearGradient colours(0, 0, length, length);
     constexpr int circle = 360;
-    const int hue = static_cast<int>(qHash(name, 7) % circle);
+    int hue = 0;
+    for (const QChar letter : name) hue = (hue * 7 + letter.unicode()) % circle;
     colours.setColorAt(0, QColor::fromHsl(hue, 90, 175));
     colours.setColorAt(1, QColor::fromHsl(hue, 110, 105));
     QPainter painter(&picture);

@@ -119,7 +119,7 @@ class QuickPlatform final : public QtEnginePlatform {
     return focus->inputMethodQuery(Qt::ImSurroundingText).isValid() ? Focus::page : Focus::surface;
   }
 
-  [[nodiscard]] QQuickWindow& shown() { return isAlone_ ? *windows_.second : *windows_.first; }
+  [[nodiscard]] QQuickWindow& shown() const { return isAlone_ ? *windows_.second : *windows_.first; }
 
  private:
   std::pair<std::unique_ptr<QQuickWindow>, std::unique_ptr<QQuickWindow>> windows_{makeWindow(), makeWindow()};
