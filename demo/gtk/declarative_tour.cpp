@@ -16,8 +16,8 @@ using namespace std::chrono_literals;
 constexpr auto pause = 400ms;
 constexpr auto longestTour = 60s;
 // What is tapped on.
-constexpr CGPoint product{100, 100};
-constexpr CGPoint bar{195, 812};
+constexpr CGPoint toCart{220, 160};
+constexpr CGPoint backToCall{60, 812};
 
 void pressMinimizeInPage() {
   const auto view = VelnorAgentContext::shared().agentView();
@@ -46,10 +46,10 @@ void DeclarativeTour::follow(const AgentEvent& event) {
     });
   }
   if (event.is<AgentEvent::DidMinimize>()) {
-    after(pause, [](DeclarativeTour& self) { self.tap(product); });
+    after(pause, [](DeclarativeTour& self) { self.tap(toCart); });
     after(2 * pause, [](DeclarativeTour& self) {
       self.savePicture("declarative_2_home");
-      self.tap(bar);
+      self.tap(backToCall);
     });
   }
   if (event.is<AgentEvent::DidMaximize>()) {

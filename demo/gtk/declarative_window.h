@@ -14,8 +14,8 @@
 
 namespace corvane::demo {
 
-/// Two screens, the call and the shop, and beneath both a bar that leads from one to the other. It is green while the
-/// call floats, and then brings it back.
+/// Two screens, the call and the shop, and beneath both a bar that leads from one to the other and, while the call
+/// floats, back to it.
 ///
 /// Ownership: owned by main; closing the window ends the loop. Threads: main thread only.
 class DeclarativeWindow {

@@ -11,6 +11,7 @@
 #include "demo/gtk/picture.h"
 #include "demo/gtk/products_screen.h"
 #include "demo/shop/event_printer.h"
+#include "demo/shop/floating_look.h"
 
 namespace corvane::demo {
 
@@ -140,6 +141,7 @@ class HostWindow::Screens final : public HostTourStage, public std::enable_share
 
   void receive(const AgentEvent& event) {
     printEvent(event, *view_);
+    followWithEdge(*view_, event);
     productsScreen_->follow(event);
     if (event.is<AgentEvent::WillMinimize>()) gtk_widget_set_visible(notice_, TRUE);
     if (const auto* ask = event.getIf<AgentEvent::RefreshSsoToken>()) requests_->refreshToken(ask->responseId);

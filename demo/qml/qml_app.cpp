@@ -1,10 +1,8 @@
 #include "demo/qml/qml_app.h"
 
-#include <QLinearGradient>
-#include <QPainter>
+#include <QUrl>
 #include <QtQml/QQmlComponent>
 #include <QtQml/QQmlContext>
-#include <QtQuick/QQuickImageProvider>
 #include <utility>
 
 #include "corvane/agent_view/minimized_state.h"
@@ -12,48 +10,23 @@
 #include "corvane/platform/qt/qt_screenshot.h"
 #include "corvane/platform/qt/qt_views_over.h"
 #include "corvane/quick/qml_module.h"
+#include "demo/shop/floating_look.h"
 #include "demo/shop/shop_products.h"
 
 namespace corvane::demo {
 
 namespace {
 
-/// Draws a picture for each product, as the catalogue's own are elsewhere: its initial on a colour of its own.
-class ProductPictures final : public QQuickImageProvider {
- public:
-  ProductPictures() : QQuickImageProvider(QQuickImageProvider::Image) {}
-
-  QImage requestImage(const QString& name, QSize* size, const QSize& wanted) override {
-    constexpr int usual = 144;
-    const int length = wanted.width() > 0 ? wanted.width() : usual;
-    QImage picture(length, length, QImage::Format_RGB32);
-    QLinearGradient colours(0, 0, length, length);
-    constexpr int circle = 360;
-    int hue = 0;
-    for (const QChar letter : name) hue = (hue * 7 + letter.unicode()) % circle;
-    colours.setColorAt(0, QColor::fromHsl(hue, 90, 175));
-    colours.setColorAt(1, QColor::fromHsl(hue, 110, 105));
-    QPainter painter(&picture);
-    painter.fillRect(picture.rect(), colours);
-    QFont font = painter.font();
-    font.setPixelSize(length / 2);
-    font.setBold(true);
-    painter.setFont(font);
-    painter.setPen(Qt::white);
-    painter.drawText(picture.rect(), Qt::AlignCenter, name.left(1));
-    if (size != nullptr) *size = picture.size();
-    return picture;
-  }
-};
-
 QVariantList offered(const std::vector<Product>& products) {
   QVariantList list;
-  for (const Product& product : products) {
+  for (std::size_t index = 0; index < products.size(); ++index) {
+    const Product& product = products[index];
     const Variation& variation = firstShown(product);
     const Price& price = variation.price();
     const std::string name = product.name().value_or(variation.sku());
     list.append(QVariantMap{
         {"name", QString::fromStdString(name)},
+        {"picture", QUrl::fromLocalFile(QString::fromStdString(pictureFile(index)))},
         {"sku", QString::fromStdString(variation.sku())},
         {"price",
          QString::fromStdString(price.currency()) + QString::asprintf(" %.2f", static_cast<double>(price.current()))},
@@ -69,13 +42,18 @@ std::expected<std::unique_ptr<QmlApp>, std::string> QmlApp::load(const std::stri
                                                                  const std::vector<Product>& products) {
   quick::registerQmlModule();
   std::unique_ptr<QmlApp> app(new QmlApp);
-  app->engine_.addImageProvider("pictures", std::make_unique<ProductPictures>().release());
   app->engine_.rootContext()->setContextProperty("shop", QVariantMap{{"page", QString::fromStdString(page)},
                                                                      {"booking", QString::fromStdString(booking)},
                                                                      {"products", offered(products)}});
   QQmlComponent component(&app->engine_, QUrl::fromLocalFile(QStringLiteral(CORVANE_DEMO_PAGES "/qml/shop.qml")));
   app->window_.reset(qobject_cast<QQuickWindow*>(component.create()));
   if (app->window_ == nullptr) return std::unexpected(component.errorString().toStdString());
+  // The edge is drawn with the agent view, so it is set there.
+  app->floating_ = VelnorAgentContext::shared().publishedIsMinimized().subscribe([](bool isFloating) {
+    const auto view = VelnorAgentContext::shared().agentView();
+    if (view == nullptr) return;
+    followWithEdge(*view, isFloating ? AgentEvent(AgentEvent::WillMinimize{}) : AgentEvent(AgentEvent::WillMaximize{}));
+  });
   return app;
 }
 

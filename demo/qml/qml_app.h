@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "corvane/platform/declarative/notifier.h"
 #include "demo/qt/agent_app.h"
 
 namespace corvane::demo {
@@ -37,6 +38,7 @@ class QmlApp final : public AgentApp {
 
   QQmlEngine engine_;
   std::unique_ptr<QQuickWindow> window_;
+  Subscription floating_;
 };
 
 }  // namespace corvane::demo

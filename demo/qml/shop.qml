@@ -14,6 +14,7 @@ Window {
     property var quantities: ({})
 
     function tell(what) { return (error) => { report = what + (error ? ": " + error.description : ": done") } }
+    function setQuantity(sku, quantity) { quantities = Object.assign({}, quantities, { [sku]: quantity }) }
     function addToCall(product) { AgentContext.addProductToCall(product, tell("Add to call")) }
 
     component TextButton: Rectangle {
@@ -48,8 +49,8 @@ Window {
         AgentScreen.onAgentEvent: (event) => {
             // The call moves to the window by itself, so the products may take the place of its screen.
             if (event.name === "willMinimize") app.isCallOpen = false
-            if (event.name === "productUpdateInCart")
-                app.quantities = Object.assign({}, app.quantities, { [event.data.sku]: event.data.quantity })
+            if (event.name === "productUpdateInCart") app.setQuantity(event.data.sku, event.data.quantity)
+            if (event.name === "productRemovedFromCart") app.setQuantity(event.sku, 0)
         }
 
         VelnorAgent {
@@ -71,7 +72,7 @@ Window {
             delegate: Rectangle {
                 width: ListView.view.width; height: 116; radius: 12
                 border.color: "#e2ded6"
-                Image { x: 10; y: 10; width: 96; height: 96; source: "image://pictures/" + modelData.name }
+                Image { x: 10; y: 10; width: 96; height: 96; source: modelData.picture }
                 Column {
                     x: 118; y: 10; width: parent.width - 128; spacing: 4
                     Text { width: parent.width; text: modelData.name; font { pixelSize: 15; bold: true } elide: Text.ElideRight }

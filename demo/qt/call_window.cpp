@@ -11,6 +11,7 @@
 #include "corvane/agent_view/minimized_state.h"
 #include "corvane/platform/qt/qt_screenshot.h"
 #include "demo/shop/event_printer.h"
+#include "demo/shop/floating_look.h"
 #include "demo/shop/shop_products.h"
 
 namespace corvane::demo {
@@ -187,6 +188,7 @@ void CallWindow::showScreen(int index) {
 
 void CallWindow::receive(const AgentEvent& event) {
   printEvent(event, *view_);
+  followWithEdge(*view_, event);
   cart_.follow(event);
   for (const Row& row : rows_) {
     const auto quantity = cart_.quantityOf(row.sku);

@@ -11,22 +11,27 @@ namespace corvane::demo {
 
 namespace {
 
-constexpr std::array files{"shirt_oxford.json", "jeans_slim.json", "charger_usb.json", "gift_card.json"};
+constexpr std::array names{"shirt_oxford", "jeans_slim", "charger_usb", "gift_card"};
 
 }  // namespace
 
 std::expected<std::vector<Product>, std::string> readProducts(const std::filesystem::path& folder) {
   std::vector<Product> products;
-  for (const char* const name : files) {
-    std::ifstream file(folder / name, std::ios::binary);
+  for (const std::string name : names) {
+    const auto path = folder / (name + ".json");
+    std::ifstream file(path, std::ios::binary);
     const std::string text(std::istreambuf_iterator<char>(file), {});
     try {
       products.push_back(decodeJson<Product>(text));
     } catch (const std::exception& error) {
-      return std::unexpected((folder / name).string() + ": " + error.what());
+      return std::unexpected(path.string() + ": " + error.what());
     }
   }
   return products;
+}
+
+std::string pictureFile(std::size_t index) {
+  return CORVANE_DEMO_PAGES "/pictures/" + std::string(names.at(index)) + ".png";
 }
 
 const Variation& firstShown(const Product& product) {

@@ -275,6 +275,46 @@ TEST_P(RealEngine, ThePageFillsItsViewOnScreenAndDoesNotScroll) {
   EXPECT_TRUE(platform_->runUntil([&] { return platform_->takePicture()(200, 300) != page; }));
 }
 
+TEST_P(RealEngine, TextsPicturesEdgesAndShadowsAreDrawn) {
+  const auto ground = UIView::create({{0, 0}, {390, 844}});
+  ground->setBackgroundColor(UIColor{.red = 1, .green = 1, .blue = 1});
+  const auto card = UIView::create({{100, 100}, {200, 100}});
+  card->setBackgroundColor(UIColor{.blue = 1});
+  card->setCornerRadius(20);
+  card->setDecoration({.borderWidth = 6, .borderColor = {.red = 1}, .shadowRadius = 20});
+  const auto label = UILabel::create("MMMM");
+  label->setFont({.size = 40, .isBold = true});
+  label->setColor({.green = 1});
+  label->setFrame({{20, 20}, label->sizeThatFits({160, 60})});
+  const auto image = UIImageView::create(CORVANE_DEMO_PAGES "/pictures/gift_card.png");
+  image->setFrame({{100, 300}, {200, 50}});
+  card->addSubview(label);
+  ground->addSubview(card);
+  ground->addSubview(image);
+  platform_->show(ground);
+  const auto colourIn = [](const std::function<Colour(int, int)>& at, CGRect box, auto isIt) {
+    int found = 0;
+    for (int x = int(box.minX()); x < int(box.maxX()); ++x) {
+      for (int y = int(box.minY()); y < int(box.maxY()); ++y) found += isIt(at(x, y)) ? 1 : 0;
+    }
+    return found;
+  };
+  const auto isGreen = [](Colour colour) { return colour.green > 200 && colour.blue < 100 && colour.red < 50; };
+  const auto isGold = [](Colour colour) { return colour.red > 180 && colour.blue < 80; };
+  ASSERT_TRUE(platform_->runUntil(
+      [&] { return colourIn(platform_->takePicture(), {{120, 120}, label->bounds().size}, isGreen) > 300; }));
+  const auto at = platform_->takePicture();
+  EXPECT_EQ(at(200, 103), (Colour{255, 0, 0})) << "the edge";
+  EXPECT_EQ(at(200, 110), (Colour{0, 0, 255})) << "what is inside of it";
+  EXPECT_LT(at(200, 97).red, 250) << "the shadow";
+  EXPECT_LT(at(200, 97).red, at(200, 85).red) << "fades";
+  EXPECT_EQ(at(200, 60), (Colour{255, 255, 255}));
+  EXPECT_NE(at(101, 101), (Colour{255, 0, 0})) << "the corner is round";
+  EXPECT_EQ(colourIn(at, {{106, 160}, {188, 34}}, isGreen), 0) << "the text is where its box is";
+  EXPECT_GT(colourIn(at, {{175, 300}, {50, 50}}, isGold), 500) << "the picture";
+  EXPECT_EQ(at(150, 325), (Colour{255, 255, 255})) << "is not stretched";
+}
+
 TEST_P(RealEngine, TheWindowsOfSurfacesAreInOneSceneAndOneOfThemIsKey) {
   ASSERT_EQ(UIApplication::shared().connectedScenes().size(), 1U);
   const auto scene = std::dynamic_pointer_cast<UIWindowScene>(UIApplication::shared().connectedScenes().front());

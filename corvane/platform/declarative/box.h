@@ -16,11 +16,14 @@ namespace corvane {
 
 /// Where a box is, how it looks, and what a tap on it does.
 struct BoxStyle {
-  /// In the container; none to fill it.
+  /// In the container; none to fill it, or in a stack to be as large as the content.
   std::optional<CGRect> frame{};
   /// What follows when the container is resized, for a box with a frame.
   UIViewAutoresizing autoresizingMask = UIViewAutoresizing::none;
   std::optional<UIColor> backgroundColor{};
+  /// Of the ground and of the edge; the content is not cut off.
+  CGFloat cornerRadius = 0;
+  UIViewDecoration decoration{};
   /// Called when the box is tapped; may be empty.
   ViewAction onTap{};
 };

@@ -52,6 +52,9 @@ class Drawing {
     const CGAffineTransform transform = inner.concatenated(outer);
     if (view.isHidden() || !(shown.alpha > 0) || !isDrawable(inner) || !isDrawable(transform)) return;
     canvas_.beginView(inner, std::min(shown.alpha, 1.0));
+    const UIViewDecoration decoration = view.decoration();
+    const bool hasEdge = isDrawable(shown.bounds);
+    if (hasEdge && decoration.shadowRadius > 0) canvas_.drawShadow(shown.bounds, radiusOf(shown), decoration);
     if (view.backgroundColor() && beginClip(shown)) {
       canvas_.fill(shown.bounds, *view.backgroundColor());
       canvas_.endClip();
@@ -59,11 +62,15 @@ class Drawing {
     const bool isClipped = view.clipsToBounds();
     if (!isClipped || beginClip(shown)) {
       drawPage(view, shown, transform);
+      drawContent(view, shown.bounds);
       for (const auto& subview : view.subviews()) {
         const UIViewPresentation shownInside = subview->presentation(time_);
         draw(*subview, shownInside, shownInside.transformToSuperview(), transform);
       }
       if (isClipped) canvas_.endClip();
+    }
+    if (hasEdge && decoration.borderWidth > 0) {
+      canvas_.drawBorder(shown.bounds, radiusOf(shown), decoration.borderWidth, decoration.borderColor);
     }
     canvas_.endView();
   }
@@ -72,9 +79,19 @@ class Drawing {
   /// False, and no clip, where it would leave nothing.
   [[nodiscard]] bool beginClip(const UIViewPresentation& shown) const {
     if (!isDrawable(shown.bounds)) return false;
-    const CGFloat radius = std::min({shown.cornerRadius, shown.bounds.size.width / 2, shown.bounds.size.height / 2});
-    canvas_.beginClip(shown.bounds, radius > 0 ? radius : 0);
+    canvas_.beginClip(shown.bounds, radiusOf(shown));
     return true;
+  }
+
+  [[nodiscard]] static CGFloat radiusOf(const UIViewPresentation& shown) {
+    const CGFloat radius = std::min({shown.cornerRadius, shown.bounds.size.width / 2, shown.bounds.size.height / 2});
+    return radius > 0 ? radius : 0;
+  }
+
+  void drawContent(const UIView& view, const CGRect& bounds) const {
+    if (!isDrawable(bounds)) return;
+    if (const auto* label = dynamic_cast<const UILabel*>(&view)) canvas_.drawText(*label, bounds);
+    if (const auto* image = dynamic_cast<const UIImageView*>(&view)) canvas_.drawImage(*image, bounds);
   }
 
   void drawPage(const UIView& view, const UIViewPresentation& shown, const CGAffineTransform& transform) const {
@@ -118,6 +135,13 @@ bool isDrawable(const CGAffineTransform& transform) {
 bool isDrawable(const CGRect& rect) {
   return rect.size.width > 0 && rect.size.height > 0 &&
          std::ranges::all_of(std::array{rect.origin.x, rect.origin.y, rect.size.width, rect.size.height}, isReachable);
+}
+
+CGRect fittedInto(const CGRect& rect, CGSize picture) {
+  if (!(picture.width > 0) || !(picture.height > 0)) return {};
+  const CGFloat scale = std::min(rect.size.width / picture.width, rect.size.height / picture.height);
+  const CGSize size{picture.width * scale, picture.height * scale};
+  return {{rect.midX() - size.width / 2, rect.midY() - size.height / 2}, size};
 }
 
 int pageLength(CGFloat length, int present) {

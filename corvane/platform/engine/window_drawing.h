@@ -6,6 +6,8 @@
 #include "corvane/platform/foundation/run_loop.h"
 #include "corvane/platform/geometry/geometry.h"
 #include "corvane/platform/views/ui_color.h"
+#include "corvane/platform/views/ui_image_view.h"
+#include "corvane/platform/views/ui_label.h"
 #include "corvane/platform/views/ui_window.h"
 #include "corvane/platform/web/web_engine.h"
 
@@ -35,6 +37,12 @@ class Canvas {
   virtual void beginClip(const CGRect& rect, CGFloat radius) = 0;
   virtual void endClip() = 0;
   virtual void fill(const CGRect& rect, const UIColor& color) = 0;
+  /// The edge lies inside of the rectangle, and the shadow outside of it only.
+  virtual void drawBorder(const CGRect& rect, CGFloat radius, CGFloat width, const UIColor& color) = 0;
+  virtual void drawShadow(const CGRect& rect, CGFloat radius, const UIViewDecoration& shadow) = 0;
+  /// Draws the text from the top of the rectangle on, cut off at its end.
+  virtual void drawText(const UILabel& label, const CGRect& rect) = 0;
+  virtual void drawImage(const UIImageView& view, const CGRect& rect) = 0;
   /// `inView` maps the page to the view that is being drawn, `onSurface` to the surface.
   virtual void drawPage(const Placement& page, const CGAffineTransform& inView) = 0;
 };
@@ -49,5 +57,7 @@ void drawWindow(Canvas& canvas, const UIWindow& window, RunLoop::Time time);
 /// A page's length for a view's. The page keeps what it has where that fits as well. A length that was calculated may
 /// lie a hair on the other side of a half.
 [[nodiscard]] int pageLength(CGFloat length, int present);
+/// The middle of a rectangle that a picture of this size fills without being stretched.
+[[nodiscard]] CGRect fittedInto(const CGRect& rect, CGSize picture);
 
 }  // namespace corvane::engine

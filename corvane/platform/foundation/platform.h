@@ -12,6 +12,7 @@ namespace corvane {
 
 class CaptureAuthorization;
 class RunLoop;
+class TextMeasurer;
 class UIWindowScene;
 class WebEngineFactory;
 struct MainThreadState;
@@ -23,6 +24,8 @@ struct Platform {
   RunLoop* runLoop = nullptr;
   WebEngineFactory* engines = nullptr;
   const CaptureAuthorization* capture = nullptr;
+  /// Null for a backend that shows nothing: sizes of texts are estimated then.
+  const TextMeasurer* text = nullptr;
   /// The scene that the windows of the backend join; null for a backend that shows none.
   std::shared_ptr<UIWindowScene> scene{};
   /// The main thread: the one that installs.

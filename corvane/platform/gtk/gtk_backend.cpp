@@ -9,6 +9,7 @@
 #include "corvane/platform/foundation/platform.h"
 #include "corvane/platform/gtk/gtk_capabilities.h"
 #include "corvane/platform/gtk/gtk_engine_context.h"
+#include "corvane/platform/gtk/gtk_text.h"
 #include "corvane/platform/gtk/gtk_web_engine.h"
 #include "corvane/platform/views/ui_window_scene.h"
 
@@ -41,9 +42,11 @@ struct Backend::Parts {
   std::shared_ptr<EngineContext> context;
   EngineFactory factory;
   StoredAuthorization authorization;
+  GtkTextMeasurer measurer;
   PlatformInstallation installation{{.runLoop = context->runLoop.get(),
                                      .engines = &factory,
                                      .capture = &authorization,
+                                     .text = &measurer,
                                      .scene = UIWindowScene::create()}};
 };
 

@@ -13,6 +13,7 @@
 #include "corvane/platform/qt/qt_capabilities.h"
 #include "corvane/platform/qt/qt_engine_context.h"
 #include "corvane/platform/qt/qt_text.h"
+#include "corvane/platform/qt/qt_text_measurer.h"
 #include "corvane/platform/qt/qt_web_engine.h"
 #include "corvane/platform/views/ui_window_scene.h"
 
@@ -72,9 +73,11 @@ struct Backend::Parts {
   std::shared_ptr<EngineContext> context;
   EngineFactory factory;
   StoredAuthorization authorization;
+  QtTextMeasurer measurer;
   PlatformInstallation installation{{.runLoop = context->runLoop.get(),
                                      .engines = &factory,
                                      .capture = &authorization,
+                                     .text = &measurer,
                                      .scene = UIWindowScene::create()}};
 };
 

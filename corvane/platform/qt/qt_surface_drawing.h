@@ -23,6 +23,10 @@ class PainterCanvas final : public engine::Canvas {
   void beginClip(const CGRect& rect, CGFloat radius) override;
   void endClip() override;
   void fill(const CGRect& rect, const UIColor& color) override;
+  void drawBorder(const CGRect& rect, CGFloat radius, CGFloat width, const UIColor& color) override;
+  void drawShadow(const CGRect& rect, CGFloat radius, const UIViewDecoration& shadow) override;
+  void drawText(const UILabel& label, const CGRect& rect) override;
+  void drawImage(const UIImageView& view, const CGRect& rect) override;
   void drawPage(const engine::Placement& page, const CGAffineTransform& inView) override;
 
  private:

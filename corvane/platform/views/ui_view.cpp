@@ -142,10 +142,17 @@ void UIView::setBackgroundColor(std::optional<UIColor> color) {
   noteChange();
 }
 
+void UIView::setDecoration(const UIViewDecoration& decoration) {
+  assertMainThread();
+  decoration_ = decoration == UIViewDecoration{} ? nullptr : std::make_unique<UIViewDecoration>(decoration);
+  noteChange();
+}
+
 void UIView::setHidden(bool isHidden) {
   assertMainThread();
   isHidden_ = isHidden;
-  noteChange();
+  const auto parent = superview();
+  parent != nullptr && parent->placesByFit() ? noteFitChange() : noteChange();
 }
 
 void UIView::setUserInteractionEnabled(bool isEnabled) {
@@ -171,7 +178,7 @@ void UIView::insertSubview(std::shared_ptr<UIView> view, std::size_t at) {
   added->detach();
   added->superview_ = alive;
   subviews_.insert(subviews_.begin() + static_cast<std::ptrdiff_t>(std::min(at, subviews_.size())), added);
-  setNeedsLayout();
+  noteFitChange();
   added->didMove(from);
 }
 
@@ -192,7 +199,7 @@ void UIView::detach() {
   const std::shared_ptr<UIView> alive = std::move(*found);
   parent->subviews_.erase(found);
   superview_.reset();
-  parent->setNeedsLayout();
+  parent->noteFitChange();
 }
 
 void UIView::didMove(const std::shared_ptr<UIWindow>& from) {
@@ -216,7 +223,7 @@ void UIView::bringSubviewToFront(const std::shared_ptr<UIView>& view) {
   const auto found = std::ranges::find(subviews_, view);
   if (found == subviews_.end()) return;
   std::rotate(found, found + 1, subviews_.end());
-  noteChange();
+  placesByFit() ? noteFitChange() : noteChange();
 }
 
 bool UIView::isDescendantOf(const UIView& view) const {

@@ -14,6 +14,7 @@
 #include "corvane/platform/views/autoresizing.h"
 #include "corvane/platform/views/ui_color.h"
 #include "corvane/platform/views/ui_view_animation.h"
+#include "corvane/platform/views/ui_view_decoration.h"
 
 namespace corvane {
 
@@ -76,6 +77,14 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   void setAlpha(CGFloat alpha);
   [[nodiscard]] const std::optional<UIColor>& backgroundColor() const CORVANE_LIFETIMEBOUND { return backgroundColor_; }
   void setBackgroundColor(std::optional<UIColor> color);
+
+  /// None until it is set.
+  [[nodiscard]] UIViewDecoration decoration() const { return decoration_ ? *decoration_ : UIViewDecoration{}; }
+  void setDecoration(const UIViewDecoration& decoration);
+
+  /// The size that the view would like to have where this much is offered, for views that lay others out. It may be
+  /// larger than the offer. The default is the size that it has.
+  [[nodiscard]] virtual CGSize sizeThatFits(CGSize offered) const;
 
   [[nodiscard]] UIViewAutoresizing autoresizingMask() const { return autoresizingMask_; }
   void setAutoresizingMask(UIViewAutoresizing mask) { autoresizingMask_ = mask; }
@@ -156,6 +165,10 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
 
   /// The tree or its geometry below this view has changed; the window tells its host.
   void noteChange() const;
+  /// What fits this view has changed: it is laid out again, and so is whatever around it places views as they fit.
+  void noteFitChange();
+  /// Whether the view places its subviews at the sizes that fit them.
+  [[nodiscard]] virtual bool placesByFit() const { return false; }
 
  private:
   template <class Value>
@@ -180,6 +193,7 @@ class CORVANE_EXPORT UIView : public std::enable_shared_from_this<UIView> {
   CGFloat cornerRadius_ = 0;
   CGFloat alpha_ = 1;
   std::optional<UIColor> backgroundColor_;
+  std::unique_ptr<UIViewDecoration> decoration_;
   bool isHidden_ = false;
   bool clipsToBounds_ = false;
   bool translatesAutoresizingMaskIntoConstraints_ = true;

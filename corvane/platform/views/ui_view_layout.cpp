@@ -16,6 +16,15 @@ void UIView::setNeedsLayout() {
   noteChange();
 }
 
+void UIView::noteFitChange() {
+  setNeedsLayout();
+  for (auto view = superview(); view != nullptr; view = view->superview()) {
+    if (view->placesByFit()) view->needsLayout_ = true;
+  }
+}
+
+CGSize UIView::sizeThatFits(CGSize /*offered*/) const { return bounds().size; }
+
 void UIView::noteLayoutPending() {
   isLayoutPending_ = true;
   for (auto view = superview(); view != nullptr && !view->isLayoutPending_; view = view->superview()) {
