@@ -67,6 +67,8 @@ class LoadTracker {
   [[nodiscard]] std::string hostUrl() const;
   /// Whether the host has asked for a page of which nothing has arrived yet.
   [[nodiscard]] bool isHostWaiting() const;
+  /// Whether the host has asked for a page that the engine has not begun to load.
+  [[nodiscard]] bool isBeginningAwaited() const { return awaited_ && !awaited_->isSilent; }
   /// Whether what the present document posts is for the host: not from the host's call for another page until that
   /// page is there.
   [[nodiscard]] bool isPageHeard() const { return isPageHeard_; }

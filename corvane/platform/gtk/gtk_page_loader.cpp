@@ -22,6 +22,9 @@ constexpr std::chrono::seconds replacementStartLimit{5};
 /// How long the page that is to be left may keep its process busy.
 constexpr std::chrono::seconds signOfLifeLimit{3};
 constexpr std::chrono::milliseconds signOfLifeInterval{750};
+/// By when a load has begun, or the engine has lost it. That has been seen, rarely, of one that replaced another in the
+/// same moment.
+constexpr std::chrono::seconds beginningLimit{5};
 
 std::string text(const char* text) { return text != nullptr ? text : ""; }
 
@@ -70,6 +73,7 @@ void PageLoader::begin() {
   timer_.emplace(whileAlive(weak_from_this(), &PageLoader::timedOut));
   replacementTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::settleCancelledLoad));
   signOfLifeTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::askForSignOfLife));
+  beginningTimer_.emplace(whileAlive(weak_from_this(), &PageLoader::beginAgain));
   connectSignals();
 }
 
@@ -79,6 +83,7 @@ void PageLoader::end() {
   timer_.reset();
   replacementTimer_.reset();
   signOfLifeTimer_.reset();
+  beginningTimer_.reset();
 }
 
 void PageLoader::connectSignals() {
@@ -148,6 +153,7 @@ void PageLoader::load(const URLRequest& request) {
   tracker_.loadRequested(text(webkit_uri_request_get_uri(uriRequest.get())));
   restartTimer();
   untriedAgain_ = uriRequest;
+  beginningTimer_->setReadyTime(monotonicTime() + beginningLimit);
   webkit_web_view_load_request(webView_, uriRequest.get());
   watchPreviousPage();
 }
@@ -175,6 +181,14 @@ void PageLoader::askForSignOfLife() {
 void PageLoader::leavePreviousPage() {
   signOfLifeTimer_->setNeverReady();
   if (untriedAgain_ && tracker_.isHostWaiting()) webkit_web_view_terminate_web_process(webView_);
+}
+
+void PageLoader::beginAgain() {
+  beginningTimer_->setNeverReady();
+  if (!untriedAgain_ || !tracker_.isBeginningAwaited()) return;
+  const auto request = std::exchange(untriedAgain_, {});
+  tracker_.loadRequested(text(webkit_uri_request_get_uri(request.get())));
+  webkit_web_view_load_request(webView_, request.get());
 }
 
 void PageLoader::refuse(const URLRequest& request) {

@@ -53,6 +53,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   /// Asks the previous page for a sign of life, while the host waits for another one.
   void watchPreviousPage();
   void askForSignOfLife();
+  void beginAgain();
   /// Ends a process that keeps the host's load from beginning.
   void leavePreviousPage();
   void settleCancelledLoad();
@@ -74,6 +75,7 @@ class PageLoader : public std::enable_shared_from_this<PageLoader> {
   std::optional<GlibSource> timer_;
   std::optional<GlibSource> replacementTimer_;
   std::optional<GlibSource> signOfLifeTimer_;
+  std::optional<GlibSource> beginningTimer_;
   std::chrono::nanoseconds lastSignOfLife_{};
   std::chrono::nanoseconds timeoutInterval_ = URLRequest{}.timeoutInterval;
   /// Changes with whatever makes an earlier load's end meaningless.
