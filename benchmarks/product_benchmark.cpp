@@ -1,5 +1,6 @@
 // Products to JSON and back, beside the same work with nlohmann-json; and the checks.
 #include <benchmark/benchmark.h>
+#include <simdjson.h>
 
 #include <nlohmann/json.hpp>
 #include <string>
@@ -30,14 +31,36 @@ void encodeProduct(benchmark::State& state) {
   }
   setBytes(state, size);
 }
-BENCHMARK(encodeProduct)->Arg(100)->Arg(5000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(encodeProduct)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
+
+/// What no encoder does without: the text has to get into memory that is new.
+void copyText(benchmark::State& state) {
+  const std::string text = encodeJson(makeProduct(state));
+  for (auto _ : state) {
+    std::string copy = text;
+    benchmark::DoNotOptimize(copy.data());
+  }
+  setBytes(state, text.size());
+}
+BENCHMARK(copyText)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
+
+/// What no decoder does without: the JSON library's own parse.
+void parseText(benchmark::State& state) {
+  const std::string text = encodeJson(makeProduct(state));
+  for (auto _ : state) {
+    simdjson::dom::parser parser;
+    benchmark::DoNotOptimize(parser.parse(text.data(), text.size()).error());
+  }
+  setBytes(state, text.size());
+}
+BENCHMARK(parseText)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 
 void decodeProduct(benchmark::State& state) {
   const std::string text = encodeJson(makeProduct(state));
   for (auto _ : state) benchmark::DoNotOptimize(decodeJson<Product>(text));
   setBytes(state, text.size());
 }
-BENCHMARK(decodeProduct)->Arg(100)->Arg(5000)->Unit(benchmark::kMicrosecond);
+BENCHMARK(decodeProduct)->Arg(1)->Arg(10)->Arg(100)->Arg(1000)->Arg(5000)->Unit(benchmark::kMicrosecond);
 
 using Json = nlohmann::json;
 

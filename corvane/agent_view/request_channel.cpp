@@ -115,8 +115,9 @@ void RequestChannel::post(const Actionable& record) {
 }
 
 void RequestChannel::post(const Actionable& record, EvaluationCompletion completion) {
-  const std::string text = record.toJsonString().value_or("{}");
-  if (const auto delegate = delegate_.lock()) delegate->evaluate(postActionScript(text), std::move(completion));
+  std::string text = record.toJsonString().value_or("{}");
+  const auto delegate = delegate_.lock();
+  if (delegate != nullptr) delegate->evaluate(postActionScript(std::move(text)), std::move(completion));
 }
 
 void RequestChannel::handleCallbackEvent(JsonView data) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace corvane {
 
@@ -85,9 +86,11 @@ std::string messageForwarderScript() {
 
 std::string actionPosterScript() { return std::string(poster); }
 
-std::string postActionScript(std::string_view action) {
+std::string postActionScript(std::string action) {
   constexpr std::string_view before = "postAction(";
   constexpr std::string_view after = ");";
+  const auto isIn = [&](const Escape& escape) { return action.find(escape.character) != std::string::npos; };
+  if (!std::ranges::any_of(escapes, isIn)) return std::move(action.insert(0, before).append(after));
   std::string script;
   script.reserve(before.size() + action.size() + after.size());
   script += before;

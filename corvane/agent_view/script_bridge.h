@@ -17,7 +17,7 @@ inline constexpr std::string_view agentEventChannel = "agentEventHandler";
 [[nodiscard]] std::string actionPosterScript();
 
 /// The script that posts one action, given as JSON text. Whatever the texts in it hold, they stay texts: what ends a
-/// line or a script element in some reader is escaped.
-[[nodiscard]] std::string postActionScript(std::string_view action);
+/// line or a script element in some reader is escaped. The text becomes the script, so that a long one is not copied.
+[[nodiscard]] std::string postActionScript(std::string action);
 
 }  // namespace corvane

@@ -105,9 +105,7 @@ void JsonCoding<Variation>::encode(const Variation& variation, JsonWriter& write
 }
 
 void JsonCoding<Product>::encode(const Product& product, JsonWriter& writer) {
-  if (product.variations().empty()) {
-    throw EncodingError(EncodingError::Kind::invalidValue, {}, "Need at least one(1) variation");
-  }
+  if (product.variations().empty()) throw writer.errorHere("Need at least one(1) variation");
   writer.reserve(estimatedJsonSize(product));
   writer.beginObject();
   json_detail::encodeMember("currency", product.currency(), writer);

@@ -96,8 +96,7 @@ struct SharedSkusField {
     const SharedSkus& skus = record.*member;
     if (!skus) return;
     writer.key(key);
-    json_detail::at(
-        key, [&] { writer.shared(skus.get(), [&] { JsonCoding<std::vector<std::string>>::encode(*skus, writer); }); });
+    writer.shared(skus.get(), [&] { JsonCoding<std::vector<std::string>>::encode(*skus, writer); });
   }
 };
 

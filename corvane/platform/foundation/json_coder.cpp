@@ -86,10 +86,6 @@ DecodingError below(CodingKey key, const DecodingError& error) {
   return {error.kind(), error.typeName(), pathBelow(std::move(key), error.codingPath()), error.debugDescription()};
 }
 
-EncodingError below(CodingKey key, const EncodingError& error) {
-  return {error.kind(), pathBelow(std::move(key), error.codingPath()), error.debugDescription()};
-}
-
 }  // namespace json_detail
 
 }  // namespace corvane

@@ -73,9 +73,8 @@ template <class Value, class Source, class... Context>
 
 /// An error that was found below a member or an element, told from one level further up.
 [[nodiscard]] DecodingError below(CodingKey key, const DecodingError& error);
-[[nodiscard]] EncodingError below(CodingKey key, const EncodingError& error);
 
-/// Runs a step of coding for one member or element, so that its errors name it.
+/// Runs a step of decoding for one member or element, so that its errors name it.
 template <class Key, class Step>
 decltype(auto) at(const Key& key, Step step) {
   const auto codingKey = [&] {
@@ -88,8 +87,6 @@ decltype(auto) at(const Key& key, Step step) {
   try {
     return step();
   } catch (const DecodingError& error) {
-    throw below(codingKey(), error);
-  } catch (const EncodingError& error) {
     throw below(codingKey(), error);
   }
 }
@@ -135,10 +132,11 @@ void encodeFields(const Record& record, const Fields& fields, JsonWriter& writer
   writer.endObject();
 }
 
+/// Inline for the sake of the key; see there.
 template <class Value>
-void encodeMember(std::string_view key, const Value& value, JsonWriter& writer) {
+[[gnu::always_inline]] inline void encodeMember(std::string_view key, const Value& value, JsonWriter& writer) {
   writer.key(key);
-  at(key, [&] { JsonCoding<Value>::encode(value, writer); });
+  JsonCoding<Value>::encode(value, writer);
 }
 
 template <class Record, class Value>
@@ -193,7 +191,7 @@ struct NestedFields {
   template <class Record>
   void encode(const Record& record, JsonWriter& writer) const {
     writer.key(key);
-    at(key, [&] { encodeFields(record, fields, writer); });
+    encodeFields(record, fields, writer);
   }
 };
 
@@ -282,9 +280,7 @@ struct JsonCoding<std::vector<Element>> {
   }
   static void encode(const std::vector<Element>& elements, JsonWriter& writer) {
     writer.beginArray();
-    for (std::size_t index = 0; index < elements.size(); ++index) {
-      json_detail::at(index, [&] { JsonCoding<Element>::encode(elements[index], writer); });
-    }
+    for (const Element& element : elements) JsonCoding<Element>::encode(element, writer);
     writer.endArray();
   }
 };
