@@ -3,7 +3,7 @@
 case $1 in
   *.md)  # It makes anchors of its own for headings, so links lead to the page.
     exec sed -E -e 's/\[([^]]*)\]\(#[^)]*\)/\1/g; s/\.md#[^)]*\)/.md)/g' -e '/^<!-- program: /d' "$1" ;;
-  *platform/gtk/* | *platform/qt/*) chapter=toolkits ;;
+  *platform/gtk/* | *platform/qt/* | *corvane/quick/*) chapter=toolkits ;;
   *platform/headless/* | *simulation/*) chapter=testing ;;
   *platform/web/web_engine.h | *platform/web/url_request.h | *foundation/platform.h | *web/wk_*) chapter=backends ;;
   *views/touch_* | *declarative/body_observation.h | *declarative/view_pass.h | *declarative/notifier.h) chapter=backends ;;

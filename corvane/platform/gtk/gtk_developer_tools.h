@@ -5,7 +5,7 @@
 
 namespace corvane {
 class UIView;
-}
+}  // namespace corvane
 
 namespace corvane::gtk {
 
