@@ -29,7 +29,7 @@ AgentScreen* AgentScreen::qmlAttachedProperties(QObject* object) {
 
 void AgentScreen::follow() {
   if (std::exchange(isFollowing_, true)) return;
-  QMetaObject::invokeMethod(this, &AgentScreen::appearOrDisappear, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, "appearOrDisappear", Qt::QueuedConnection);
 }
 
 void AgentScreen::appearOrDisappear() {

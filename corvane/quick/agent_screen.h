@@ -43,7 +43,7 @@ class AgentScreen final : public QObject {
 
  private:
   void follow();
-  void appearOrDisappear();
+  Q_INVOKABLE void appearOrDisappear();
   [[nodiscard]] AnyView modifiers();
 
   bool bringsAgentToFront_ = false;

@@ -69,7 +69,7 @@ void VelnorAgentItem::geometryChange(const QRectF& now, const QRectF& before) {
 
 void VelnorAgentItem::follow() {
   if (std::exchange(isFollowing_, true)) return;
-  QMetaObject::invokeMethod(this, &VelnorAgentItem::comeOrGo, Qt::QueuedConnection);
+  QMetaObject::invokeMethod(this, "comeOrGo", Qt::QueuedConnection);
 }
 
 void VelnorAgentItem::comeOrGo() {

@@ -79,7 +79,7 @@ class VelnorAgentItem : public QQuickItem {
 
   /// Comes or goes later: a screen may be changed inside the notice that a call is about to float.
   void follow();
-  void comeOrGo();
+  Q_INVOKABLE void comeOrGo();
   void come(QQuickWindow& window);
   void go();
   void place();

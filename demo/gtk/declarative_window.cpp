@@ -8,6 +8,7 @@
 #include "demo/shop/event_printer.h"
 #include "demo/shop/floating_look.h"
 #include "demo/shop/outcome_text.h"
+#include "demo/shop/product_pictures.h"
 #include "demo/shop/shop_products.h"
 
 namespace corvane::demo {

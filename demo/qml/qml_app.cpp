@@ -11,6 +11,7 @@
 #include "corvane/platform/qt/qt_views_over.h"
 #include "corvane/quick/qml_module.h"
 #include "demo/shop/floating_look.h"
+#include "demo/shop/product_pictures.h"
 #include "demo/shop/shop_products.h"
 
 namespace corvane::demo {

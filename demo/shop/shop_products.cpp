@@ -30,10 +30,6 @@ std::expected<std::vector<Product>, std::string> readProducts(const std::filesys
   return products;
 }
 
-std::string pictureFile(std::size_t index) {
-  return CORVANE_DEMO_PAGES "/pictures/" + std::string(names.at(index)) + ".png";
-}
-
 const Variation& firstShown(const Product& product) {
   const auto index = static_cast<std::size_t>(product.defaultVariationIndex());
   return product.variations().at(index < product.variations().size() ? index : 0);

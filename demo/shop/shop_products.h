@@ -1,7 +1,6 @@
 /// The products that the host app offers.
 #pragma once
 
-#include <cstddef>
 #include <expected>
 #include <filesystem>
 #include <string>
@@ -13,9 +12,6 @@ namespace corvane::demo {
 
 /// Reads a few products of a folder of JSON files; a text for developers where one cannot be read.
 [[nodiscard]] std::expected<std::vector<Product>, std::string> readProducts(const std::filesystem::path& folder);
-
-/// The file with the picture of a product, by its index among those.
-[[nodiscard]] std::string pictureFile(std::size_t index);
 
 /// The variation that a product shows first.
 [[nodiscard]] const Variation& firstShown(const Product& product);

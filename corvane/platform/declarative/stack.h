@@ -21,11 +21,13 @@ inline constexpr bool isBuiltInView<Stack<axis, Children...>> = true;
 
 /// A column, from the top on.
 template <View... Children>
+// NOLINTNEXTLINE(readability-identifier-naming): named as what it makes
 [[nodiscard]] Stack<StackAxis::vertical, Children...> VStack(StackStyle style, Children... children) {
   return {style, ZStack<Children...>(std::move(children)...)};
 }
 /// A row, from the left on.
 template <View... Children>
+// NOLINTNEXTLINE(readability-identifier-naming): named as what it makes
 [[nodiscard]] Stack<StackAxis::horizontal, Children...> HStack(StackStyle style, Children... children) {
   return {style, ZStack<Children...>(std::move(children)...)};
 }

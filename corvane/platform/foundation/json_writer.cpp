@@ -118,7 +118,7 @@ std::size_t writeEscape(unsigned char character, char* to) {
 /// closer than hundredths are, so what reads back as the same float is the shortest that does.
 char* writeHundredths(float value, char* to) {
   constexpr float limit = 65536;
-  if (!(value >= 0 && value < limit) || std::signbit(value)) return nullptr;
+  if (value >= limit || std::signbit(value)) return nullptr;
   constexpr double hundred = 100;
   const auto hundredths = static_cast<std::uint32_t>(std::lround(static_cast<double>(value) * hundred));
   if (static_cast<float>(hundredths / hundred) != value) return nullptr;

@@ -81,7 +81,7 @@ std::vector<UIStackView::Item> UIStackView::fitted(Extent room) const {
 
 CGSize UIStackView::sizeThatFits(CGSize offered) const {
   const CGFloat margins = 2 * style_.margin;
-  Extent room = extentOf({offered.width - margins, offered.height - margins});
+  const Extent room = extentOf({offered.width - margins, offered.height - margins});
   Extent used;
   const auto items = fitted(room);
   for (const Item& item : items) {
