@@ -153,8 +153,9 @@ TEST_P(FloatingPage, AnActionMayEndTheSurface) {
   ASSERT_TRUE(platform_->runUntil([&] { return screen->window()->bounds().size.width > 0; }));
   std::string reason;
   const auto pointer = screen->openPointer(reason);
-  // A window gets input once it has drawn something.
+  // A window gets input once it has drawn something, which it may have done before the count.
   const auto frames = screen->countFrames();
+  screen->window()->setBackgroundColor(UIColor{.green = 1});
   ASSERT_TRUE(platform_->runUntil([&] { return frames() > 0; }));
   pointer->click({100, 100});
   EXPECT_TRUE(platform_->runUntil([&] { return screen->window() == nullptr; }));

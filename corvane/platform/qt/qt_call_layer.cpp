@@ -95,7 +95,8 @@ void CallLayer::geometryChange(const QRectF& now, const QRectF& before) {
 void CallLayer::updatePolish() {
   const qreal ratio = window()->effectiveDevicePixelRatio();
   const QSize pixels = (size() * ratio).toSize();
-  if (core_->window()->subviews().empty() || pixels.isEmpty()) {
+  const UIWindow& views = *core_->window();
+  if ((views.subviews().empty() && !views.backgroundColor()) || pixels.isEmpty()) {
     picture_ = {};
   } else {
     // The scene may still use the former one.
