@@ -14,8 +14,8 @@
 namespace corvane::gtk {
 
 /// Makes the toolkit look again for what is under the mouse when our views change there. By itself it looks when the
-/// mouse moves, so that a click of a resting one would go to what was there before. What is pressed belongs to where the
-/// press was, so that looking waits for the release.
+/// mouse moves, so that a click of a resting one would go to what was there before. What is pressed belongs to where
+/// the press was, so that looking waits for the release.
 ///
 /// Ownership: owned by the surface; it keeps the widget alive and knows the window weakly.
 /// Threads:   main thread only.
