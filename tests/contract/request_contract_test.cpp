@@ -91,7 +91,8 @@ TEST_P(RequestContract, TroublesOfThePageEndEachRequestAsTheyShould) {
     Texts outcomes{};
   };
   std::vector<Row> rows{
-      {Trouble::AnswersLate{4s}, "true"},
+      // Far from the limit: ten pages that start on a busy machine answer a second or two later than they mean to.
+      {Trouble::AnswersLate{2s}, "true"},
       {Trouble::AnswersLate{6s}, "error requestTimeout"},
       {Trouble::NeverAnswers{}, "error requestTimeout"},
       {Trouble::AnswersTwice{}, "true"},
