@@ -15,8 +15,8 @@ Product::Product(ProductFields fields) : fields_(std::move(fields)) {
   ProductChecks::checkAttributeDefinitions(fields_.attributes);
   if (fields_.variations.empty()) return;
   ProductChecks::checkCounts(fields_.attributes, fields_.variations);
-  ProductChecks::checkVariations(fields_.attributes, fields_.variations);
-  ProductChecks::linkProductOptions(fields_.variations);
+  const TakenValues taken = ProductChecks::checkVariations(fields_.attributes, fields_.variations);
+  ProductChecks::linkProductOptions(fields_.variations, taken);
 }
 
 void Product::setVariations(std::vector<Variation> variations) {
@@ -25,9 +25,9 @@ void Product::setVariations(std::vector<Variation> variations) {
   }
   ProductChecks::checkCounts(fields_.attributes, variations);
   fields_.variations = std::move(variations);
-  ProductChecks::checkVariations(fields_.attributes, fields_.variations);
+  const TakenValues taken = ProductChecks::checkVariations(fields_.attributes, fields_.variations);
   ProductChecks::checkAttributeDefinitions(fields_.attributes);
-  ProductChecks::linkProductOptions(fields_.variations);
+  ProductChecks::linkProductOptions(fields_.variations, taken);
 }
 
 }  // namespace corvane

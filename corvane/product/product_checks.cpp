@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <functional>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 #include <unordered_set>
-#include <utility>
 
 #include "corvane/platform/foundation/canonical_text.h"
 #include "corvane/product/product_spec_error.h"
@@ -19,14 +18,40 @@ namespace {
 
 using Kind = ProductSpecError::Kind;
 
-/// An attribute and the option taken for it, by their canonical keys.
-using AttributeValue = std::pair<std::string_view, std::string_view>;
+/// The defined values, each with a number of its own: options by their canonical keys, within attributes by theirs.
+class ValueNumbers {
+ public:
+  using Options = std::unordered_map<std::string_view, std::uint32_t>;
 
-struct AttributeValueHash {
-  std::size_t operator()(const AttributeValue& value) const {
-    const std::hash<std::string_view> hash;
-    return hash(value.first) * 31 + hash(value.second);
+  explicit ValueNumbers(const std::vector<AttributeDefinition>& definitions) {
+    for (const AttributeDefinition& definition : definitions) {
+      Options& options = attributes_[keys_.of(definition.id())];
+      for (const AttributeDefinitionOption& option : definition.options()) {
+        if (options.try_emplace(keys_.of(option.id()), count_).second) ++count_;
+      }
+    }
   }
+
+  [[nodiscard]] std::uint32_t count() const { return count_; }
+
+  std::uint32_t of(const Variation& variation, const VariationAttribute& attribute) {
+    const auto options = attributes_.find(keys_.of(attribute.id()));
+    if (options == attributes_.end()) {
+      throw ProductSpecError(Kind::undefinedAttributeDefinition,
+                             "Variation " + variation.sku() + " uses undefined attribute " + attribute.id());
+    }
+    const auto value = options->second.find(keys_.of(attribute.option()));
+    if (value == options->second.end()) {
+      throw ProductSpecError(Kind::undefinedOption, "Variation " + variation.sku() + " uses undefined option " +
+                                                        attribute.option() + " for " + attribute.id());
+    }
+    return value->second;
+  }
+
+ private:
+  CanonicalKeys keys_;
+  std::unordered_map<std::string_view, Options> attributes_;
+  std::uint32_t count_ = 0;
 };
 
 }  // namespace
@@ -64,43 +89,37 @@ void ProductChecks::checkCounts(const std::vector<AttributeDefinition>& definiti
   }
 }
 
-void ProductChecks::checkVariations(const std::vector<AttributeDefinition>& definitions,
-                                    const std::vector<Variation>& variations) {
-  CanonicalKeys keys;
-  std::unordered_map<std::string_view, std::unordered_set<std::string_view>> optionsOf;
-  for (const AttributeDefinition& definition : definitions) {
-    auto& options = optionsOf[keys.of(definition.id())];
-    for (const AttributeDefinitionOption& option : definition.options()) options.insert(keys.of(option.id()));
-  }
+TakenValues ProductChecks::checkVariations(const std::vector<AttributeDefinition>& definitions,
+                                           const std::vector<Variation>& variations) {
+  ValueNumbers numbers(definitions);
+  TakenValues taken{.counts = std::vector<std::size_t>(numbers.count())};
   for (const Variation& variation : variations) {
     for (const VariationAttribute& attribute : variation.attributes()) {
-      const auto options = optionsOf.find(keys.of(attribute.id()));
-      if (options == optionsOf.end()) {
-        throw ProductSpecError(Kind::undefinedAttributeDefinition,
-                               "Variation " + variation.sku() + " uses undefined attribute " + attribute.id());
-      }
-      if (!options->second.contains(keys.of(attribute.option()))) {
-        throw ProductSpecError(Kind::undefinedOption, "Variation " + variation.sku() + " uses undefined option " +
-                                                          attribute.option() + " for " + attribute.id());
-      }
+      ++taken.counts[taken.values.emplace_back(numbers.of(variation, attribute))];
     }
   }
+  return taken;
 }
 
-void ProductChecks::linkProductOptions(std::vector<Variation>& variations) {
+void ProductChecks::linkProductOptions(std::vector<Variation>& variations, const TakenValues& taken) {
   struct Sharing {
-    std::shared_ptr<std::vector<std::string>> skus = std::make_shared<std::vector<std::string>>();
+    std::shared_ptr<std::vector<std::string>> skus{};
     const Variation* last = nullptr;
   };
-  CanonicalKeys keys;
-  std::unordered_map<AttributeValue, Sharing, AttributeValueHash> sharings;
+  std::vector<Sharing> sharings(taken.counts.size());
+  auto value = taken.values.begin();
   for (Variation& variation : variations) {
     for (VariationAttribute& attribute : variation.fields_.attributes) {
-      Sharing& sharing = sharings[{keys.of(attribute.id_), keys.of(attribute.option_)}];
+      Sharing& sharing = sharings[*value];
+      if (sharing.skus == nullptr) {
+        sharing.skus = std::make_shared<std::vector<std::string>>();
+        sharing.skus->reserve(taken.counts[*value]);
+      }
       // A variation that takes a value twice still shares it once.
       if (sharing.last != &variation) sharing.skus->push_back(variation.sku());
       sharing.last = &variation;
       attribute.productOptions_ = sharing.skus;
+      ++value;
     }
   }
 }
